@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "AppSetting.h"
+
+#include "UtilWindow.h"
+#include "ui_AppSetting.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+namespace {
+
+const QString c_strEntryName = QStringLiteral("vora-k507-tool-autostart.desktop");
+
+QString AutoStartFolder()
+{
+    return QDir::homePath() + QStringLiteral("/.config/autostart/");
+}
+
+} // namespace
+
+AppSetting::AppSetting(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui::AppSetting>())
+{
+    ui->setupUi(this);
+    SetUpFixedWindow(*this, QStringLiteral("设置"));
+    ui->checkBoxAutoStart->setText(QStringLiteral("开机启动"));
+    ui->pushButtonOK->setText(QStringLiteral("确定"));
+    ui->pushButtonCancel->setText(QStringLiteral("取消"));
+    InitOption();
+}
+
+AppSetting::~AppSetting() = default;
+
+bool AppSetting::ReadAutoStartOption()
+{
+    return QFile::exists(AutoStartFolder() + c_strEntryName);
+}
+
+void AppSetting::SaveAutoStartOption(bool bAutoStart)
+{
+    const QString strTarget = AutoStartFolder() + c_strEntryName;
+    if (!bAutoStart) {
+        QFile::remove(strTarget);
+        return;
+    }
+    QDir().mkpath(AutoStartFolder());
+    QFile::copy(QCoreApplication::applicationDirPath() + QLatin1Char('/') + c_strEntryName, strTarget);
+}
+
+void AppSetting::InitOption()
+{
+    ui->checkBoxAutoStart->setChecked(ReadAutoStartOption());
+}
+
+void AppSetting::SaveOption()
+{
+    SaveAutoStartOption(ui->checkBoxAutoStart->checkState() != Qt::Unchecked);
+}
+
+void AppSetting::on_pushButtonOK_clicked()
+{
+    setVisible(false);
+    SaveOption();
+    InitOption();
+}
+
+void AppSetting::on_pushButtonCancel_clicked()
+{
+    setVisible(false);
+    InitOption();
+}
+
+void AppSetting::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    setVisible(false);
+    InitOption();
+}

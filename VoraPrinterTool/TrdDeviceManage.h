@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "PrinterCommon.h"
+#include "QtCompat.h"
+#include "UtilThreadBase.h"
+
+/// Keeps the shared printer list current: reads the driver package's printer list file every three seconds and, when
+/// the printers differ, replaces the shared list. Lives in a thread of its own.
+class TrdDeviceManage : public UtilThreadBase
+{
+    Q_OBJECT
+
+public:
+    explicit TrdDeviceManage(QObject* parent = nullptr);
+
+    /// The shared list, owned by the caller; called before the loop starts. A null pointer takes the list away from the
+    /// worker again: when the call returns, the worker no longer touches it. Called from any thread.
+    void Init(QList<stPrinterManager>* pListPrinterManager);
+
+    /// The printers of the list file in its order; none when there is no such file. A missing group gives an empty
+    /// record up to 1000 printers; of a Count beyond that only the groups that exist are read. The argument has no
+    /// effect. Called from any thread.
+    QList<stPrinterInfo> GetPrinterInfo(bool bUnused);
+
+    /// Entries for the shared list, each with a reset state. Called from any thread.
+    QList<stPrinterManager> GetInitPrinterList(QList<stPrinterInfo> listPrinterInfo);
+
+    void InitStPrinterInfo(stPrinterInfo& printerInfo);
+    void InitStPrinterState(stPrinterState& printerState);
+
+signals:
+    /// The shared list was replaced. Emitted under g_mutexPrinterList, so that it stands in the window's queue before
+    /// any status report of the new list.
+    void SgnUpdatePrinterList();
+
+public slots:
+    /// The worker's loop; returns after a quit request. A second start is ignored.
+    void SlotTaskStart();
+    void SlotThreadQuit();
+
+public:
+    QList<stPrinterManager>* m_pListPrinterManager = nullptr;
+#ifdef VORA_HAS_TEXT_CODEC
+    QTextCodec* m_pCodec;
+#endif
+
+private:
+    void UpdateSharedList(const QList<stPrinterInfo>& listPrinterInfo);
+};

@@ -1,0 +1,346 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "TrdGetPrinterStatus.h"
+
+#include "UtilFile.h"
+#include "UtilLog.h"
+#include "UtilPrinterStatus.h"
+#include "UtilShell.h"
+#include "UtilStatusIdParser.h"
+
+#include <QDataStream>
+#include <QFileInfo>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int c_iMaxReadFailCount = 10;
+constexpr int c_iMaxCommandLength = 255;
+
+constexpr unsigned short c_iStatusPort = 9300;
+constexpr int c_iMinReplyLength = 8;
+constexpr std::array<unsigned char, 15> c_statusRequest = {0xA5, 0x00, 0x0C, 0x50, 0xE0, 0x74, 0x08, 0x03};
+
+/// The shell command that cancels a queue's current job. A name too long for the command's bound loses whole characters
+/// at its end, so that the quotes stay closed.
+QByteArray CancelCommand(QString strName)
+{
+    QByteArray command = "cancel " + QuoteForShell(strName);
+    while (command.size() > c_iMaxCommandLength) {
+        strName.chop(std::as_const(strName).back().isLowSurrogate() ? 2 : 1);
+        command = "cancel " + QuoteForShell(strName);
+    }
+    return command;
+}
+
+/// A file descriptor that is closed in every path.
+class Socket
+{
+public:
+    Socket() : m_iFd(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {}
+    ~Socket()
+    {
+        if (m_iFd >= 0) {
+            ::close(m_iFd);
+        }
+    }
+    Socket(const Socket&) = delete;
+    Socket& operator=(const Socket&) = delete;
+
+    int Fd() const { return m_iFd; }
+
+private:
+    int m_iFd;
+};
+
+} // namespace
+
+TrdGetPrinterStatus::TrdGetPrinterStatus(QObject* parent) : UtilThreadBase(parent) {}
+
+void TrdGetPrinterStatus::Init(int iIndex, QList<stPrinterManager>* pListPrinterManager)
+{
+    const std::lock_guard lock(g_mutexPrinterList);
+    m_iIndex = iIndex;
+    m_pListPrinterManager = pListPrinterManager;
+}
+
+void TrdGetPrinterStatus::SlotTaskStart()
+{
+    if (m_bTaskRunning) {
+        return;
+    }
+    m_bTaskRunning = true;
+    do {
+        PollOnce();
+    } while (!WaitForSleep(1000));
+}
+
+void TrdGetPrinterStatus::SlotThreadQuit()
+{
+    m_bThreadQuit = true;
+}
+
+void TrdGetPrinterStatus::PollOnce()
+{
+    if (!TakeSharedElement()) {
+        return;
+    }
+    const bool bForce = m_printerManager.printerState.enCurrentStatus == enStatusOffline;
+    if (GetPrinterStatusFile(m_printerManager.printerInfo.strPrinterName, bForce) < 0) {
+        CountFailedRead();
+    }
+
+    bool bChanged = false;
+    bool bCancel = false;
+    int iIndex = -1;
+    {
+        const std::lock_guard lock(g_mutexPrinterList);
+        stPrinterManager* pElement = SharedElement();
+        if (pElement == nullptr ||
+            pElement->printerInfo.strPrinterName != m_printerManager.printerInfo.strPrinterName ||
+            pElement->printerInfo.strURI != m_printerManager.printerInfo.strURI) {
+            return; // the list was rebuilt meanwhile
+        }
+        const stPrinterState& current = m_printerManager.printerState;
+        bChanged = CheckStatusChange(current, pElement->printerState);
+        // Decided and written in one step: of two workers that follow the same printer only one sees the change.
+        bCancel = bChanged && pElement->printerState.enCurrentStatus != enStatusCanceling &&
+                  current.enCurrentStatus == enStatusCanceling;
+        *pElement = m_printerManager;
+        iIndex = m_iIndex;
+    }
+    if (bCancel) {
+        CancelJobs();
+    }
+    if (bChanged) {
+        emit
+        SgnUpdatePrinterStatus(iIndex);
+    }
+}
+
+/// The worker's element of the shared list, or none when the list has no such index. Called with the list locked.
+stPrinterManager* TrdGetPrinterStatus::SharedElement() const
+{
+    const bool bInList = m_pListPrinterManager != nullptr && m_iIndex >= 0 && m_iIndex < m_pListPrinterManager->size();
+    return bInList ? &(*m_pListPrinterManager)[m_iIndex] : nullptr;
+}
+
+bool TrdGetPrinterStatus::TakeSharedElement()
+{
+    const std::lock_guard lock(g_mutexPrinterList);
+    const stPrinterManager* pElement = SharedElement();
+    if (pElement != nullptr) {
+        m_printerManager = *pElement;
+    }
+    return pElement != nullptr;
+}
+
+void TrdGetPrinterStatus::CountFailedRead()
+{
+    stPrinterState& state = m_printerManager.printerState;
+    if (++state.iReadFailCount > c_iMaxReadFailCount) {
+        state.enCurrentStatus = enStatusOffline;
+        state.listErrorStatus.clear();
+        state.listWarningStatus.clear();
+        state.iReadFailCount = 0;
+    }
+}
+
+void TrdGetPrinterStatus::CancelJobs() const
+{
+    const QString& strName = m_printerManager.printerInfo.strPrinterName;
+    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("cancel by printer %s"), qPrintable(strName));
+    if (strName.isEmpty() || strName.startsWith(QLatin1Char('-'))) {
+        // "cancel" would take such a name for an option: "-a" for the jobs of every queue.
+        WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("not cancelled, no queue name: %s"),
+                       qPrintable(strName));
+        return;
+    }
+    RunShellCommand(CancelCommand(strName));
+}
+
+bool TrdGetPrinterStatus::CheckStatusChange(stPrinterState current, stPrinterState published)
+{
+    return current.enCurrentStatus != published.enCurrentStatus ||
+           current.dwRemainingToner != published.dwRemainingToner ||
+           current.dwBlackInkRemainer != published.dwBlackInkRemainer ||
+           current.dwBlueInkRemainer != published.dwBlueInkRemainer ||
+           current.dwRedInkRemainer != published.dwRedInkRemainer ||
+           current.dwYellowInkRemainer != published.dwYellowInkRemainer ||
+           current.listErrorStatus != published.listErrorStatus ||
+           current.listWarningStatus != published.listWarningStatus;
+}
+
+bool TrdGetPrinterStatus::CheckNeedStatus(int& iInterval)
+{
+    iInterval = 100;
+    if (m_printerManager.printerInfo.iConnectType == 1) {
+        return true;
+    }
+    const int iStatus = m_printerManager.printerState.enCurrentStatus;
+    if (iStatus != enStatusReady) {
+        iInterval = iStatus == enStatusOffline ? 10000 : 1000;
+        return true;
+    }
+
+    const QString strPath = c_strToolPath + QString::asprintf("printer_%d.tmp", m_iIndex);
+    if (!CreateAnew(strPath)) {
+        return false;
+    }
+    RunShellCommand("lpstat -p " + QuoteForShell(m_printerManager.printerInfo.strPrinterName) + "> " +
+                    strPath.toLocal8Bit());
+    QFile file(strPath);
+    bool bPrinting = false;
+    if (file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        const QString strLine = QString::fromLocal8Bit(file.readLine());
+        bPrinting = strLine.contains(QLatin1String("printing"), Qt::CaseInsensitive) ||
+                    strLine.contains(QStringLiteral("正在打印"), Qt::CaseInsensitive);
+    }
+    file.close();
+    file.remove();
+    if (bPrinting) {
+        iInterval = 1000;
+    }
+    return bPrinting;
+}
+
+// The line numbers 247 and 203 are fixed, so that the logs of all releases name these two failures alike.
+int TrdGetPrinterStatus::GetPrinterStatusFile(QString strName, bool bForce)
+{
+    try {
+        return ReadStatusFile(strName, bForce);
+    } catch (...) {
+        WriteStringLog(__FILE__, 247, __func__, QStringLiteral("throw error"));
+        return 0;
+    }
+}
+
+int TrdGetPrinterStatus::GetPrinterStatusUSB(QString)
+{
+    try {
+        return ReadStatusFile(m_printerManager.printerInfo.strPrinterName, false);
+    } catch (...) {
+        WriteStringLog(__FILE__, 203, __func__, QStringLiteral("throw error"));
+        return 0;
+    }
+}
+
+int TrdGetPrinterStatus::ReadStatusFile(const QString& strName, bool bForce)
+{
+    const QString strPath = c_strCfgPath + strName + c_strStatusFileSuffix;
+    const QFileInfo fileInfo(strPath);
+    if (!fileInfo.exists()) {
+        m_dtLastModified = QDateTime();
+        return -1;
+    }
+    const QDateTime dtModified = fileInfo.lastModified();
+    if (!bForce && dtModified == m_dtLastModified) {
+        return 1;
+    }
+    m_dtLastModified = dtModified;
+
+    QFile file;
+    if (!fileInfo.isFile() || !OpenWithoutBlocking(file, strPath, QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        return -1;
+    }
+    m_buffer.fill(0);
+    QDataStream stream(&file);
+    const int iLength = stream.readRawData(reinterpret_cast<char*>(m_buffer.data()), static_cast<int>(m_buffer.size()));
+    return iLength < 0 ? -1 : CheckPrinterStatus(m_buffer.data(), static_cast<unsigned long>(iLength));
+}
+
+int TrdGetPrinterStatus::GetPrinterStatusUDP(QString strAddress)
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(c_iStatusPort);
+    if (::inet_pton(AF_INET, strAddress.toLatin1().constData(), &address.sin_addr) != 1) {
+        return -1; // the empty address too
+    }
+    const Socket socket;
+    if (socket.Fd() < 0) {
+        return -2;
+    }
+    const ssize_t iSent = ::sendto(socket.Fd(), c_statusRequest.data(), c_statusRequest.size(), 0,
+                                   reinterpret_cast<const sockaddr*>(&address), sizeof(address));
+    if (iSent != static_cast<ssize_t>(c_statusRequest.size())) {
+        return -3;
+    }
+    const timeval timeOut{1, 0};
+    if (::setsockopt(socket.Fd(), SOL_SOCKET, SO_RCVTIMEO, &timeOut, sizeof(timeOut)) != 0) {
+        return -4;
+    }
+    m_buffer.fill(0);
+    const ssize_t iReceived = ::recvfrom(socket.Fd(), m_buffer.data(), m_buffer.size(), 0, nullptr, nullptr);
+    if (iReceived < c_iMinReplyLength) {
+        return -5;
+    }
+    return CheckPrinterStatus(m_buffer.data(), static_cast<unsigned long>(iReceived));
+}
+
+bool TrdGetPrinterStatus::GetPrinterVidPid(QString strModel, int& iVid, int& iPid)
+{
+    struct stUsbId
+    {
+        QLatin1String strModelPart; // the "?" is meant literally
+        int iPid;
+    };
+    static const std::array<stUsbId, 5> c_usbIdList = {{
+        {QLatin1String("PF41S?"), 0x5361},
+        {QLatin1String("PF41SQ?"), 0x5362},
+        {QLatin1String("PG41S?"), 0x5363},
+        {QLatin1String("PG41ES?"), 0x5364},
+        {QLatin1String("PG41ESQ?"), 0x5365},
+    }};
+    iVid = 0x4A7C;
+    for (const stUsbId& usbId : c_usbIdList) {
+        if (strModel.contains(usbId.strModelPart)) {
+            iPid = usbId.iPid;
+            return true;
+        }
+    }
+    return false;
+}
+
+int TrdGetPrinterStatus::CheckPrinterStatus(unsigned char* pBuffer, unsigned long dwLength)
+{
+    UtilPrinterStatus reply;
+    if (!reply.parseRecvBuf(pBuffer, dwLength)) {
+        return -1;
+    }
+    stPrinterState state;
+    state.strPrinterSerialNumber = QString::fromLatin1(reply.m_serialNumber.data());
+    state.enCurrentStatus = GetPrinterStatusEnum(reply.m_dwStatus);
+    state.strFWVersion = QString::fromLatin1(reply.m_firmwareVersion.data());
+    state.strVenderName = QString::fromLatin1(reply.m_vendorName.data());
+    state.strProductName = QString::fromLatin1(reply.m_productName.data());
+    for (const unsigned long dwCode : reply.m_listErrorCode) {
+        state.listErrorStatus.append(GetErrorStatusEnum(dwCode));
+    }
+    for (const unsigned long dwCode : reply.m_listWarningCode) {
+        state.listWarningStatus.append(GetErrorStatusEnum(dwCode));
+    }
+    state.strSupplySerialNumber = QString::fromLatin1(reply.m_supplySerialNumber.data());
+    state.enSpplyType = GetTonerTypeEnum(reply.m_dwSupplyType);
+    state.dwRemainingToner = reply.m_dwRemainingToner;
+    state.dwWasteToner = reply.m_dwWasteToner;
+    state.dwBlackInkRemainer = reply.m_dwBlackInkRemainer;
+    state.dwBlueInkRemainer = reply.m_dwBlueInkRemainer;
+    state.dwRedInkRemainer = reply.m_dwRedInkRemainer;
+    state.dwYellowInkRemainer = reply.m_dwYellowInkRemainer;
+    state.dwOPCRotation = reply.m_dwOPCRotation;
+    state.dwNumberOfPages = reply.m_dwNumberOfPages;
+    state.dwNumberOfPrint = reply.m_dwNumberOfPrint;
+    state.dwPrintDotsCount = reply.m_dwPrintDotsCount;
+    state.dwPrinterNumOfPages = reply.m_dwPrinterNumOfPages;
+    state.dwPrinterNumOfPrint = reply.m_dwPrinterNumOfPrint;
+    state.iReadFailCount = 0;
+    m_printerManager.printerState = state;
+    return 0;
+}

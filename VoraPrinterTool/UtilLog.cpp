@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "UtilLog.h"
+
+#include "PrinterCommon.h"
+#include "UtilFile.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QMutex>
+#include <QMutexLocker>
+
+#include <cstdarg>
+#include <cstdio>
+
+#include <fcntl.h>
+
+namespace {
+
+bool s_bEnable = false;
+int s_iLogIndex = 0;
+QString s_strLogName;
+QString s_strLogNameTmp;
+QMutex s_mutexLog;
+
+constexpr qint64 c_iMaxLogSize = 1024 * 1024;
+
+QString CurrentLogName()
+{
+    return s_strLogNameTmp + QString::number(s_iLogIndex) + QStringLiteral(".log");
+}
+
+} // namespace
+
+void SetLogEnable(bool bEnable)
+{
+    s_bEnable = bEnable;
+    if (!bEnable) {
+        s_strLogName = QString();
+        return;
+    }
+    s_iLogIndex = 0;
+    QDir().mkpath(c_strToolPath);
+    s_strLogNameTmp = c_strToolPath + QStringLiteral("/log_tool") +
+                      QDateTime::currentDateTime().toString(QStringLiteral("_yyyyMMdd_hhmmss_"));
+    s_strLogName = CurrentLogName();
+}
+
+void WriteStringLog(const char* pFile, int iLine, const char* pFunction, QString strFormat, ...)
+{
+    if (!s_bEnable) {
+        return;
+    }
+    const QMutexLocker locker(&s_mutexLog);
+
+    char message[1024] = {};
+    va_list arguments;
+    va_start(arguments, strFormat);
+    std::vsnprintf(message, sizeof(message), strFormat.toLocal8Bit().constData(), arguments);
+    va_end(arguments);
+
+    const QString strLine = QDateTime::currentDateTime().toString(QStringLiteral("[yyyy-MM-dd hh:mm:ss.zzz] (")) +
+                            QLatin1String(pFile) + QLatin1Char('@') + QString::number(iLine) + QLatin1Char(' ') +
+                            QLatin1String(pFunction) + QStringLiteral(") ") + QString::fromLocal8Bit(message) +
+                            QLatin1Char('\n');
+
+    if (QFile(s_strLogName).size() > c_iMaxLogSize) {
+        ++s_iLogIndex;
+        s_strLogName = CurrentLogName();
+    }
+    // Everybody may write to the folder: a link planted under the log's name must not lead a line into another file.
+    QFile file;
+    if (OpenWithoutBlocking(file, s_strLogName, QIODevice::Append | QIODevice::Text, O_APPEND | O_NOFOLLOW)) {
+        file.write(strLine.toLocal8Bit());
+    }
+}

@@ -1,0 +1,178 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "UtilPrinterStatus.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+constexpr unsigned long c_dwUnexaminedHeader = 7; // bytes 0 to 6
+constexpr unsigned long c_dwMaxSuppliesData = 65; // what a supplies record of these printers holds at most
+
+/// Copies at most the array's size less its terminating zero.
+template <std::size_t iSize>
+void CopyBounded(std::array<char, iSize>& target, const unsigned char* pData, unsigned long dwLength)
+{
+    std::memcpy(target.data(), pData, std::min<unsigned long>(dwLength, iSize - 1));
+}
+
+/// The reply's bytes from front to back: every read first checks that its bytes are there.
+class Reader
+{
+public:
+    Reader(const unsigned char* pBuffer, unsigned long dwLength) : m_pNext(pBuffer), m_dwLeft(dwLength) {}
+
+    const unsigned char* Take(unsigned long dwLength)
+    {
+        if (dwLength > m_dwLeft) {
+            return nullptr;
+        }
+        const unsigned char* pTaken = m_pNext;
+        m_pNext += dwLength;
+        m_dwLeft -= dwLength;
+        return pTaken;
+    }
+
+    bool Byte(unsigned char& byValue)
+    {
+        const unsigned char* pTaken = Take(1);
+        if (pTaken != nullptr) {
+            byValue = *pTaken;
+        }
+        return pTaken != nullptr;
+    }
+
+    bool Raw(UtilPrinterStatus::Raw2& raw)
+    {
+        const unsigned char* pTaken = Take(2);
+        if (pTaken != nullptr) {
+            CopyBounded(raw, pTaken, 2);
+        }
+        return pTaken != nullptr;
+    }
+
+    bool Number(UtilPrinterStatus::Raw2& raw, unsigned long& dwValue)
+    {
+        const bool bTaken = Raw(raw);
+        if (bTaken) {
+            dwValue = static_cast<unsigned long>(static_cast<unsigned char>(raw[0])) << 8U |
+                      static_cast<unsigned char>(raw[1]);
+        }
+        return bTaken;
+    }
+
+    bool String(UtilPrinterStatus::Raw2& rawLength, unsigned long& dwLength, UtilPrinterStatus::Text& text)
+    {
+        const unsigned char* pTaken = Number(rawLength, dwLength) ? Take(dwLength) : nullptr;
+        if (pTaken != nullptr) {
+            CopyBounded(text, pTaken, dwLength);
+        }
+        return pTaken != nullptr;
+    }
+
+    bool Codes(unsigned char& byCount, unsigned long& dwCount, UtilPrinterStatus::Raw2& rawLast,
+               std::vector<unsigned long>& listCode)
+    {
+        if (!Byte(byCount)) {
+            return false;
+        }
+        dwCount = byCount;
+        for (unsigned long i = 0; i < dwCount; ++i) {
+            unsigned long dwCode = 0;
+            if (!Number(rawLast, dwCode)) {
+                return false;
+            }
+            listCode.push_back(dwCode);
+        }
+        return true;
+    }
+
+private:
+    const unsigned char* m_pNext;
+    unsigned long m_dwLeft;
+};
+
+} // namespace
+
+bool UtilPrinterStatus::parseRecvBuf(unsigned char* pBuffer, unsigned long dwLength)
+{
+    Reader reader(pBuffer, dwLength);
+    unsigned long dwFirmwareVersionLength = 0;
+    const bool bHead = reader.Take(c_dwUnexaminedHeader) != nullptr && reader.Byte(m_byHeader) &&
+                       reader.Raw(m_headerField1) && reader.Raw(m_headerField2) &&
+                       reader.String(m_vendorNameLength, m_dwVendorNameLength, m_vendorName) &&
+                       reader.String(m_productNameLength, m_dwProductNameLength, m_productName) &&
+                       reader.String(m_serialNumberLength, m_dwSerialNumberLength, m_serialNumber) &&
+                       reader.Raw(m_afterSerialNumber) && reader.Byte(m_byStatus) &&
+                       reader.String(m_firmwareVersionLength, dwFirmwareVersionLength, m_firmwareVersion) &&
+                       reader.String(m_fifthStringLength, m_dwFifthStringLength, m_fifthString);
+    m_dwStatus = m_byStatus;
+    const bool bCodes = bHead && reader.Codes(m_byErrorCount, m_dwErrorCount, m_lastErrorCode, m_listErrorCode) &&
+                        reader.Codes(m_byWarningCount, m_dwWarningCount, m_lastWarningCode, m_listWarningCode);
+    if (!bCodes || !reader.Byte(m_byBeforeSupplies) || !reader.Raw(m_beforeSupplies1) ||
+        !reader.Raw(m_beforeSupplies2) || !reader.Byte(m_bySuppliesCount)) {
+        return false;
+    }
+    m_dwSuppliesCount = m_bySuppliesCount;
+
+    // Cleared once and not for each record: a record without data has the first byte of the one before it.
+    std::array<unsigned char, c_dwMaxSuppliesData> staging{};
+    for (unsigned long i = 0; i < m_dwSuppliesCount; ++i) {
+        Raw2 rawKey{};
+        unsigned long dwKey = 0;
+        unsigned char byLength = 0;
+        const unsigned char* pData =
+            reader.Number(rawKey, dwKey) && reader.Byte(byLength) ? reader.Take(byLength) : nullptr;
+        if (pData == nullptr) {
+            return false;
+        }
+        if (byLength > staging.size()) {
+            std::abort(); // no printer sends this: the reply is not one, and nothing that it says can be trusted
+        }
+        std::memcpy(staging.data(), pData, byLength);
+        setSuppliesData(dwKey, staging.data(), byLength);
+    }
+    return true;
+}
+
+unsigned long UtilPrinterStatus::byteToDWORD(unsigned char* pData, unsigned long dwLength)
+{
+    const unsigned long dwBytes = dwLength >= 2 && dwLength <= 4 ? dwLength : 1;
+    unsigned long dwValue = 0;
+    for (unsigned long i = 0; i < dwBytes; ++i) {
+        dwValue = dwValue << 8U | pData[i];
+    }
+    return dwValue;
+}
+
+void UtilPrinterStatus::setSuppliesData(unsigned long dwKey, unsigned char* pData, unsigned long dwLength)
+{
+    const auto store = [pData, dwLength](auto& raw, unsigned long& dwValue) {
+        CopyBounded(raw, pData, dwLength);
+        dwValue = byteToDWORD(pData, dwLength);
+    };
+    switch (dwKey) {
+    case 0x0000: CopyBounded(m_supplySerialNumber, pData, dwLength); break;
+    case 0x0001: store(m_rawSupplyType, m_dwSupplyType); break;
+    case 0x1000: store(m_rawRemainingToner, m_dwRemainingToner); break;
+    case 0x1001: store(m_rawWasteToner, m_dwWasteToner); break;
+    case 0x1002: store(m_rawOPCRotation, m_dwOPCRotation); break;
+    case 0x1003:
+        // Both from the same data; a 0x1004 record that follows overwrites the prints.
+        store(m_rawNumberOfPages, m_dwNumberOfPages);
+        store(m_rawNumberOfPrint, m_dwNumberOfPrint);
+        break;
+    case 0x1004: store(m_rawNumberOfPrint, m_dwNumberOfPrint); break;
+    case 0x1100: store(m_rawPrintDotsCount, m_dwPrintDotsCount); break;
+    case 0x1101: store(m_rawPrinterNumOfPages, m_dwPrinterNumOfPages); break;
+    case 0x1102: store(m_rawPrinterNumOfPrint, m_dwPrinterNumOfPrint); break;
+    case 0x4043: store(m_rawBlackInkRemainer, m_dwBlackInkRemainer); break;
+    case 0x4143: store(m_rawBlueInkRemainer, m_dwBlueInkRemainer); break;
+    case 0x4243: store(m_rawRedInkRemainer, m_dwRedInkRemainer); break;
+    case 0x4343: store(m_rawYellowInkRemainer, m_dwYellowInkRemainer); break;
+    default: break;
+    }
+}

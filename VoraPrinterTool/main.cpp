@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "PrinterCommon.h"
+#include "UtilFile.h"
+#include "UtilShell.h"
+#include "voraprintertoolwidget.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QMessageBox>
+#include <QPushButton>
+
+/// True when an argument after the program's path is "-hide", in any letter case.
+bool CheckIsHide(int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        if (QString::fromLatin1(argv[i]).compare(QLatin1String("-hide"), Qt::CaseInsensitive) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// True when the process list shows a second process of this program's name, of any user. False, so that the program
+/// starts, when the tool folder cannot be written.
+bool CheckIsRunning()
+{
+    QDir().mkpath(c_strToolPath);
+    const QString strName = QCoreApplication::applicationName().left(15); // all that the kernel keeps of a name
+    const QString strListPath = c_strToolPath + QStringLiteral("pslist.tmp");
+    if (!CreateAnew(strListPath)) {
+        return false;
+    }
+    RunShellCommand("ps -A | grep " + strName.toLocal8Bit() + " > " + strListPath.toLocal8Bit());
+
+    int iCount = 0;
+    QFile file(strListPath);
+    if (file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        while (!file.atEnd()) {
+            const QString strLine = QString::fromLocal8Bit(file.readLine().constData());
+            const QStringList listPart = strLine.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+            if (listPart.size() > 3 && listPart.at(3).trimmed().compare(strName, Qt::CaseInsensitive) == 0) {
+                ++iCount;
+            }
+        }
+    }
+    file.close();
+    file.remove();
+    return iCount > 1;
+}
+
+namespace {
+
+void ShowAlreadyRunning()
+{
+    const QString strTitle = QStringLiteral("星原喷墨打印机助手");
+    QMessageBox box(QMessageBox::Information, strTitle, strTitle + QStringLiteral("已经处于运行中！"), QMessageBox::Ok,
+                    nullptr, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+    box.button(QMessageBox::Ok)->setText(QStringLiteral("确  定"));
+    box.exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    if (CheckIsRunning()) {
+        ShowAlreadyRunning();
+        return 0;
+    }
+    VoraPrinterToolWidget widget;
+    widget.setVisible(!CheckIsHide(argc, argv));
+    return QApplication::exec();
+}

@@ -1,0 +1,423 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "voraprintertoolwidget.h"
+
+#include "AppSetting.h"
+#include "TrdDeviceManage.h"
+#include "TrdGetPrinterStatus.h"
+#include "UtilLanguageCtrl.h"
+#include "UtilLog.h"
+#include "UtilShell.h"
+#include "UtilWindow.h"
+#include "ui_voraprintertoolwidget.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QHeaderView>
+#include <QMenu>
+#include <QProcess>
+#include <QThread>
+
+#include <array>
+
+namespace {
+
+const QString c_strTitle = QStringLiteral("星原喷墨打印机助手");
+const QString c_strIcon = QStringLiteral(":/Icon/Resource/Vora.png");
+
+constexpr int c_iBalloonMSec = 3000;
+constexpr int c_iThreadWaitMSec = 1000;
+
+enum enColumn
+{
+    enColumnName = 0,
+    enColumnConnection = 1,
+    enColumnInk = 2,
+    enColumnState = 3,
+    enColumnCount = 4
+};
+
+void SetCellText(QTableWidgetItem& item, const QString& strText)
+{
+    item.setData(Qt::DisplayRole, strText);
+    item.setToolTip(strText); // a text may be wider than its column
+}
+
+QString ConnectionText(const stPrinterInfo& info)
+{
+    return info.iConnectType == 1 ? QStringLiteral("USB") : QStringLiteral("网络(") + info.strPort + QLatin1Char(')');
+}
+
+QString CodeText(const QList<enErrorStatus>& listCode)
+{
+    QString strText;
+    for (const enErrorStatus enCode : listCode) {
+        strText += QString::number(enCode) + QLatin1Char(',');
+    }
+    return strText;
+}
+
+/// Ends a thread whose worker was told to quit and frees both; false, with both left alone, when it has not ended by
+/// the deadline.
+bool EndWorker(QThread* pThread, UtilThreadBase* pWorker, const QDeadlineTimer& deadline)
+{
+    pThread->quit();
+    const bool bEnded = pThread->wait(deadline);
+    if (bEnded) {
+        delete pThread;
+        delete pWorker;
+    }
+    return bEnded;
+}
+
+} // namespace
+
+VoraPrinterToolWidget::VoraPrinterToolWidget(QWidget* parent)
+    : QWidget(parent), ui(std::make_unique<Ui::VoraPrinterToolWidget>())
+{
+    Q_INIT_RESOURCE(res); // the linker drops a static library's resources unless they are asked for
+    ui->setupUi(this);
+    setWindowIcon(QIcon(c_strIcon));
+    SetUpFixedWindow(*this, c_strTitle);
+    m_pAppSetting = new AppSetting;
+    m_iStatusThreadCount = 0;
+    InitLog();
+    InitLanguage();
+    InitDeviceTable();
+    InitTrayIcon();
+    InitThread();
+}
+
+VoraPrinterToolWidget::~VoraPrinterToolWidget()
+{
+    // All first, then one deadline for all: the time to exit does not grow with the number of printers.
+    m_pTrdDeviceManage->SlotThreadQuit();
+    for (TrdGetPrinterStatus* pWorker : std::as_const(m_listTrdGetPrinterStatus)) {
+        pWorker->SlotThreadQuit();
+    }
+    const QDeadlineTimer deadline(c_iThreadWaitMSec);
+
+    // A worker that does not end in time waits for a shell command. Deleting it under its running loop would crash, so
+    // it is abandoned, without the list that ends with the window.
+    if (!EndWorker(m_pManageThread, m_pTrdDeviceManage, deadline)) {
+        m_pTrdDeviceManage->Init(nullptr);
+    }
+    for (int i = 0; i < m_listTrdGetPrinterStatus.size(); ++i) {
+        if (!EndWorker(m_listStatusThread[i], m_listTrdGetPrinterStatus[i], deadline)) {
+            m_listTrdGetPrinterStatus[i]->Init(-1, nullptr);
+        }
+    }
+    delete m_pAppSetting;
+}
+
+void VoraPrinterToolWidget::InitLog()
+{
+#ifdef VORA_DIAGNOSTIC_LOG
+    SetLogEnable(true);
+#else
+    SetLogEnable(false);
+#endif
+}
+
+void VoraPrinterToolWidget::InitLanguage()
+{
+    m_iLanguage = enLanguageChinese;
+}
+
+void VoraPrinterToolWidget::InitDeviceTable()
+{
+    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitDeviceTable start"));
+    QTableWidget* pTable = ui->tableDeviceManage;
+    pTable->setColumnCount(enColumnCount);
+    pTable->horizontalHeader()->setStretchLastSection(true);
+    pTable->horizontalHeader()->setSectionsClickable(false);
+    pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    pTable->setHorizontalHeaderLabels({QStringLiteral("打印机名称"), QStringLiteral("连接方式"),
+                                       QStringLiteral("剩余墨水量"), QStringLiteral("状态")});
+    pTable->horizontalHeader()->resizeSection(enColumnName, 120);
+    pTable->horizontalHeader()->resizeSection(enColumnConnection, 150);
+    pTable->horizontalHeader()->resizeSection(enColumnInk, 345);
+    pTable->horizontalHeader()->resizeSection(enColumnState, 185);
+    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitDeviceTable end"));
+}
+
+void VoraPrinterToolWidget::InitTrayIcon()
+{
+    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitTrayIcon start"));
+    m_pTrayIcon = new QSystemTrayIcon(QIcon(c_strIcon), this);
+    m_pTrayIcon->setToolTip(c_strTitle);
+    connect(m_pTrayIcon, &QSystemTrayIcon::activated, this, &VoraPrinterToolWidget::SlotActivatedTrayIcon);
+
+    m_pActionShow = AddTrayAction(QStringLiteral("显示主界面"), &VoraPrinterToolWidget::SlotTrayActionShow);
+    m_pActionUpdateFW = AddTrayAction(QStringLiteral("打印机更新助手"), &VoraPrinterToolWidget::SlotTrayActionUpdateFW);
+    m_pActionSetting = AddTrayAction(QStringLiteral("设置"), &VoraPrinterToolWidget::SlotTrayActionSetting);
+    m_pActionExit = AddTrayAction(QStringLiteral("退出"), &VoraPrinterToolWidget::SlotTrayActionExit);
+
+    m_pTrayMenu = new QMenu(this);
+    m_pTrayMenu->addActions({m_pActionShow, m_pActionUpdateFW, m_pActionSetting, m_pActionExit});
+    m_pTrayIcon->setContextMenu(m_pTrayMenu);
+    m_pTrayIcon->setVisible(true);
+    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitTrayIcon end"));
+}
+
+QAction* VoraPrinterToolWidget::AddTrayAction(const QString& strText, void (VoraPrinterToolWidget::*slot)())
+{
+    auto* pAction = new QAction(strText, this);
+    connect(pAction, &QAction::triggered, this, slot);
+    return pAction;
+}
+
+void VoraPrinterToolWidget::InitThread()
+{
+    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitThread start"));
+    m_pTrdDeviceManage = new TrdDeviceManage;
+    m_pManageThread = new QThread;
+    m_pManageThread->setObjectName(QStringLiteral("vora-devices"));
+    m_pTrdDeviceManage->moveToThread(m_pManageThread);
+    m_pManageThread->start();
+    m_pTrdDeviceManage->Init(&m_listPrinterManager);
+    connect(this, &VoraPrinterToolWidget::SgnManageThreadStart, m_pTrdDeviceManage, &TrdDeviceManage::SlotTaskStart);
+    connect(this, &VoraPrinterToolWidget::SgnThreadQuit, m_pTrdDeviceManage, &TrdDeviceManage::SlotThreadQuit);
+    connect(m_pTrdDeviceManage, &TrdDeviceManage::SgnUpdatePrinterList, this,
+            &VoraPrinterToolWidget::SlotUpdatePrinterList);
+    emit
+    SgnManageThreadStart();
+    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitThread end"));
+}
+
+void VoraPrinterToolWidget::AddStatusWorker(int iIndex)
+{
+    auto* pWorker = new TrdGetPrinterStatus;
+    auto* pThread = new QThread;
+    pThread->setObjectName(QStringLiteral("vora-status-") + QString::number(iIndex));
+    pWorker->moveToThread(pThread);
+    pThread->start();
+    pWorker->Init(iIndex, &m_listPrinterManager);
+    connect(this, &VoraPrinterToolWidget::SgnStatusThreadStart, pWorker, &TrdGetPrinterStatus::SlotTaskStart);
+    connect(this, &VoraPrinterToolWidget::SgnThreadQuit, pWorker, &TrdGetPrinterStatus::SlotThreadQuit);
+    connect(pWorker, &TrdGetPrinterStatus::SgnUpdatePrinterStatus, this,
+            &VoraPrinterToolWidget::SlotUpdatePrinterStatus);
+    emit
+    SgnStatusThreadStart(); // reaches the earlier workers too, which ignore it
+    m_listTrdGetPrinterStatus.append(pWorker);
+    m_listStatusThread.append(pThread);
+}
+
+void VoraPrinterToolWidget::SlotActivatedTrayIcon(QSystemTrayIcon::ActivationReason reason)
+{
+    if (reason == QSystemTrayIcon::Trigger) {
+        SlotTrayActionShow();
+    }
+}
+
+void VoraPrinterToolWidget::SlotTrayActionShow()
+{
+    if (!isActiveWindow()) {
+        setWindowFlags(Qt::Window); // brings back the maximise button, which the fixed size makes ineffective
+        showNormal();
+    }
+}
+
+void VoraPrinterToolWidget::SlotTrayActionUpdateFW()
+{
+    QProcess::startDetached(c_strBinPath + QStringLiteral("voraK507FW"), QStringList());
+}
+
+void VoraPrinterToolWidget::SlotTrayActionSetting()
+{
+    m_pAppSetting->setVisible(true);
+}
+
+void VoraPrinterToolWidget::SlotTrayActionExit()
+{
+    // All hidden before quit(): Qt 6 closes visible windows first, and one that ignores that keeps the program alive.
+    m_pAppSetting->close();
+    setVisible(false);
+    m_pTrayIcon->setVisible(false);
+    emit
+    SgnThreadQuit();
+    QCoreApplication::quit();
+}
+
+void VoraPrinterToolWidget::closeEvent(QCloseEvent* event)
+{
+    setVisible(false);
+    event->ignore();
+}
+
+void VoraPrinterToolWidget::changeEvent(QEvent*) {}
+
+QList<stPrinterManager> VoraPrinterToolWidget::PrinterList() const
+{
+    const std::lock_guard lock(g_mutexPrinterList);
+    return m_listPrinterManager;
+}
+
+std::optional<stPrinterManager> VoraPrinterToolWidget::PrinterAt(int iIndex) const
+{
+    const std::lock_guard lock(g_mutexPrinterList);
+    if (iIndex < 0 || iIndex >= m_listPrinterManager.size()) {
+        return std::nullopt;
+    }
+    return m_listPrinterManager.at(iIndex);
+}
+
+void VoraPrinterToolWidget::SlotUpdatePrinterList()
+{
+    const QList<stPrinterManager> listPrinter = PrinterList();
+    const int iCount = static_cast<int>(listPrinter.size());
+    QTableWidget* pTable = ui->tableDeviceManage;
+    pTable->clearContents();
+    pTable->setRowCount(iCount);
+    for (int i = 0; i < iCount; ++i) {
+        const stPrinterInfo& info = listPrinter.at(i).printerInfo;
+        const std::array<QString, enColumnCount> listText = {
+            info.strPrinterName, ConnectionText(info), QStringLiteral("青色：无   红色：无   黄色：无   黑色：无"),
+            GetStatusText(enStatusOffline, m_iLanguage)};
+        for (int iColumn = 0; iColumn < enColumnCount; ++iColumn) {
+            auto* pItem = new QTableWidgetItem;
+            SetCellText(*pItem, listText[static_cast<std::size_t>(iColumn)]);
+            pTable->setItem(i, iColumn, pItem);
+        }
+    }
+
+    // Workers are never stopped before exit: after the list has shrunk and grown again, an index can have two.
+    for (int i = m_iStatusThreadCount; i < iCount; ++i) {
+        AddStatusWorker(i);
+    }
+    m_iStatusThreadCount = iCount;
+    DebugOutputPrinterInfo();
+}
+
+void VoraPrinterToolWidget::SlotUpdatePrinterStatus(int iIndex)
+{
+    const std::optional<stPrinterManager> printer = PrinterAt(iIndex);
+    QTableWidget* pTable = ui->tableDeviceManage;
+    if (!printer || iIndex >= pTable->rowCount()) {
+        return;
+    }
+    SetCellText(*pTable->item(iIndex, enColumnInk), InkText(printer->printerState));
+    SetCellText(*pTable->item(iIndex, enColumnState), AnnounceState(*printer));
+    DebugOutputPrinterStatus(iIndex);
+}
+
+QString VoraPrinterToolWidget::InkText(const stPrinterState& state)
+{
+    const auto word = [this](unsigned long dwLevel) { return GetRemainInkStr(static_cast<int>(dwLevel)); };
+    return QString::asprintf("青色：%s   红色：%s   黄色：%s   黑色：%s", word(state.dwBlueInkRemainer),
+                             word(state.dwRedInkRemainer), word(state.dwYellowInkRemainer),
+                             word(state.dwBlackInkRemainer));
+}
+
+/// The state cell's text; raises the balloon of the first error or else of the first warning.
+QString VoraPrinterToolWidget::AnnounceState(const stPrinterManager& printer)
+{
+    const QString& strName = printer.printerInfo.strPrinterName;
+    const stPrinterState& state = printer.printerState;
+    if (!state.listErrorStatus.isEmpty()) {
+        const QString strError = GetErrorText(state.listErrorStatus.first(), m_iLanguage);
+        m_pTrayIcon->showMessage(strName, strError, QSystemTrayIcon::Critical, c_iBalloonMSec);
+        return strError;
+    }
+    const QString strState = GetStatusText(state.enCurrentStatus, m_iLanguage);
+    if (state.listWarningStatus.isEmpty()) {
+        return strState;
+    }
+    const QString strWarning = GetErrorText(state.listWarningStatus.first(), m_iLanguage);
+    m_pTrayIcon->showMessage(strName, strWarning, QSystemTrayIcon::Warning, c_iBalloonMSec);
+    const bool bPrinting = state.enCurrentStatus == enStatusPrinting;
+    return bPrinting ? strState + QLatin1Char('(') + strWarning + QLatin1Char(')') : strState;
+}
+
+const char* VoraPrinterToolWidget::GetRemainInkStr(int iLevel)
+{
+    if (iLevel < 1 || iLevel > 100) {
+        return "无";
+    }
+    if (iLevel >= 70) {
+        return "高";
+    }
+    if (iLevel >= 40) {
+        return "中";
+    }
+    return iLevel >= 16 ? "较低" : "低";
+}
+
+void VoraPrinterToolWidget::ChmodFile(QString strPath)
+{
+    RunShellCommand("chmod 777 " + QuoteForShell(strPath));
+}
+
+void VoraPrinterToolWidget::ChmodVendorPath(QString strPath)
+{
+    RunShellCommand("chmod 777 " + QuoteForShell(strPath) + '/');
+    RunShellCommand("chmod 777 " + QuoteForShell(strPath) + "/*");
+    const QDir dir(strPath);
+    const QStringList listName = dir.entryList(QDir::Dirs | QDir::NoSymLinks | QDir::NoDotAndDotDot);
+    for (const QString& strName : listName) {
+        ChmodVendorPath(dir.absoluteFilePath(strName));
+    }
+}
+
+void VoraPrinterToolWidget::DebugOutputPrinterInfo()
+{
+    const auto write = [](int iLine, const QString& strText) {
+        WriteStringLog(__FILE__, iLine, "DebugOutputPrinterInfo", QStringLiteral("%s"), qPrintable(strText));
+    };
+    const QList<stPrinterManager> listPrinter = PrinterList();
+    const int iCount = static_cast<int>(listPrinter.size());
+    write(__LINE__, QString::asprintf("printer number=%d", iCount));
+    for (int i = 0; i < iCount; ++i) {
+        const stPrinterInfo& info = listPrinter.at(i).printerInfo;
+        const QByteArray name = info.strPrinterName.toUtf8();
+        write(__LINE__, QString::asprintf("printer[%d] %s=%s", i, name.constData(), qUtf8Printable(info.strPort)));
+        write(__LINE__, QString::asprintf("%s: enType=%s", name.constData(), qUtf8Printable(info.enType)));
+        write(__LINE__, QString::asprintf("%s: iConnectType=%d", name.constData(), info.iConnectType));
+    }
+}
+
+void VoraPrinterToolWidget::DebugOutputPrinterStatus(int iIndex)
+{
+    const std::optional<stPrinterManager> printer = PrinterAt(iIndex);
+    if (!printer) {
+        return;
+    }
+    const QString& strName = printer->printerInfo.strPrinterName;
+    const stPrinterState& state = printer->printerState;
+    const auto write = [](int iLine, const QString& strText) {
+        WriteStringLog(__FILE__, iLine, "DebugOutputPrinterStatus", QStringLiteral("%s"), qPrintable(strText));
+    };
+    const auto text = [&](int iLine, const char* pField, const QString& strValue) {
+        write(iLine, strName + QLatin1String(": ") + QLatin1String(pField) + QLatin1Char('=') + strValue);
+    };
+    const auto number = [&](int iLine, const char* pField, auto value) { text(iLine, pField, QString::number(value)); };
+
+    write(__LINE__, QString::asprintf("printer[%d]=%s", iIndex, qUtf8Printable(strName)));
+    text(__LINE__, "strPrinterSerialNumber", state.strPrinterSerialNumber);
+    number(__LINE__, "enCurrentStatus", state.enCurrentStatus);
+    text(__LINE__, "strFWVersion", state.strFWVersion);
+    text(__LINE__, "strVenderName", state.strVenderName);
+    text(__LINE__, "strProductName", state.strProductName);
+    number(__LINE__, "iNumberOfError", state.listErrorStatus.size());
+    number(__LINE__, "iNumberOfWarning", state.listWarningStatus.size());
+    text(__LINE__, "error code", CodeText(state.listErrorStatus));
+    text(__LINE__, "warning code", CodeText(state.listWarningStatus));
+    text(__LINE__, "strSupplySerialNumber", state.strSupplySerialNumber);
+    number(__LINE__, "enSpplyType", state.enSpplyType);
+    number(__LINE__, "dwRemainingToner", state.dwRemainingToner);
+    number(__LINE__, "dwWasteToner", state.dwWasteToner);
+    number(__LINE__, "dwBlackInkRemainer", state.dwBlackInkRemainer);
+    number(__LINE__, "dwBlueInkRemainer", state.dwBlueInkRemainer);
+    number(__LINE__, "dwRedInkRemainer", state.dwRedInkRemainer);
+    number(__LINE__, "dwYellowInkRemainer", state.dwYellowInkRemainer);
+    number(__LINE__, "dwOPCRotation", state.dwOPCRotation);
+    number(__LINE__, "dwNumberOfPages", state.dwNumberOfPages);
+    number(__LINE__, "dwNumberOfPrint", state.dwNumberOfPrint);
+    number(__LINE__, "dwPrintDotsCount", state.dwPrintDotsCount);
+    number(__LINE__, "dwPrinterNumOfPages", state.dwPrinterNumOfPages);
+    number(__LINE__, "dwPrinterNumOfPrint", state.dwPrinterNumOfPrint);
+}

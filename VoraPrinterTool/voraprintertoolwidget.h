@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "PrinterCommon.h"
+
+#include <QList>
+#include <QSystemTrayIcon>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+class AppSetting;
+class QAction;
+class QMenu;
+class QThread;
+class TrdDeviceManage;
+class TrdGetPrinterStatus;
+
+namespace Ui {
+class VoraPrinterToolWidget;
+}
+
+/// The main window and the owner of everything else: the printer table, the tray icon with its menu, the settings
+/// window, the shared printer list and the workers with their threads. Closing it only hides it. Everything here
+/// belongs to the GUI thread; the shared list alone is also used by the workers, under g_mutexPrinterList.
+class VoraPrinterToolWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit VoraPrinterToolWidget(QWidget* parent = nullptr);
+
+    /// Stops all workers and waits for them, 1000 ms at most for all together.
+    ~VoraPrinterToolWidget() override;
+
+    void InitDeviceTable();
+    void InitTrayIcon();
+    void InitThread();
+    void InitLog();
+    void InitLanguage();
+
+    // Reserved start-up steps, empty and not called.
+    void InitConfig() {}
+    void CleanTempFile() {}
+
+    /// An ink level of 0 to 100 per cent in words, UTF-8; "无" (none) for any other number.
+    const char* GetRemainInkStr(int iLevel);
+
+    // Permission repair, kept for support builds and not wired to anything.
+
+    /// chmod 777 on one file; a failure leaves no trace.
+    void ChmodFile(QString strPath);
+
+    /// The same for a folder with all entries at every depth; links to folders are not followed.
+    void ChmodVendorPath(QString strPath);
+
+    void DebugOutputPrinterInfo();             ///< every printer's identity to the log
+    void DebugOutputPrinterStatus(int iIndex); ///< one printer's state to the log; nothing for an index beyond the list
+
+signals:
+    void SgnManageThreadStart();
+    void SgnStatusThreadStart();
+    void SgnThreadQuit();
+
+public slots:
+    void SlotActivatedTrayIcon(QSystemTrayIcon::ActivationReason reason);
+    void SlotTrayActionShow();
+    void SlotTrayActionUpdateFW();
+    void SlotTrayActionSetting();
+    void SlotTrayActionExit();
+
+    /// Shows the row's state and, when there is an error or else a warning, a balloon. A row beyond the table or the
+    /// list is ignored: a worker of a printer that is gone may still report.
+    void SlotUpdatePrinterStatus(int iIndex);
+
+    /// Builds the table anew and makes a status worker for each new row.
+    void SlotUpdatePrinterList();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    QAction* AddTrayAction(const QString& strText, void (VoraPrinterToolWidget::*slot)());
+    void AddStatusWorker(int iIndex);
+    QList<stPrinterManager> PrinterList() const;
+    std::optional<stPrinterManager> PrinterAt(int iIndex) const;
+    QString InkText(const stPrinterState& state);
+    QString AnnounceState(const stPrinterManager& printer);
+
+public:
+    std::unique_ptr<Ui::VoraPrinterToolWidget> ui;
+    QSystemTrayIcon* m_pTrayIcon = nullptr;
+    QMenu* m_pTrayMenu = nullptr;
+    QAction* m_pActionShow = nullptr;
+    QAction* m_pActionUpdateFW = nullptr;
+    QAction* m_pActionSetting = nullptr;
+    QAction* m_pActionExit = nullptr;
+    QList<TrdGetPrinterStatus*> m_listTrdGetPrinterStatus; ///< every worker ever made, also of rows that are gone
+    QList<QThread*> m_listStatusThread;                    ///< their threads, index for index
+    TrdDeviceManage* m_pTrdDeviceManage = nullptr;
+    QThread* m_pManageThread = nullptr;
+    AppSetting* m_pAppSetting = nullptr;
+    QList<stPrinterManager> m_listPrinterManager; ///< the shared list, under g_mutexPrinterList
+    int m_iStatusThreadCount = 0;                 ///< the printer count for which workers were last made
+    int m_iLanguage = 0;                          ///< enLanguage
+};
