@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QDBusConnection>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+/// One object of a program on the accessibility bus: a window, a widget, a cell.
+struct AccessibleNode
+{
+    QString strService;
+    QString strPath;
+};
+
+/// Reads a program's windows from outside, as a screen reader does. The program must run with
+/// QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1. The table is looked
+/// up once for each program, all else is asked anew at each call.
+class Accessibility
+{
+public:
+    Accessibility();
+
+    /// The name of a cell of the program's table; empty when there is none.
+    QString Cell(const QString& strProgram, int iRow, int iColumn) const;
+
+    /// The rows of the program's table; 0 when there is no table.
+    int RowCount(const QString& strProgram) const;
+
+    /// The names of all objects with a role ("push button", "label", "menu item" ...).
+    QStringList Names(const QString& strProgram, const QString& strRole) const;
+
+    /// The first object with a role and, unless empty, a name.
+    std::optional<AccessibleNode> Find(const QString& strProgram, const QString& strRole,
+                                       const QString& strName = QString()) const;
+
+    QString Name(const AccessibleNode& node) const;
+
+private:
+    QList<AccessibleNode> Children(const AccessibleNode& node) const;
+    QString Role(const AccessibleNode& node) const;
+    QVariant Property(const AccessibleNode& node, const QString& strInterface, const QString& strName) const;
+    void Collect(const AccessibleNode& node, const QString& strRole, QList<AccessibleNode>& listFound) const;
+    QList<AccessibleNode> All(const QString& strProgram, const QString& strRole) const;
+
+    std::optional<AccessibleNode> Table(const QString& strProgram) const;
+
+    QDBusConnection m_bus;
+    mutable QHash<QString, AccessibleNode> m_hashTable;
+};

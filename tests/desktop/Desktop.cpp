@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "Desktop.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+
+namespace Desktop {
+
+namespace {
+
+int Number(const QString& strText, const char* pPattern)
+{
+    return QRegularExpression(QLatin1String(pPattern)).match(strText).captured(1).toInt();
+}
+
+} // namespace
+
+QString Run(const QString& strProgram, const QStringList& listArgument)
+{
+    QProcess process;
+    process.start(strProgram, listArgument);
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+QList<Window> Windows(const QString& strClass)
+{
+    QList<Window> listWindow;
+    const QString strIds = Run(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                                           QStringLiteral("--class"), strClass});
+    for (const QString& strId : strIds.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        const QString strInfo = Run(QStringLiteral("xwininfo"), {QStringLiteral("-id"), strId});
+        const QString strTitle =
+            QRegularExpression(QStringLiteral("Window id: \\S+ \"(.*)\"")).match(strInfo).captured(1);
+        listWindow.append({strId, strTitle,
+                           QRect(Number(strInfo, "Absolute upper-left X: +(-?\\d+)"),
+                                 Number(strInfo, "Absolute upper-left Y: +(-?\\d+)"), Number(strInfo, "Width: (\\d+)"),
+                                 Number(strInfo, "Height: (\\d+)"))});
+    }
+    return listWindow;
+}
+
+std::optional<Window> FindWindow(const QString& strClass, const QString& strTitle, QSize min, QSize max)
+{
+    for (const Window& window : Windows(strClass)) {
+        const QSize size = window.geometry.size();
+        if (window.strTitle == strTitle && size.expandedTo(min) == size && size.boundedTo(max) == size) {
+            return window;
+        }
+    }
+    return std::nullopt;
+}
+
+void Click(const Window& window, QPoint position, enButton button)
+{
+    Run(QStringLiteral("xdotool"),
+        {QStringLiteral("mousemove"), QStringLiteral("--window"), window.strId, QString::number(position.x()),
+         QString::number(position.y()), QStringLiteral("click"), QString::number(button)});
+}
+
+void PressKey(const QString& strKey)
+{
+    Run(QStringLiteral("xdotool"), {QStringLiteral("key"), strKey});
+}
+
+void CloseWindow(const Window& window)
+{
+    Run(QStringLiteral("wmctrl"), {QStringLiteral("-i"), QStringLiteral("-c"), window.strId});
+}
+
+void SavePicture(const QString& strPath)
+{
+    Run(QStringLiteral("import"), {QStringLiteral("-window"), QStringLiteral("root"), strPath});
+}
+
+} // namespace Desktop

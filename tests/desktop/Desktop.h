@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QList>
+#include <QPoint>
+#include <QRect>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+// The display that a test runs on, as its user sees and touches it.
+namespace Desktop {
+
+struct Window
+{
+    QString strId;
+    QString strTitle;
+    QRect geometry; ///< on the screen, without the window manager's frame
+};
+
+/// The visible windows of a program (X class), its tray icon, menus and balloons included.
+QList<Window> Windows(const QString& strClass);
+
+/// The first of them whose title and size fit; each bound is inclusive.
+std::optional<Window> FindWindow(const QString& strClass, const QString& strTitle, QSize min, QSize max);
+
+enum enButton
+{
+    enButtonLeft = 1,
+    enButtonRight = 3
+};
+
+void Click(const Window& window, QPoint position, enButton button = enButtonLeft);
+void PressKey(const QString& strKey);
+
+/// What the window manager's close button does.
+void CloseWindow(const Window& window);
+
+/// The whole screen as a PNG file.
+void SavePicture(const QString& strPath);
+
+/// Runs a command to its end and returns its standard output.
+QString Run(const QString& strProgram, const QStringList& listArgument);
+
+} // namespace Desktop

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "Tool.h"
+
+#include <QFileInfo>
+#include <QTest>
+
+Tool::Tool(const QString& strProgram) : m_strProgram(strProgram), m_strClass(QFileInfo(strProgram).fileName())
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+    m_process.setProcessEnvironment(environment);
+    m_process.setProcessChannelMode(QProcess::ForwardedChannels);
+}
+
+Tool::~Tool()
+{
+    m_process.kill();
+    m_process.waitForFinished();
+}
+
+void Tool::Start(const QStringList& listArgument)
+{
+    m_process.start(m_strProgram, listArgument);
+    m_process.waitForStarted();
+}
+
+std::optional<Desktop::Window> Tool::MainWindow() const
+{
+    return Desktop::FindWindow(m_strClass, QStringLiteral("星原喷墨打印机助手"), {860, 300}, {860, 300});
+}
+
+// The tray icon, the menu and the balloon have the program's name for a title and are told apart by their size.
+
+std::optional<Desktop::Window> Tool::SmallWindow(QSize min, QSize max) const
+{
+    return Desktop::FindWindow(m_strClass, m_strClass, min, max);
+}
+
+std::optional<Desktop::Window> Tool::TrayIcon() const
+{
+    return SmallWindow({16, 16}, {48, 48});
+}
+
+std::optional<Desktop::Window> Tool::Popup() const
+{
+    return SmallWindow({60, 50}, {700, 300});
+}
+
+void Tool::ClickTrayIcon(Desktop::enButton button) const
+{
+    const std::optional<Desktop::Window> icon = TrayIcon();
+    if (icon) {
+        Desktop::Click(*icon, {icon->geometry.width() / 2, icon->geometry.height() / 2}, button);
+    }
+}
+
+bool Tool::ChooseFromTrayMenu(int iEntry) const
+{
+    ClickTrayIcon(Desktop::enButtonRight);
+    std::optional<Desktop::Window> menu;
+    if (!QTest::qWaitFor([&] { return (menu = Popup()).has_value(); })) {
+        return false;
+    }
+    Desktop::Click(*menu, {menu->geometry.width() / 2, menu->geometry.height() * (2 * iEntry + 1) / 8});
+    return true;
+}
+
+QString Tool::Cell(int iRow, int iColumn) const
+{
+    return m_accessibility.Cell(m_strClass, iRow, iColumn);
+}
+
+int Tool::RowCount() const
+{
+    return m_accessibility.RowCount(m_strClass);
+}

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Accessibility.h"
+#include "Desktop.h"
+
+#include <QProcess>
+
+/// The built program, run as its user runs it and seen from outside. Killed with this object unless it ended before.
+class Tool
+{
+public:
+    explicit Tool(const QString& strProgram = QStringLiteral(VORA_TOOL));
+    ~Tool();
+
+    void Start(const QStringList& listArgument = {});
+    QProcess& Process() { return m_process; }
+
+    std::optional<Desktop::Window> MainWindow() const;
+    std::optional<Desktop::Window> TrayIcon() const;
+    std::optional<Desktop::Window> Popup() const; ///< the tray menu or a balloon
+
+    void ClickTrayIcon(Desktop::enButton button = Desktop::enButtonLeft) const;
+
+    /// Opens the tray menu and clicks on one of its four entries, counted from 0.
+    bool ChooseFromTrayMenu(int iEntry) const;
+
+    /// What stands in a cell of the table; empty when there is no such cell.
+    QString Cell(int iRow, int iColumn) const;
+    int RowCount() const;
+
+    const Accessibility& Access() const { return m_accessibility; }
+
+private:
+    std::optional<Desktop::Window> SmallWindow(QSize min, QSize max) const;
+
+    QString m_strProgram;
+    QString m_strClass;
+    Accessibility m_accessibility;
+    QProcess m_process;
+};
