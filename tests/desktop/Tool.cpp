@@ -11,13 +11,19 @@ Tool::Tool(const QString& strProgram) : m_strProgram(strProgram), m_strClass(QFi
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
     m_process.setProcessEnvironment(environment);
-    m_process.setProcessChannelMode(QProcess::ForwardedChannels);
+    m_process.setProcessChannelMode(QProcess::MergedChannels);
+    m_process.setStandardOutputFile(OutputPath());
 }
 
 Tool::~Tool()
 {
     m_process.kill();
     m_process.waitForFinished();
+}
+
+QString Tool::OutputPath() const
+{
+    return QStringLiteral("/tmp/tool-output.txt");
 }
 
 void Tool::Start(const QStringList& listArgument)

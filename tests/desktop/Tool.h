@@ -18,6 +18,9 @@ public:
     void Start(const QStringList& listArgument = {});
     QProcess& Process() { return m_process; }
 
+    /// The file with what the program wrote to its standard output and standard error.
+    QString OutputPath() const;
+
     std::optional<Desktop::Window> MainWindow() const;
     std::optional<Desktop::Window> TrayIcon() const;
     std::optional<Desktop::Window> Popup() const; ///< the tray menu or a balloon

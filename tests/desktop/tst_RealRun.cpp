@@ -1,59 +1,27 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
-#include "DriverFolder.h"
-#include "StatusEncoder.h"
-#include "Tool.h"
-
-#include <QtTest>
-
-namespace {
-
-QByteArray Reply(quint8 byStatus, const QList<quint16>& listError = {}, const QList<quint16>& listWarning = {})
-{
-    stStatusReply reply;
-    reply.byStatus = byStatus;
-    reply.listErrorCode = listError;
-    reply.listWarningCode = listWarning;
-    reply.listSupplies = {SuppliesNumber(enSuppliesBlueInk, 80), SuppliesNumber(enSuppliesRedInk, 50),
-                          SuppliesNumber(enSuppliesYellowInk, 20), SuppliesNumber(enSuppliesBlackInk, 5)};
-    return EncodeStatusReply(reply);
-}
-
-} // namespace
+#include "DesktopTest.h"
 
 /// One run of the built program as its user has it: on a desktop with a tray, beside a driver package that writes
 /// files.
-class tst_RealRun : public QObject
+class tst_RealRun : public DesktopTest
 {
     Q_OBJECT
 
 private slots:
-    void cleanup();
     void followsTheDriverPackageFromStartToExit();
 };
 
-void tst_RealRun::cleanup()
-{
-    if (QTest::currentTestFailed()) {
-        const QString strFolder = QStringLiteral(VORA_FAILURES "/RealRun");
-        QDir().mkpath(strFolder);
-        Desktop::SavePicture(strFolder + QStringLiteral("/screen.png"));
-    }
-}
-
 void tst_RealRun::followsTheDriverPackageFromStartToExit()
 {
-    const DriverFolder folder(c_strCfgPath);
-    QVERIFY(folder.WritePrinterList(
-        {{QStringLiteral("Office"), QStringLiteral("RA7Q"), 0, QStringLiteral("192.168.1.20"),
-          QStringLiteral("ipp://a")},
-         {QStringLiteral("书房"), QStringLiteral("RB9Q"), 1, QString(), QStringLiteral("usb://b")}}));
-    QVERIFY(folder.WriteStatus(QStringLiteral("Office"), Reply(0x00)));
-    Tool tool;
-    tool.Start();
+    WritePrinters({{QStringLiteral("Office"), QStringLiteral("RA7Q"), 0, QStringLiteral("192.168.1.20"),
+                    QStringLiteral("ipp://a")},
+                   {QStringLiteral("书房"), QStringLiteral("RB9Q"), 1, QString(), QStringLiteral("usb://b")}});
+    WriteStatus(QStringLiteral("Office"), Reply());
+    StartWithTray();
 
-    QTRY_VERIFY(tool.MainWindow());
+    Tool& tool = *m_tool;
     QTRY_COMPARE(tool.Cell(0, 3), QStringLiteral("就绪"));
     QCOMPARE(tool.RowCount(), 2);
     QCOMPARE(tool.Cell(0, 0), QStringLiteral("Office"));
@@ -63,10 +31,9 @@ void tst_RealRun::followsTheDriverPackageFromStartToExit()
     QCOMPARE(tool.Cell(1, 1), QStringLiteral("USB"));
     QCOMPARE(tool.Cell(1, 2), QStringLiteral("青色：无   红色：无   黄色：无   黑色：无"));
     QCOMPARE(tool.Cell(1, 3), QStringLiteral("脱机"));
-    QTRY_VERIFY(tool.TrayIcon());
     QVERIFY(!tool.Popup());
 
-    QVERIFY(folder.WriteStatus(QStringLiteral("Office"), Reply(0x10, {0x6100})));
+    WriteStatus(QStringLiteral("Office"), Reply(0x10, {0x6100}));
     QTRY_COMPARE(tool.Cell(0, 3), QStringLiteral("进纸托盘处无纸,请放入纸张"));
     QTRY_VERIFY(tool.Popup());                     // the balloon
     QTRY_VERIFY_WITH_TIMEOUT(!tool.Popup(), 6000); // closes by itself after 3 s

@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+#include <QDir>
+
+stStatusReply DesktopTest::Reply(quint8 byStatus, const QList<quint16>& listError, const QList<quint16>& listWarning)
+{
+    stStatusReply reply;
+    reply.byStatus = byStatus;
+    reply.listErrorCode = listError;
+    reply.listWarningCode = listWarning;
+    reply.listSupplies = {SuppliesNumber(enSuppliesBlueInk, 80), SuppliesNumber(enSuppliesRedInk, 50),
+                          SuppliesNumber(enSuppliesYellowInk, 20), SuppliesNumber(enSuppliesBlackInk, 5)};
+    return reply;
+}
+
+void DesktopTest::init()
+{
+    QDir(QStringLiteral(VORA_PACKAGE_PATH)).removeRecursively();
+    m_folder = DriverFolder(c_strCfgPath);
+    m_tool = std::make_unique<Tool>();
+}
+
+void DesktopTest::cleanup()
+{
+    if (QTest::currentTestFailed()) {
+        const char* pTag = QTest::currentDataTag();
+        const QString strFolder =
+            QStringLiteral(VORA_FAILURES "/%1-%2%3")
+                .arg(QLatin1String(metaObject()->className()), QLatin1String(QTest::currentTestFunction()),
+                     pTag == nullptr ? QString() : QLatin1Char('-') + QLatin1String(pTag));
+        QDir().mkpath(strFolder);
+        Desktop::SavePicture(strFolder + QStringLiteral("/screen.png"));
+        QFile::remove(strFolder + QStringLiteral("/output.txt"));
+        QFile::copy(m_tool->OutputPath(), strFolder + QStringLiteral("/output.txt"));
+        Desktop::Run(QStringLiteral("cp"), {QStringLiteral("-r"), QStringLiteral(VORA_PACKAGE_PATH), strFolder});
+    }
+    m_tool.reset();
+    m_tray.reset();
+}
+
+void DesktopTest::WritePrinters(const QList<stPrinterInfo>& listPrinter) const
+{
+    QVERIFY(m_folder.WritePrinterList(listPrinter));
+}
+
+void DesktopTest::WriteReadyPrinters(const QStringList& listName) const
+{
+    QList<stPrinterInfo> listPrinter;
+    for (const QString& strName : listName) {
+        WriteStatus(strName, Reply());
+        listPrinter.append(
+            {strName, QStringLiteral("RA7Q"), 0, QStringLiteral("192.168.1.20"), QStringLiteral("ipp://") + strName});
+    }
+    WritePrinters(listPrinter);
+}
+
+void DesktopTest::WriteStatus(const QString& strName, const stStatusReply& reply) const
+{
+    QVERIFY(m_folder.WriteStatus(strName, EncodeStatusReply(reply)));
+}
+
+void DesktopTest::StartWithTray(TrayHost::enKind enKind)
+{
+    m_tray = std::make_unique<TrayHost>(enKind);
+    QVERIFY(m_tray->Start());
+    m_tool->Start();
+    QTRY_VERIFY(m_tool->MainWindow());
+    QTRY_VERIFY(m_tray->HasIcon(*m_tool));
+}
+
+void DesktopTest::FakeProgram(const QString& strName, const QByteArray& script)
+{
+    const QString strFolder = QStringLiteral("/tmp/fake-programs");
+    QDir().mkpath(strFolder);
+    QFile file(strFolder + QLatin1Char('/') + strName);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("#!/bin/sh\n" + script);
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QByteArray path = qgetenv("PATH");
+    if (!path.startsWith(strFolder.toLocal8Bit())) {
+        qputenv("PATH", strFolder.toLocal8Bit() + ':' + path);
+    }
+}

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "DriverFolder.h"
+#include "StatusEncoder.h"
+#include "Tool.h"
+#include "TrayHost.h"
+
+#include <QtTest>
+
+/// Base of the tests that run the built program on a desktop: each test function starts with an empty driver package
+/// folder, without tray host and without tool. One that fails leaves its picture, the program's output and the driver
+/// folder under build/desktop-failures/.
+class DesktopTest : public QObject
+{
+    Q_OBJECT
+
+protected:
+    /// A ready printer's reply with the ink levels 80, 50, 20 and 5 (cyan, magenta, yellow, black).
+    static stStatusReply Reply(quint8 byStatus = 0x00, const QList<quint16>& listError = {},
+                               const QList<quint16>& listWarning = {});
+
+    void WritePrinters(const QList<stPrinterInfo>& listPrinter) const;
+
+    /// Network printers with these names, all ready.
+    void WriteReadyPrinters(const QStringList& listName) const;
+    void WriteStatus(const QString& strName, const stStatusReply& reply) const;
+
+    /// Starts the tray host and the tool, and waits for its window and its icon.
+    void StartWithTray(TrayHost::enKind enKind = TrayHost::enTint2);
+
+    /// Puts an executable shell script in front of the system's program of that name. It is gone with the test program.
+    static void FakeProgram(const QString& strName, const QByteArray& script);
+
+    DriverFolder m_folder{c_strCfgPath};
+    std::unique_ptr<TrayHost> m_tray;
+    std::unique_ptr<Tool> m_tool;
+
+private slots:
+    void init();
+    void cleanup();
+};
