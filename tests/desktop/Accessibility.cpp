@@ -58,6 +58,35 @@ QString Accessibility::Role(const AccessibleNode& node) const
     return reply.arguments().value(0).toString();
 }
 
+QRect Accessibility::Extents(const AccessibleNode& node) const
+{
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(node.strService, node.strPath, QStringLiteral("org.a11y.atspi.Component"),
+                                       QStringLiteral("GetExtents"));
+    call << quint32(0); // of the screen
+    const QDBusMessage reply = m_bus.call(call);
+    int iX = 0;
+    int iY = 0;
+    int iWidth = 0;
+    int iHeight = 0;
+    if (reply.type() == QDBusMessage::ReplyMessage) {
+        const auto argument = reply.arguments().value(0).value<QDBusArgument>();
+        argument.beginStructure();
+        argument >> iX >> iY >> iWidth >> iHeight;
+        argument.endStructure();
+    }
+    return {iX, iY, iWidth, iHeight};
+}
+
+bool Accessibility::IsChecked(const AccessibleNode& node) const
+{
+    const QDBusMessage reply = m_bus.call(
+        QDBusMessage::createMethodCall(node.strService, node.strPath, c_strAccessible, QStringLiteral("GetState")));
+    constexpr unsigned uChecked = 1U << 4U; // ATSPI_STATE_CHECKED
+    const QList<unsigned> listState = qdbus_cast<QList<unsigned>>(reply.arguments().value(0));
+    return (listState.value(0) & uChecked) != 0;
+}
+
 QList<AccessibleNode> Accessibility::Children(const AccessibleNode& node) const
 {
     QList<AccessibleNode> listChild;
@@ -133,19 +162,40 @@ std::optional<AccessibleNode> Accessibility::Table(const QString& strProgram) co
     return m_hashTable.value(strProgram);
 }
 
-QString Accessibility::Cell(const QString& strProgram, int iRow, int iColumn) const
+std::optional<AccessibleNode> Accessibility::CellNode(const QString& strProgram, int iRow, int iColumn) const
 {
     const std::optional<AccessibleNode> table = Table(strProgram);
     if (!table) {
-        return QString();
+        return std::nullopt;
     }
     QDBusMessage call = QDBusMessage::createMethodCall(table->strService, table->strPath, c_strTable,
                                                        QStringLiteral("GetAccessibleAt"));
     call << iRow << iColumn;
     const QDBusMessage reply = m_bus.call(call);
-    return reply.type() == QDBusMessage::ReplyMessage
-               ? Name(ReadNode(reply.arguments().value(0).value<QDBusArgument>()))
-               : QString();
+    if (reply.type() != QDBusMessage::ReplyMessage) {
+        return std::nullopt;
+    }
+    return ReadNode(reply.arguments().value(0).value<QDBusArgument>());
+}
+
+QString Accessibility::Cell(const QString& strProgram, int iRow, int iColumn) const
+{
+    const std::optional<AccessibleNode> cell = CellNode(strProgram, iRow, iColumn);
+    return cell ? Name(*cell) : QString();
+}
+
+QList<AccessibleNode> Accessibility::ColumnHeaders(const QString& strProgram) const
+{
+    QList<AccessibleNode> listHeader;
+    const std::optional<AccessibleNode> table = Table(strProgram);
+    if (table) {
+        for (const AccessibleNode& child : Children(*table)) {
+            if (Role(child) == QLatin1String("column header")) {
+                listHeader.append(child);
+            }
+        }
+    }
+    return listHeader;
 }
 
 int Accessibility::RowCount(const QString& strProgram) const

@@ -6,6 +6,7 @@
 #include <QDBusConnection>
 #include <QHash>
 #include <QList>
+#include <QRect>
 #include <QString>
 #include <QStringList>
 
@@ -29,6 +30,12 @@ public:
     /// The name of a cell of the program's table; empty when there is none.
     QString Cell(const QString& strProgram, int iRow, int iColumn) const;
 
+    /// A cell of the program's table; none when the table is hidden or has no such cell.
+    std::optional<AccessibleNode> CellNode(const QString& strProgram, int iRow, int iColumn) const;
+
+    /// The headers of the table's columns, from the left.
+    QList<AccessibleNode> ColumnHeaders(const QString& strProgram) const;
+
     /// The rows of the program's table; 0 when there is no table.
     int RowCount(const QString& strProgram) const;
 
@@ -40,6 +47,12 @@ public:
                                        const QString& strName = QString()) const;
 
     QString Name(const AccessibleNode& node) const;
+
+    /// Where it is on the screen.
+    QRect Extents(const AccessibleNode& node) const;
+
+    /// Whether a check box is checked.
+    bool IsChecked(const AccessibleNode& node) const;
 
 private:
     QList<AccessibleNode> Children(const AccessibleNode& node) const;

@@ -65,9 +65,27 @@ void PressKey(const QString& strKey)
     Run(QStringLiteral("xdotool"), {QStringLiteral("key"), strKey});
 }
 
+void MoveMouse(QPoint position)
+{
+    Run(QStringLiteral("xdotool"),
+        {QStringLiteral("mousemove"), QString::number(position.x()), QString::number(position.y())});
+}
+
+QMargins FrameExtents(const Window& window)
+{
+    const QString strExtents = Property(window, QStringLiteral("_NET_FRAME_EXTENTS"));
+    return {Number(strExtents, "= (\\d+), "), Number(strExtents, "= \\d+, \\d+, (\\d+)"),
+            Number(strExtents, "= \\d+, (\\d+), "), Number(strExtents, "(\\d+)\\s*$")};
+}
+
 void CloseWindow(const Window& window)
 {
     Run(QStringLiteral("wmctrl"), {QStringLiteral("-i"), QStringLiteral("-c"), window.strId});
+}
+
+QString Property(const Window& window, const QString& strName)
+{
+    return Run(QStringLiteral("xprop"), {QStringLiteral("-id"), window.strId, strName});
 }
 
 void SavePicture(const QString& strPath)

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QList>
+#include <QMargins>
 #include <QPoint>
 #include <QRect>
 #include <QString>
@@ -36,11 +37,20 @@ enum enButton
 void Click(const Window& window, QPoint position, enButton button = enButtonLeft);
 void PressKey(const QString& strKey);
 
+/// To a place on the screen.
+void MoveMouse(QPoint position);
+
+/// The widths of the window manager's frame around it, its title bar included.
+QMargins FrameExtents(const Window& window);
+
 /// What the window manager's close button does.
 void CloseWindow(const Window& window);
 
 /// The whole screen as a PNG file.
 void SavePicture(const QString& strPath);
+
+/// A window property as xprop prints it, such as "_NET_FRAME_EXTENTS(CARDINAL) = 1, 1, 20, 1".
+QString Property(const Window& window, const QString& strName);
 
 /// Runs a command to its end and returns its standard output.
 QString Run(const QString& strProgram, const QStringList& listArgument);

@@ -37,6 +37,11 @@ std::optional<Desktop::Window> Tool::MainWindow() const
     return Desktop::FindWindow(m_strClass, QStringLiteral("星原喷墨打印机助手"), {860, 300}, {860, 300});
 }
 
+std::optional<Desktop::Window> Tool::SettingsWindow() const
+{
+    return Desktop::FindWindow(m_strClass, QStringLiteral("设置"), {400, 300}, {400, 300});
+}
+
 // The tray icon, the menu and the balloon have the program's name for a title and are told apart by their size.
 
 std::optional<Desktop::Window> Tool::SmallWindow(QSize min, QSize max) const

@@ -21,7 +21,11 @@ public:
     /// The file with what the program wrote to its standard output and standard error.
     QString OutputPath() const;
 
+    /// The class of its windows and its name on the accessibility bus.
+    const QString& Class() const { return m_strClass; }
+
     std::optional<Desktop::Window> MainWindow() const;
+    std::optional<Desktop::Window> SettingsWindow() const;
     std::optional<Desktop::Window> TrayIcon() const;
     std::optional<Desktop::Window> Popup() const; ///< the tray menu or a balloon
 
