@@ -23,6 +23,12 @@ QString ReadString(const QSettings& settings, const QString& strKey)
     return value.userType() == QMetaType::QStringList ? value.toStringList().join(QLatin1Char(',')) : value.toString();
 }
 
+/// A number; 0 for what is none or none of an int.
+int ReadInt(const QSettings& settings, const QString& strKey)
+{
+    return ReadString(settings, strKey).toInt();
+}
+
 /// The numbers of the printer groups to read.
 std::vector<int> PrinterIndexes(const QSettings& settings, int iCount)
 {
@@ -36,7 +42,7 @@ std::vector<int> PrinterIndexes(const QSettings& settings, int iCount)
     for (const QString& strGroup : settings.childGroups()) {
         bool bNumber = false;
         const int iIndex = strGroup.mid(strPrefix.size()).toInt(&bNumber);
-        if (bNumber && iIndex < iCount && strGroup == strPrefix + QString::number(iIndex)) {
+        if (bNumber && iIndex >= 0 && iIndex < iCount && strGroup == strPrefix + QString::number(iIndex)) {
             listIndex.push_back(iIndex);
         }
     }
@@ -74,14 +80,14 @@ QList<stPrinterInfo> TrdDeviceManage::GetPrinterInfo(bool)
     }
     QSettings settings(strPath, QSettings::IniFormat);
     SetIniUtf8(settings);
-    const int iCount = settings.value(QStringLiteral("Main/Count")).toInt();
+    const int iCount = ReadInt(settings, QStringLiteral("Main/Count"));
     for (const int iIndex : PrinterIndexes(settings, iCount)) {
         stPrinterInfo printerInfo;
         InitStPrinterInfo(printerInfo);
         settings.beginGroup(QString::asprintf("printer_%d", iIndex));
         printerInfo.strPrinterName = ReadString(settings, QStringLiteral("Name"));
         printerInfo.enType = ReadString(settings, QStringLiteral("Model"));
-        printerInfo.iConnectType = settings.value(QStringLiteral("ConnectType")).toInt();
+        printerInfo.iConnectType = ReadInt(settings, QStringLiteral("ConnectType"));
         printerInfo.strPort = ReadString(settings, QStringLiteral("Port"));
         printerInfo.strURI = ReadString(settings, QStringLiteral("URI"));
         settings.endGroup();

@@ -27,6 +27,13 @@ constexpr unsigned short c_iStatusPort = 9300;
 constexpr int c_iMinReplyLength = 8;
 constexpr std::array<unsigned char, 15> c_statusRequest = {0xA5, 0x00, 0x0C, 0x50, 0xE0, 0x74, 0x08, 0x03};
 
+/// Whether `cancel` would take the name for a queue: one that begins with "-" is an option to it, "-a" for the jobs of
+/// every queue, and no argument holds a zero.
+bool IsQueueName(const QString& strName)
+{
+    return !strName.isEmpty() && !strName.startsWith(QLatin1Char('-')) && !strName.contains(QChar(0));
+}
+
 /// The shell command that cancels a queue's current job. A name too long for the command's bound loses whole characters
 /// at its end, so that the quotes stay closed.
 QByteArray CancelCommand(QString strName)
@@ -156,8 +163,7 @@ void TrdGetPrinterStatus::CancelJobs() const
 {
     const QString& strName = m_printerManager.printerInfo.strPrinterName;
     WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("cancel by printer %s"), qPrintable(strName));
-    if (strName.isEmpty() || strName.startsWith(QLatin1Char('-'))) {
-        // "cancel" would take such a name for an option: "-a" for the jobs of every queue.
+    if (!IsQueueName(strName)) {
         WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("not cancelled, no queue name: %s"),
                        qPrintable(strName));
         return;
