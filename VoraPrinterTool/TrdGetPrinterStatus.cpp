@@ -28,10 +28,10 @@ constexpr int c_iMinReplyLength = 8;
 constexpr std::array<unsigned char, 15> c_statusRequest = {0xA5, 0x00, 0x0C, 0x50, 0xE0, 0x74, 0x08, 0x03};
 
 /// Whether `cancel` would take the name for a queue: one that begins with "-" is an option to it, "-a" for the jobs of
-/// every queue, and no argument holds a zero.
+/// every queue.
 bool IsQueueName(const QString& strName)
 {
-    return !strName.isEmpty() && !strName.startsWith(QLatin1Char('-')) && !strName.contains(QChar(0));
+    return !strName.isEmpty() && !strName.startsWith(QLatin1Char('-'));
 }
 
 /// The shell command that cancels a queue's current job. A name too long for the command's bound loses whole characters
@@ -242,7 +242,9 @@ int TrdGetPrinterStatus::ReadStatusFile(const QString& strName, bool bForce)
     const QString strPath = c_strCfgPath + strName + c_strStatusFileSuffix;
     // One system call a second; QFileInfo and local time take three.
     struct stat fileStat = {};
-    if (::stat(QFile::encodeName(strPath).constData(), &fileStat) != 0) {
+    const bool bExists = !strName.contains(QChar(0)) && // which would end the path and name another queue's file
+                         ::stat(QFile::encodeName(strPath).constData(), &fileStat) == 0;
+    if (!bExists) {
         m_dtLastModified = QDateTime();
         return -1;
     }

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "OpenHook.h"
+
+#include <QFile>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdarg>
+
+#include <dlfcn.h>
+#include <fcntl.h>
+
+namespace {
+
+std::atomic<const OpenHook*> s_pOpenHook{nullptr};
+
+bool IsRefused(const char* pPath)
+{
+    const OpenHook* pHook = s_pOpenHook;
+    return pHook != nullptr && pHook->m_path == pPath && !pHook->m_beforeOpen();
+}
+
+int HookedOpen(const char* pRealName, const char* pPath, int iFlags, va_list arguments)
+{
+    if (IsRefused(pPath)) {
+        errno = EACCES;
+        return -1;
+    }
+    const auto realOpen = reinterpret_cast<int (*)(const char*, int, ...)>(::dlsym(RTLD_NEXT, pRealName));
+    const mode_t iMode = (iFlags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
+    return realOpen(pPath, iFlags, iMode);
+}
+
+} // namespace
+
+OpenHook::OpenHook(const QString& strPath, std::function<bool()> beforeOpen)
+    : m_path(QFile::encodeName(strPath)), m_beforeOpen(std::move(beforeOpen))
+{
+    s_pOpenHook = this;
+}
+
+OpenHook::~OpenHook()
+{
+    s_pOpenHook = nullptr;
+}
+
+// The program's own definitions come before the C library's.
+
+extern "C" int open(const char* pPath, int iFlags, ...)
+{
+    va_list arguments;
+    va_start(arguments, iFlags);
+    const int iFd = HookedOpen("open", pPath, iFlags, arguments);
+    va_end(arguments);
+    return iFd;
+}
+
+extern "C" int open64(const char* pPath, int iFlags, ...)
+{
+    va_list arguments;
+    va_start(arguments, iFlags);
+    const int iFd = HookedOpen("open64", pPath, iFlags, arguments);
+    va_end(arguments);
+    return iFd;
+}

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "DriverFolder.h"
+#include "TestFiles.h"
+
+#include <QDateTime>
+
+/// The folder in which the program looks for status files.
+inline DriverFolder StatusFolder()
+{
+    return DriverFolder(QStringLiteral("/opt/vora/vora-printer-k507/cfg"));
+}
+
+/// Puts a reply into a queue's status file. A file's time moves in ticks of some milliseconds; within one tick the new
+/// file would pass for the old one.
+inline bool WriteNewStatus(const QString& strName, const QByteArray& reply)
+{
+    const QString strPath = StatusFolder().StatusPath(strName);
+    const QDateTime dtBefore = QFileInfo(strPath).lastModified();
+    bool bWritten = false;
+    do {
+        bWritten = StatusFolder().WriteStatus(strName, reply);
+    } while (bWritten && QFileInfo(strPath).lastModified() == dtBefore);
+    return bWritten;
+}
+
+inline QString ToolPath()
+{
+    return QStringLiteral("/opt/vora/vora-printer-k507/tool/");
+}
+
+/// What all log files hold together.
+inline QByteArray LogText()
+{
+    QByteArray text;
+    for (const QFileInfo& info : QDir(ToolPath()).entryInfoList({QStringLiteral("log_tool_*.log")})) {
+        text += ReadFile(info.filePath());
+    }
+    return text;
+}
+
+/// How many descriptors this process has open.
+inline int DescriptorCount()
+{
+    return static_cast<int>(
+        QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System).size());
+}

@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "TrdDeviceManage.h"
+#include "voraprintertoolwidget.h"
+
+#include <QThread>
+#include <QTranslator>
+
+// What the tests of the main window have in common.
+
+/// A printer as the list file names it, with a state that nobody has filled.
+inline stPrinterManager MakePrinter(const QString& strName, int iConnectType = 1, const QString& strPort = QString())
+{
+    stPrinterManager printer;
+    printer.printerInfo = {strName, QStringLiteral("RA7QX"), iConnectType, strPort, QStringLiteral("usb://") + strName};
+    return printer;
+}
+
+inline QList<stPrinterManager> Repeat(const stPrinterManager& printer, int iCount)
+{
+    QList<stPrinterManager> listPrinter;
+    for (int i = 0; i < iCount; ++i) {
+        listPrinter.append(printer);
+    }
+    return listPrinter;
+}
+
+/// Ends the list worker, which would replace a list that a test puts in by hand.
+inline void StopListWorker(VoraPrinterToolWidget& window)
+{
+    window.m_pTrdDeviceManage->SlotThreadQuit();
+    window.m_pManageThread->quit();
+    window.m_pManageThread->wait();
+}
+
+inline void SetPrinterList(VoraPrinterToolWidget& window, const QList<stPrinterManager>& listPrinter)
+{
+    const std::lock_guard lock(g_mutexPrinterList);
+    window.m_listPrinterManager = listPrinter;
+}
+
+/// Puts rows into the table without workers, which would write into the list.
+inline void ShowPrinters(VoraPrinterToolWidget& window, const QList<stPrinterManager>& listPrinter)
+{
+    SetPrinterList(window, listPrinter);
+    window.m_iStatusThreadCount = static_cast<int>(listPrinter.size());
+    window.SlotUpdatePrinterList();
+}
+
+/// One printer, "Office", reports the state.
+inline void ReportState(VoraPrinterToolWidget& window, const stPrinterState& state)
+{
+    stPrinterManager printer = MakePrinter(QStringLiteral("Office"));
+    printer.printerState = state;
+    ShowPrinters(window, {printer});
+    window.SlotUpdatePrinterStatus(0);
+}
+
+/// Keeps what it was asked to translate, as "context: text".
+class RecordingTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+
+    QString translate(const char* pContext, const char* pText, const char*, int) const override
+    {
+        m_listAsked.append(QLatin1String(pContext) + QStringLiteral(": ") + QLatin1String(pText));
+        return QString();
+    }
+
+    mutable QStringList m_listAsked;
+};

@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "WindowTest.h"
+
+#include <QStyle>
+#include <QTableWidget>
+#include <QtTest>
+
+namespace {
+
+const QStringList c_listInkWord = {QStringLiteral("无"), QStringLiteral("低"), QStringLiteral("较低"),
+                                   QStringLiteral("中"), QStringLiteral("高")};
+constexpr std::array<unsigned long, 5> c_listInkLevel = {0, 10, 30, 50, 100}; // of each word
+
+} // namespace
+
+/// Each text that a row can show without an error or a warning fits its column.
+class tst_CellWidths : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void statesFit_data();
+    void statesFit();
+    void inkLevelsFit();
+    void statesFitBesideAScrollBar();
+    void cleanupTestCase();
+
+private:
+    int Spare(int iColumn) const;
+
+    std::unique_ptr<VoraPrinterToolWidget> m_pWindow;
+    QTableWidget* m_pTable = nullptr;
+};
+
+void tst_CellWidths::initTestCase()
+{
+    m_pWindow = std::make_unique<VoraPrinterToolWidget>();
+    StopListWorker(*m_pWindow);
+    m_pWindow->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_pWindow.get()));
+    m_pTable = m_pWindow->findChild<QTableWidget*>();
+}
+
+void tst_CellWidths::cleanupTestCase()
+{
+    m_pWindow.reset();
+}
+
+/// The pixels that the first row's text leaves of its column, without margins and grid.
+int tst_CellWidths::Spare(int iColumn) const
+{
+    const int iMargin = m_pTable->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, m_pTable) + 1;
+    const QString strText = m_pTable->item(0, iColumn)->text();
+    return m_pTable->columnWidth(iColumn) - 1 - 2 * iMargin - m_pTable->fontMetrics().horizontalAdvance(strText);
+}
+
+void tst_CellWidths::statesFit_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("0") << QStringLiteral("未知");
+    QTest::newRow("1") << QStringLiteral("数据格式错误或版本不匹配");
+    QTest::newRow("2") << QStringLiteral("脱机");
+    QTest::newRow("3") << QStringLiteral("就绪");
+    QTest::newRow("4") << QStringLiteral("初始化");
+    QTest::newRow("5") << QStringLiteral("忙碌");
+    QTest::newRow("6") << QStringLiteral("正在取消任务");
+    QTest::newRow("7") << QStringLiteral("错误");
+    QTest::newRow("8") << QStringLiteral("正在打印");
+    QTest::newRow("9") << QStringLiteral("正在扫描");
+    QTest::newRow("10") << QStringLiteral("正在复印");
+    QTest::newRow("11") << QStringLiteral("正在打印报告");
+    QTest::newRow("12") << QStringLiteral("清洁模式");
+    QTest::newRow("13") << QStringLiteral("校准模式");
+    QTest::newRow("14") << QStringLiteral("打印机任务中");
+    QTest::newRow("15") << QStringLiteral("正在打印Debug报告");
+}
+
+void tst_CellWidths::statesFit()
+{
+    QFETCH(QString, text);
+    stPrinterState state;
+    state.enCurrentStatus = QString::fromLatin1(QTest::currentDataTag()).toInt();
+    ReportState(*m_pWindow, state);
+    QCOMPARE(m_pTable->item(0, 3)->text(), text);
+    QVERIFY2(Spare(3) >= 0, qPrintable(QString::number(Spare(3))));
+}
+
+void tst_CellWidths::inkLevelsFit()
+{
+    stPrinterState state;
+    for (std::size_t i = 0; i < 5 * 5 * 5 * 5; ++i) {
+        const std::array<std::size_t, 4> listWord = {i / 125, i / 25 % 5, i / 5 % 5, i % 5};
+        state.dwBlueInkRemainer = c_listInkLevel[listWord[0]];
+        state.dwRedInkRemainer = c_listInkLevel[listWord[1]];
+        state.dwYellowInkRemainer = c_listInkLevel[listWord[2]];
+        state.dwBlackInkRemainer = c_listInkLevel[listWord[3]];
+        ReportState(*m_pWindow, state);
+        const auto word = [&](std::size_t iColour) { return c_listInkWord.at(static_cast<int>(listWord[iColour])); };
+        const QString strText =
+            QStringLiteral("青色：%1   红色：%2   黄色：%3   黑色：%4").arg(word(0), word(1), word(2), word(3));
+        QCOMPARE(m_pTable->item(0, 2)->text(), strText);
+        QVERIFY2(Spare(2) >= 0, qPrintable(strText));
+    }
+}
+
+/// Many printers take room from the last column: for the scroll bar and for row numbers of two digits.
+void tst_CellWidths::statesFitBesideAScrollBar()
+{
+    QList<stPrinterManager> listPrinter;
+    for (int i = 0; i < 20; ++i) {
+        listPrinter.append(MakePrinter(QStringLiteral("Printer%1").arg(i)));
+    }
+    listPrinter.first().printerState.enCurrentStatus = 1; // the longest text
+    ShowPrinters(*m_pWindow, listPrinter);
+    m_pWindow->SlotUpdatePrinterStatus(0);
+    QTRY_VERIFY2(m_pTable->columnWidth(3) < 185, qPrintable(QString::number(m_pTable->columnWidth(3))));
+    QCOMPARE(m_pTable->item(0, 3)->text(), QStringLiteral("数据格式错误或版本不匹配"));
+    QVERIFY2(Spare(3) >= 0, qPrintable(QString::number(Spare(3))));
+    QCOMPARE(m_pTable->columnWidth(2), 345);
+}
+
+QTEST_MAIN(tst_CellWidths)
+
+#include "tst_CellWidths.moc"

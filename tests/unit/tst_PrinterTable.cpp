@@ -1,0 +1,267 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DriverFolder.h"
+#include "StatusEncoder.h"
+#include "TrdGetPrinterStatus.h"
+#include "WindowTest.h"
+
+#include <QHeaderView>
+#include <QSignalSpy>
+#include <QTableWidget>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+const QString c_strNoInk = QStringLiteral("青色：无   红色：无   黄色：无   黑色：无");
+
+} // namespace
+
+class tst_PrinterTable : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void columnsHaveTheirHeadersAndWidths();
+    void cellsCannotBeEditedNorSorted();
+    void emptyListGivesAnEmptyTableAndNoWorker();
+    void newRowsShowIdentityAndDefaults_data();
+    void newRowsShowIdentityAndDefaults();
+    void listReportResetsTheRows();
+    void inkLevelHasItsWord_data();
+    void inkLevelHasItsWord();
+    void inkWordsStandInTheirOrder();
+    void growingListMakesOneWorkerForEachNewRow();
+    void shrinkingAndGrowingListMakesFurtherWorkers();
+    void reportsOfFilesReachTheTable();
+
+private:
+    QTableWidget* Table() const { return m_pWindow->findChild<QTableWidget*>(QStringLiteral("tableDeviceManage")); }
+    QString Cell(int iRow, int iColumn) const { return Table()->item(iRow, iColumn)->text(); }
+
+    std::unique_ptr<VoraPrinterToolWidget> m_pWindow;
+};
+
+void tst_PrinterTable::init()
+{
+    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    m_pWindow = std::make_unique<VoraPrinterToolWidget>();
+    StopListWorker(*m_pWindow);
+}
+
+void tst_PrinterTable::cleanup()
+{
+    m_pWindow.reset();
+}
+
+void tst_PrinterTable::columnsHaveTheirHeadersAndWidths()
+{
+    const QTableWidget* pTable = Table();
+    QCOMPARE(pTable->columnCount(), 4);
+    const QStringList listHeader = {QStringLiteral("打印机名称"), QStringLiteral("连接方式"),
+                                    QStringLiteral("剩余墨水量"), QStringLiteral("状态")};
+    for (int i = 0; i < 4; ++i) {
+        QCOMPARE(pTable->horizontalHeaderItem(i)->text(), listHeader.at(i));
+    }
+    QCOMPARE(pTable->columnWidth(0), 120);
+    QCOMPARE(pTable->columnWidth(1), 150);
+    QCOMPARE(pTable->columnWidth(2), 345);
+    QVERIFY(pTable->horizontalHeader()->stretchLastSection());
+    Table()->horizontalHeader()->setStretchLastSection(false); // shows the width that the last column was given
+    QCOMPARE(pTable->columnWidth(3), 185);
+}
+
+void tst_PrinterTable::cellsCannotBeEditedNorSorted()
+{
+    QCOMPARE(Table()->editTriggers(), QAbstractItemView::NoEditTriggers);
+    QVERIFY(!Table()->horizontalHeader()->sectionsClickable());
+    QVERIFY(!Table()->isSortingEnabled());
+}
+
+void tst_PrinterTable::emptyListGivesAnEmptyTableAndNoWorker()
+{
+    const QSignalSpy spyStart(m_pWindow.get(), &VoraPrinterToolWidget::SgnStatusThreadStart);
+    m_pWindow->SlotUpdatePrinterList();
+    QCOMPARE(Table()->rowCount(), 0);
+    QCOMPARE(Table()->columnCount(), 4);
+    QVERIFY(m_pWindow->m_listTrdGetPrinterStatus.isEmpty());
+    QVERIFY(m_pWindow->m_listStatusThread.isEmpty());
+    QCOMPARE(spyStart.count(), 0);
+}
+
+void tst_PrinterTable::newRowsShowIdentityAndDefaults_data()
+{
+    QTest::addColumn<int>("connectType");
+    QTest::addColumn<QString>("port");
+    QTest::addColumn<QString>("connection");
+    const QString strAddress = QStringLiteral("192.168.1.20");
+    QTest::newRow("USB") << 1 << QString() << QStringLiteral("USB");
+    QTest::newRow("USB with a port") << 1 << strAddress << QStringLiteral("USB");
+    QTest::newRow("network") << 2 << strAddress << QStringLiteral("网络(192.168.1.20)");
+    QTest::newRow("record that nobody filled") << 0 << QString() << QStringLiteral("网络()");
+    QTest::newRow("negative") << -1 << strAddress << QStringLiteral("网络(192.168.1.20)");
+    QTest::newRow("port with a format") << 2 << QStringLiteral("%1%s") << QStringLiteral("网络(%1%s)");
+}
+
+void tst_PrinterTable::newRowsShowIdentityAndDefaults()
+{
+    QFETCH(int, connectType);
+    QFETCH(QString, port);
+    QFETCH(QString, connection);
+    ShowPrinters(*m_pWindow,
+                 {MakePrinter(QStringLiteral("Office")), MakePrinter(QStringLiteral("二楼 %s"), connectType, port)});
+    QCOMPARE(Table()->rowCount(), 2);
+    QCOMPARE(Cell(0, 0), QStringLiteral("Office"));
+    QCOMPARE(Cell(1, 0), QStringLiteral("二楼 %s"));
+    QCOMPARE(Cell(1, 1), connection);
+    QCOMPARE(Cell(1, 2), c_strNoInk);
+    QCOMPARE(Cell(1, 3), QStringLiteral("脱机"));
+}
+
+void tst_PrinterTable::listReportResetsTheRows()
+{
+    stPrinterState state;
+    state.enCurrentStatus = enStatusReady;
+    state.dwBlueInkRemainer = 50;
+    ReportState(*m_pWindow, state);
+    QCOMPARE(Cell(0, 3), QStringLiteral("就绪"));
+    m_pWindow->SlotUpdatePrinterList();
+    QCOMPARE(Cell(0, 2), c_strNoInk);
+    QCOMPARE(Cell(0, 3), QStringLiteral("脱机"));
+    QCOMPARE(Table()->horizontalHeaderItem(0)->text(), QStringLiteral("打印机名称"));
+}
+
+void tst_PrinterTable::inkLevelHasItsWord_data()
+{
+    QTest::addColumn<unsigned long>("level");
+    QTest::addColumn<QString>("word");
+    const auto row = [](unsigned long dwLevel, const QString& strWord) {
+        QTest::newRow(QByteArray::number(static_cast<qulonglong>(dwLevel)).constData()) << dwLevel << strWord;
+    };
+    row(100UL, QStringLiteral("高"));
+    row(70UL, QStringLiteral("高"));
+    row(69UL, QStringLiteral("中"));
+    row(40UL, QStringLiteral("中"));
+    row(39UL, QStringLiteral("较低"));
+    row(16UL, QStringLiteral("较低"));
+    row(15UL, QStringLiteral("低"));
+    row(1UL, QStringLiteral("低"));
+    row(0UL, QStringLiteral("无"));
+    row(101UL, QStringLiteral("无"));
+    row(255UL, QStringLiteral("无"));
+    // Levels are taken as signed 32-bit integers.
+    row(2147483647UL, QStringLiteral("无"));
+    row(2147483648UL, QStringLiteral("无"));
+    row(4294967291UL, QStringLiteral("无"));           // -5
+    row(4294967296UL, QStringLiteral("无"));           // 0
+    row(4294967346UL, QStringLiteral("中"));           // 50
+    row(18446744073709551611UL, QStringLiteral("无")); // -5
+}
+
+void tst_PrinterTable::inkLevelHasItsWord()
+{
+    QFETCH(unsigned long, level);
+    QFETCH(QString, word);
+    QCOMPARE(QString::fromUtf8(m_pWindow->GetRemainInkStr(static_cast<int>(level))), word);
+    stPrinterState state;
+    state.dwBlueInkRemainer = level;
+    state.dwRedInkRemainer = level;
+    state.dwYellowInkRemainer = level;
+    state.dwBlackInkRemainer = level;
+    ReportState(*m_pWindow, state);
+    QCOMPARE(Cell(0, 2), QStringLiteral("青色：") + word + QStringLiteral("   红色：") + word +
+                             QStringLiteral("   黄色：") + word + QStringLiteral("   黑色：") + word);
+}
+
+void tst_PrinterTable::inkWordsStandInTheirOrder()
+{
+    stPrinterState state;
+    state.dwBlueInkRemainer = 100;
+    state.dwRedInkRemainer = 40;
+    state.dwYellowInkRemainer = 16;
+    state.dwBlackInkRemainer = 1;
+    ReportState(*m_pWindow, state);
+    QCOMPARE(Cell(0, 2), QStringLiteral("青色：高   红色：中   黄色：较低   黑色：低"));
+    QCOMPARE(Cell(0, 0), QStringLiteral("Office"));
+    QCOMPARE(Cell(0, 1), QStringLiteral("USB"));
+}
+
+void tst_PrinterTable::growingListMakesOneWorkerForEachNewRow()
+{
+    QSignalSpy spyStart(m_pWindow.get(), &VoraPrinterToolWidget::SgnStatusThreadStart);
+    const stPrinterManager printer = MakePrinter(QStringLiteral("Office"));
+    SetPrinterList(*m_pWindow, {printer, printer});
+    m_pWindow->SlotUpdatePrinterList();
+    QCOMPARE(m_pWindow->m_listTrdGetPrinterStatus.size(), 2);
+    QCOMPARE(spyStart.count(), 2);
+    QCOMPARE(m_pWindow->m_iStatusThreadCount, 2);
+
+    SetPrinterList(*m_pWindow, {printer, printer, printer});
+    m_pWindow->SlotUpdatePrinterList();
+    QCOMPARE(m_pWindow->m_listTrdGetPrinterStatus.size(), 3);
+    QCOMPARE(m_pWindow->m_listStatusThread.size(), 3);
+    QCOMPARE(spyStart.count(), 3);
+    QCOMPARE(m_pWindow->m_iStatusThreadCount, 3);
+    for (int i = 0; i < 3; ++i) {
+        const TrdGetPrinterStatus* pWorker = m_pWindow->m_listTrdGetPrinterStatus.at(i);
+        QCOMPARE(pWorker->m_iIndex, i);
+        QCOMPARE(pWorker->m_pListPrinterManager, &m_pWindow->m_listPrinterManager);
+        QCOMPARE(pWorker->parent(), nullptr);
+        QCOMPARE(pWorker->thread(), m_pWindow->m_listStatusThread.at(i));
+        QTRY_VERIFY(pWorker->m_bTaskRunning);
+    }
+
+    m_pWindow->SlotUpdatePrinterList(); // the same number of printers
+    QCOMPARE(m_pWindow->m_listTrdGetPrinterStatus.size(), 3);
+    QCOMPARE(spyStart.count(), 3);
+}
+
+void tst_PrinterTable::shrinkingAndGrowingListMakesFurtherWorkers()
+{
+    QSignalSpy spyStart(m_pWindow.get(), &VoraPrinterToolWidget::SgnStatusThreadStart);
+    const stPrinterManager printer = MakePrinter(QStringLiteral("Office"));
+    for (const int iCount : {3, 1, 3}) {
+        SetPrinterList(*m_pWindow, Repeat(printer, iCount));
+        m_pWindow->SlotUpdatePrinterList();
+        QCOMPARE(m_pWindow->m_iStatusThreadCount, iCount);
+        QCOMPARE(Table()->rowCount(), iCount);
+    }
+    QCOMPARE(spyStart.count(), 5);
+    QCOMPARE(m_pWindow->m_listTrdGetPrinterStatus.size(), 5);
+    QCOMPARE(m_pWindow->m_listStatusThread.size(), 5);
+    QList<int> listIndex;
+    for (int i = 0; i < 5; ++i) {
+        listIndex.append(m_pWindow->m_listTrdGetPrinterStatus.at(i)->m_iIndex);
+        QVERIFY(m_pWindow->m_listStatusThread.at(i)->isRunning());
+    }
+    QCOMPARE(listIndex, QList<int>({0, 1, 2, 1, 2}));
+}
+
+void tst_PrinterTable::reportsOfFilesReachTheTable()
+{
+    m_pWindow.reset();
+    const DriverFolder folder(QStringLiteral("/opt/vora/vora-printer-k507/cfg"));
+    stStatusReply reply;
+    reply.byStatus = 0x10;
+    reply.listWarningCode = {0x6160};
+    reply.listSupplies = {SuppliesNumber(enSuppliesBlueInk, 70), SuppliesNumber(enSuppliesRedInk, 69),
+                          SuppliesNumber(enSuppliesYellowInk, 39), SuppliesNumber(enSuppliesBlackInk, 15)};
+    QVERIFY(folder.WriteStatus(QStringLiteral("Office"), EncodeStatusReply(reply)));
+    QVERIFY(folder.WritePrinterList({MakePrinter(QStringLiteral("Silent"), 2, QStringLiteral("10.0.0.7")).printerInfo,
+                                     MakePrinter(QStringLiteral("Office")).printerInfo}));
+    m_pWindow = std::make_unique<VoraPrinterToolWidget>();
+    QTRY_COMPARE(Table()->rowCount(), 2);
+    QTRY_COMPARE(Cell(1, 3), QStringLiteral("正在打印(墨水量低)"));
+    QCOMPARE(Cell(1, 2), QStringLiteral("青色：高   红色：中   黄色：较低   黑色：低"));
+    QCOMPARE(Cell(0, 0), QStringLiteral("Silent"));
+    QCOMPARE(Cell(0, 1), QStringLiteral("网络(10.0.0.7)"));
+    QCOMPARE(Cell(0, 3), QStringLiteral("脱机"));
+}
+
+QTEST_MAIN(tst_PrinterTable)
+
+#include "tst_PrinterTable.moc"

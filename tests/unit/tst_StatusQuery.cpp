@@ -1,0 +1,206 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+// The ways to ask a printer itself: the query over the network, and the identifiers to find it on the USB.
+
+#include "HandMadeReply.h"
+#include "StatusFolder.h"
+#include "TrdGetPrinterStatus.h"
+#include "UdpResponder.h"
+
+#include <QtTest>
+
+#include <dlfcn.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+
+namespace {
+
+bool s_bRefuseSocketOption = false;
+
+const QString c_strLocal = QStringLiteral("127.0.0.1");
+
+} // namespace
+
+extern "C" int setsockopt(int iFd, int iLevel, int iName, const void* pValue, socklen_t iLength) noexcept
+{
+    if (s_bRefuseSocketOption) {
+        return -1;
+    }
+    const auto realSetsockopt = reinterpret_cast<decltype(&setsockopt)>(::dlsym(RTLD_NEXT, "setsockopt"));
+    return realSetsockopt(iFd, iLevel, iName, pValue, iLength);
+}
+
+class tst_StatusQuery : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void sendsTheRequestAndDecodesTheReply();
+    void reply_data();
+    void reply();
+    void bufferIsClearedBeforeEachQuery();
+    void waitsOneSecondForAReply();
+    void refusesWhatIsNoAddress_data();
+    void refusesWhatIsNoAddress();
+    void reportsEachFailure();
+    void socketIsClosed();
+
+    void usbIdentifiers_data();
+    void usbIdentifiers();
+
+private:
+    TrdGetPrinterStatus m_worker;
+    stPrinterState& m_state = m_worker.m_printerManager.printerState;
+};
+
+void tst_StatusQuery::init()
+{
+    m_worker.m_printerManager = stPrinterManager();
+}
+
+void tst_StatusQuery::sendsTheRequestAndDecodesTheReply()
+{
+    UdpResponder responder({HandMadeReply()});
+    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), 0);
+    QCOMPARE(responder.Requests(), QList<QByteArray>{QByteArray::fromHex("A5000C50E0740803 00000000000000")});
+    QCOMPARE(m_state.strFWVersion, QStringLiteral("2.1.7"));
+    QCOMPARE(m_state.enCurrentStatus, 8);
+}
+
+void tst_StatusQuery::reply_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<int>("iResult");
+    QTest::newRow("nothing in it") << QByteArray() << -5;
+    QTest::newRow("7 bytes") << HandMadeReply().left(7) << -5;
+    QTest::newRow("8 bytes") << HandMadeReply().left(8) << -1;
+    QTest::newRow("truncated") << HandMadeReply().chopped(1) << -1;
+    QTest::newRow("2048 bytes") << ReplyOfSize(2048) << 0;
+    QTest::newRow("longer than what is received") << ReplyOfSize(2049) << -1;
+    QTest::newRow("followed by more") << ReplyOfSize(2048) + QByteArray(1000, 'x') << 0;
+}
+
+void tst_StatusQuery::reply()
+{
+    QFETCH(QByteArray, reply);
+    QFETCH(int, iResult);
+    UdpResponder responder({reply});
+    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), iResult);
+    QCOMPARE(responder.Requests().size(), 1);
+    QCOMPARE(m_state.dwBlackInkRemainer, iResult == 0 ? 42UL : 0UL);
+    QCOMPARE(m_state.enCurrentStatus, iResult == 0 ? 3 : 2);
+}
+
+void tst_StatusQuery::bufferIsClearedBeforeEachQuery()
+{
+    m_worker.m_buffer.fill(0xEE);
+    const UdpResponder responder({"tiny"});
+    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -5);
+    const QByteArray buffer(reinterpret_cast<char*>(m_worker.m_buffer.data()), 2048);
+    QCOMPARE(buffer, "tiny" + QByteArray(2044, '\0'));
+}
+
+void tst_StatusQuery::waitsOneSecondForAReply()
+{
+    UdpResponder silent({});
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -5);
+    QVERIFY2(timer.elapsed() >= 950 && timer.elapsed() < 1900, QByteArray::number(timer.elapsed()).constData());
+    QCOMPARE(silent.Requests().size(), 1); // one attempt
+}
+
+void tst_StatusQuery::refusesWhatIsNoAddress_data()
+{
+    QTest::addColumn<QString>("strAddress");
+    const QStringList listAddress = {QString(),
+                                     QStringLiteral("nonsense"),
+                                     QStringLiteral("localhost"),
+                                     QStringLiteral("999.1.1.1"),
+                                     QStringLiteral("127.0.0.1 "),
+                                     QStringLiteral("127.1"),
+                                     QStringLiteral("::1"),
+                                     QStringLiteral("１２７.0.0.1")};
+    for (const QString& strAddress : listAddress) {
+        QTest::newRow(qPrintable(strAddress)) << strAddress;
+    }
+}
+
+void tst_StatusQuery::refusesWhatIsNoAddress()
+{
+    QFETCH(QString, strAddress);
+    UdpResponder responder({HandMadeReply()});
+    QCOMPARE(m_worker.GetPrinterStatusUDP(strAddress), -1);
+    QVERIFY(responder.Requests().isEmpty());
+}
+
+void tst_StatusQuery::reportsEachFailure()
+{
+    rlimit limit{};
+    QCOMPARE(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+    const rlimit noDescriptor{0, limit.rlim_max};
+    QCOMPARE(::setrlimit(RLIMIT_NOFILE, &noDescriptor), 0);
+    const int iNoSocket = m_worker.GetPrinterStatusUDP(c_strLocal);
+    QCOMPARE(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+    QCOMPARE(iNoSocket, -2);
+
+    QCOMPARE(m_worker.GetPrinterStatusUDP(QStringLiteral("203.0.113.1")), -3); // no way leads there
+
+    s_bRefuseSocketOption = true;
+    const int iNoTimeOut = m_worker.GetPrinterStatusUDP(c_strLocal);
+    s_bRefuseSocketOption = false;
+    QCOMPARE(iNoTimeOut, -4);
+    QCOMPARE(m_state.enCurrentStatus, 2);
+}
+
+void tst_StatusQuery::socketIsClosed()
+{
+    const UdpResponder responder({HandMadeReply(), "tiny", HandMadeReply().left(8)});
+    const int iBefore = DescriptorCount();
+    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), 0);
+    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -5);
+    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -1);
+    QCOMPARE(m_worker.GetPrinterStatusUDP(QStringLiteral("203.0.113.1")), -3);
+    s_bRefuseSocketOption = true;
+    const int iNoTimeOut = m_worker.GetPrinterStatusUDP(c_strLocal);
+    s_bRefuseSocketOption = false;
+    QCOMPARE(iNoTimeOut, -4);
+    QCOMPARE(DescriptorCount(), iBefore);
+}
+
+void tst_StatusQuery::usbIdentifiers_data()
+{
+    QTest::addColumn<QString>("strModel");
+    QTest::addColumn<int>("iPid"); // -1: none
+    QTest::newRow("PF41S") << QStringLiteral("PF41S?") << 21345;
+    QTest::newRow("PF41SQ") << QStringLiteral("PF41SQ?") << 21346;
+    QTest::newRow("PG41S") << QStringLiteral("PG41S?") << 21347;
+    QTest::newRow("PG41ES") << QStringLiteral("PG41ES?") << 21348;
+    QTest::newRow("PG41ESQ") << QStringLiteral("PG41ESQ?") << 21349;
+    QTest::newRow("in the middle") << QStringLiteral("Vora PG41ES? series") << 21348;
+    QTest::newRow("first row wins") << QStringLiteral("PG41S? PF41S?") << 21345;
+    for (const char* pModel : {"PF41S", "PF41SQ", "PG41S", "PG41ES", "PG41ESQ"}) {
+        QTest::addRow("%s without question mark", pModel) << QString::fromLatin1(pModel) << -1;
+    }
+    QTest::newRow("question mark is no wildcard") << QStringLiteral("PG41ESX") << -1;
+    QTest::newRow("lower case") << QStringLiteral("pf41s?") << -1;
+    QTest::newRow("empty") << QString() << -1;
+}
+
+void tst_StatusQuery::usbIdentifiers()
+{
+    QFETCH(QString, strModel);
+    QFETCH(int, iPid);
+    int iVidFound = -7;
+    int iPidFound = -1;
+    QCOMPARE(m_worker.GetPrinterVidPid(strModel, iVidFound, iPidFound), iPid != -1);
+    QCOMPARE(iVidFound, 19068);
+    QCOMPARE(iPidFound, iPid);
+}
+
+QTEST_APPLESS_MAIN(tst_StatusQuery)
+
+#include "tst_StatusQuery.moc"

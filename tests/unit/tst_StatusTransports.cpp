@@ -1,0 +1,341 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "HandMadeReply.h"
+#include "OpenHook.h"
+#include "StatusFolder.h"
+#include "TrdGetPrinterStatus.h"
+#include "UtilLog.h"
+
+#include <QtTest>
+
+#include <stdexcept>
+
+#include <sys/stat.h>
+
+namespace {
+
+const QString c_strName = QStringLiteral("Queue");
+
+QString StatusPath()
+{
+    return StatusFolder().StatusPath(c_strName);
+}
+
+QDateTime ModificationTime()
+{
+    return QFileInfo(StatusPath()).lastModified();
+}
+
+bool SetModificationTime(const QDateTime& dtModified)
+{
+    QFile file(StatusPath());
+    return file.open(QIODevice::ReadWrite) && file.setFileTime(dtModified, QFileDevice::FileModificationTime);
+}
+
+} // namespace
+
+class tst_StatusTransports : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void unchangedFileIsNotReadAgain();
+    void forcedReadDecodesAgain();
+    void anyOtherTimeStampIsRead_data();
+    void anyOtherTimeStampIsRead();
+    void deletedFileIsReadAgainInSpiteOfItsTimeStamp();
+    void rejectedFileIsUnchangedTheNextTime_data();
+    void rejectedFileIsUnchangedTheNextTime();
+    void largeFileIsReadUpTo2048Bytes_data();
+    void largeFileIsReadUpTo2048Bytes();
+    void bufferIsClearedBeforeEachRead();
+    void onlyRegularFilesAreRead_data();
+    void onlyRegularFilesAreRead();
+    void fifoThatTakesTheFilesPlaceDoesNotBlock();
+    void unreadableFileFails();
+    void nameIsTakenLiterally_data();
+    void nameIsTakenLiterally();
+    void zeroInANameLeadsToNoOtherFile();
+    void usbReadsTheWorkersOwnPrinter();
+    void exceptionCountsAsDecoded_data();
+    void exceptionCountsAsDecoded();
+    void fileIsClosed();
+
+private:
+    TrdGetPrinterStatus m_worker;
+    stPrinterState& m_state = m_worker.m_printerManager.printerState;
+};
+
+void tst_StatusTransports::init()
+{
+    QVERIFY(QDir(StatusFolder().Path()).removeRecursively());
+    QVERIFY(QDir().mkpath(StatusFolder().Path()));
+    m_worker.m_printerManager = stPrinterManager();
+    m_worker.m_dtLastModified = QDateTime();
+    m_worker.m_buffer.fill(0xEE);
+}
+
+void tst_StatusTransports::unchangedFileIsNotReadAgain()
+{
+    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
+    QCOMPARE(m_state.strFWVersion, QStringLiteral("2.1.7"));
+    QCOMPARE(m_worker.m_dtLastModified, ModificationTime());
+
+    m_state.strFWVersion = QStringLiteral("kept");
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
+    QCOMPARE(m_state.strFWVersion, QStringLiteral("kept"));
+}
+
+void tst_StatusTransports::forcedReadDecodesAgain()
+{
+    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), 0);
+    m_state.strFWVersion = QStringLiteral("replaced");
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), 0);
+    QCOMPARE(m_state.strFWVersion, QStringLiteral("2.1.7"));
+    // The forced read has noted the time as well.
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
+}
+
+void tst_StatusTransports::anyOtherTimeStampIsRead_data()
+{
+    QTest::addColumn<int>("iMSec");
+    QTest::newRow("later") << 1;
+    QTest::newRow("earlier") << -3600000;
+}
+
+void tst_StatusTransports::anyOtherTimeStampIsRead()
+{
+    QFETCH(int, iMSec);
+    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
+    QVERIFY(SetModificationTime(ModificationTime().addMSecs(iMSec)));
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
+}
+
+void tst_StatusTransports::deletedFileIsReadAgainInSpiteOfItsTimeStamp()
+{
+    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    const QDateTime dtModified = QDateTime(QDate(2026, 3, 1), QTime(12, 0));
+    QVERIFY(SetModificationTime(dtModified));
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
+
+    // Replaced while nobody looked: the time is all that counts.
+    QVERIFY(StatusFolder().WriteStatus(c_strName, ReplyInState(0x02)));
+    QVERIFY(SetModificationTime(dtModified));
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
+
+    QVERIFY(StatusFolder().RemoveStatus(c_strName));
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), -1);
+    QVERIFY(m_worker.m_dtLastModified.isNull());
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), -1);
+    QCOMPARE(m_state.enCurrentStatus, 8);
+
+    QVERIFY(StatusFolder().WriteStatus(c_strName, ReplyInState(0x02)));
+    QVERIFY(SetModificationTime(dtModified));
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
+    QCOMPARE(m_state.enCurrentStatus, 5);
+}
+
+void tst_StatusTransports::rejectedFileIsUnchangedTheNextTime_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("7 bytes") << HandMadeReply().left(7);
+    QTest::newRow("truncated") << HandMadeReply().chopped(1);
+    QTest::newRow("text") << QByteArray("No status available\n");
+    QTest::newRow("longer than what is read") << ReplyOfSize(2049);
+}
+
+void tst_StatusTransports::rejectedFileIsUnchangedTheNextTime()
+{
+    QFETCH(QByteArray, content);
+    m_state.strFWVersion = QStringLiteral("kept");
+    QVERIFY(StatusFolder().WriteStatus(c_strName, content));
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), -1);
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), -1);
+    QCOMPARE(m_state.strFWVersion, QStringLiteral("kept"));
+}
+
+void tst_StatusTransports::largeFileIsReadUpTo2048Bytes_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<qint64>("iFileSize");
+    QTest::newRow("2048 bytes") << ReplyOfSize(2048) << qint64(2048);
+    QTest::newRow("2049 bytes") << ReplyOfSize(2048) << qint64(2049);
+    QTest::newRow("5 GiB") << ReplyOfSize(100) << qint64(5) * 1024 * 1024 * 1024;
+}
+
+void tst_StatusTransports::largeFileIsReadUpTo2048Bytes()
+{
+    QFETCH(QByteArray, reply);
+    QFETCH(qint64, iFileSize);
+    QVERIFY(StatusFolder().WriteStatus(c_strName, reply));
+    QVERIFY(QFile::resize(StatusPath(), iFileSize));
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
+    QCOMPARE(m_state.dwBlackInkRemainer, 42UL);
+    QCOMPARE(m_worker.m_dtLastModified, ModificationTime());
+}
+
+void tst_StatusTransports::bufferIsClearedBeforeEachRead()
+{
+    QVERIFY(StatusFolder().WriteStatus(c_strName, "short"));
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), -1);
+    const QByteArray buffer(reinterpret_cast<char*>(m_worker.m_buffer.data()), 2048);
+    QCOMPARE(buffer, "short" + QByteArray(2043, '\0'));
+}
+
+void tst_StatusTransports::onlyRegularFilesAreRead_data()
+{
+    QTest::addColumn<QString>("strKind");
+    QTest::addColumn<QString>("strTarget");
+    QTest::newRow("missing") << QString() << QString();
+    QTest::newRow("FIFO") << QStringLiteral("fifo") << QString();
+    QTest::newRow("directory") << QStringLiteral("directory") << QString();
+    QTest::newRow("link to zeros without end") << QStringLiteral("link") << QStringLiteral("/dev/zero");
+    QTest::newRow("link to a terminal") << QStringLiteral("link") << QStringLiteral("/dev/ptmx");
+    QTest::newRow("link to nothing") << QStringLiteral("link") << QStringLiteral("/nowhere");
+    QTest::newRow("link to itself") << QStringLiteral("link") << StatusPath();
+}
+
+void tst_StatusTransports::onlyRegularFilesAreRead()
+{
+    QFETCH(QString, strKind);
+    QFETCH(QString, strTarget);
+    if (strKind == QLatin1String("fifo")) {
+        QCOMPARE(::mkfifo(QFile::encodeName(StatusPath()).constData(), 0666), 0);
+    } else if (strKind == QLatin1String("directory")) {
+        QVERIFY(QDir().mkpath(StatusPath()));
+    } else if (strKind == QLatin1String("link")) {
+        QVERIFY(QFile::link(strTarget, StatusPath()));
+    }
+    bool bOpened = false;
+    const OpenHook hook(StatusPath(), [&bOpened] { return bOpened = true; });
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), -1);
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), -1);
+    QVERIFY(!bOpened); // opening alone makes some devices act
+    QVERIFY(timer.elapsed() < 1000);
+    QCOMPARE(m_state.enCurrentStatus, 2);
+}
+
+void tst_StatusTransports::fifoThatTakesTheFilesPlaceDoesNotBlock()
+{
+    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    const OpenHook replace(StatusPath(), [] {
+        return QFile::remove(StatusPath()) && ::mkfifo(QFile::encodeName(StatusPath()).constData(), 0666) == 0;
+    });
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), -1);
+    struct stat status
+    {
+    };
+    QCOMPARE(::stat(QFile::encodeName(StatusPath()).constData(), &status), 0);
+    QVERIFY(S_ISFIFO(status.st_mode));
+}
+
+void tst_StatusTransports::unreadableFileFails()
+{
+    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    const OpenHook refuse(StatusPath(), [] { return false; });
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), -1);
+    QCOMPARE(m_worker.m_dtLastModified, ModificationTime());
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), -1);
+    QCOMPARE(m_state.enCurrentStatus, 2);
+}
+
+void tst_StatusTransports::nameIsTakenLiterally_data()
+{
+    QTest::addColumn<QString>("strName");
+    const QStringList listName = {QStringLiteral("RA7QX"),     QStringLiteral("two words"),
+                                  QStringLiteral(" "),         QStringLiteral("it's \"so\""),
+                                  QStringLiteral("$(reboot)"), QStringLiteral("a;b&c|d"),
+                                  QStringLiteral("100%s%n%1"), QStringLiteral("Off,ice"),
+                                  QStringLiteral("星原 一号"), QStringLiteral("*?[a]"),
+                                  QStringLiteral("-a"),        QStringLiteral("line\nbreak"),
+                                  QStringLiteral("~`\\"),      QString()};
+    for (const QString& strName : listName) {
+        QTest::newRow(qPrintable(strName)) << strName;
+    }
+}
+
+void tst_StatusTransports::nameIsTakenLiterally()
+{
+    QFETCH(QString, strName);
+    QVERIFY(WriteFile(QStringLiteral("/opt/vora/vora-printer-k507/cfg/") + strName + QStringLiteral(".dat"),
+                      HandMadeReply()));
+    QCOMPARE(m_worker.GetPrinterStatusFile(strName, false), 0);
+    QCOMPARE(m_state.strFWVersion, QStringLiteral("2.1.7"));
+    QCOMPARE(m_worker.GetPrinterStatusFile(strName + QLatin1Char('x'), false), -1);
+}
+
+void tst_StatusTransports::zeroInANameLeadsToNoOtherFile()
+{
+    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    const QString strName = c_strName + QStringLiteral(".dat") + QChar(0) + QLatin1Char('x');
+    QCOMPARE(m_worker.GetPrinterStatusFile(strName, false), -1);
+}
+
+void tst_StatusTransports::usbReadsTheWorkersOwnPrinter()
+{
+    const QString strOther = QStringLiteral("Other");
+    m_worker.m_printerManager.printerInfo.strPrinterName = c_strName;
+    QVERIFY(StatusFolder().WriteStatus(strOther, ReplyInState(0x02)));
+    QCOMPARE(m_worker.GetPrinterStatusUSB(strOther), -1);
+
+    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    QCOMPARE(m_worker.GetPrinterStatusUSB(strOther), 0);
+    QCOMPARE(m_state.enCurrentStatus, 8);
+    // Never forced, off-line or not; and both ways of reading share the time.
+    m_state.enCurrentStatus = 2;
+    QCOMPARE(m_worker.GetPrinterStatusUSB(QString()), 1);
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
+    QCOMPARE(m_state.enCurrentStatus, 2);
+
+    QVERIFY(StatusFolder().RemoveStatus(c_strName));
+    QCOMPARE(m_worker.GetPrinterStatusUSB(strOther), -1);
+    QVERIFY(m_worker.m_dtLastModified.isNull());
+}
+
+void tst_StatusTransports::exceptionCountsAsDecoded_data()
+{
+    QTest::addColumn<bool>("bUsb");
+    QTest::addColumn<QByteArray>("logEnd");
+    QTest::newRow("file") << false << QByteArray("/TrdGetPrinterStatus.cpp@247 GetPrinterStatusFile) throw error\n");
+    QTest::newRow("USB") << true << QByteArray("/TrdGetPrinterStatus.cpp@203 GetPrinterStatusUSB) throw error\n");
+}
+
+void tst_StatusTransports::exceptionCountsAsDecoded()
+{
+    QFETCH(bool, bUsb);
+    QFETCH(QByteArray, logEnd);
+    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    m_worker.m_printerManager.printerInfo.strPrinterName = c_strName;
+    m_state.strFWVersion = QStringLiteral("kept");
+    const OpenHook fail(StatusPath(), []() -> bool { throw std::runtime_error("no file today"); });
+    SetLogEnable(true);
+    const int iResult =
+        bUsb ? m_worker.GetPrinterStatusUSB(c_strName) : m_worker.GetPrinterStatusFile(c_strName, false);
+    SetLogEnable(false);
+    QCOMPARE(iResult, 0);
+    QCOMPARE(m_state.strFWVersion, QStringLiteral("kept"));
+    QVERIFY2(LogText().endsWith(logEnd), LogText().constData());
+}
+
+void tst_StatusTransports::fileIsClosed()
+{
+    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    const int iBefore = DescriptorCount();
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), 0);
+    QCOMPARE(DescriptorCount(), iBefore);
+}
+
+QTEST_APPLESS_MAIN(tst_StatusTransports)
+
+#include "tst_StatusTransports.moc"

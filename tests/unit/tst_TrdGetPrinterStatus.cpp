@@ -1,0 +1,420 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "HandMadeReply.h"
+#include "OpenHook.h"
+#include "RunningWorker.h"
+#include "StatusFolder.h"
+
+#include <QtTest>
+
+#include <memory>
+#include <stdexcept>
+
+Q_DECLARE_METATYPE(stPrinterState)
+Q_DECLARE_METATYPE(stPrinterManager)
+
+namespace {
+
+using PrinterList = QList<stPrinterManager>;
+
+const QString c_strName = QStringLiteral("Queue");
+const QString c_strGone = QStringLiteral("Gone");
+
+stStatusReply ReadyReply()
+{
+    stStatusReply reply;
+    reply.firmwareVersion = "1.0";
+    reply.listErrorCode = {0x6110};
+    reply.listWarningCode = {0x6160};
+    reply.listSupplies = {SuppliesNumber(enSuppliesWasteToner, 1), SuppliesNumber(enSuppliesBlackInk, 80)};
+    return reply;
+}
+
+bool WriteReply(const QString& strName, const stStatusReply& reply)
+{
+    return WriteNewStatus(strName, EncodeStatusReply(reply));
+}
+
+/// Tries from a thread of its own: a mutex that this thread holds must not be tried here.
+bool IsListFree()
+{
+    bool bFree = false;
+    std::unique_ptr<QThread> thread(QThread::create([&bFree] {
+        const std::unique_lock lock(g_mutexPrinterList, std::try_to_lock);
+        bFree = lock.owns_lock();
+    }));
+    thread->start();
+    thread->wait();
+    return bFree;
+}
+
+} // namespace
+
+class tst_TrdGetPrinterStatus : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void startsWithoutPrinter();
+    void changeTest_data();
+    void changeTest();
+    void changeTestSeesOrderOfCodes();
+    void indexOutsideTheListOnlySleeps_data();
+    void indexOutsideTheListOnlySleeps();
+    void publishesTheWholeRecord();
+    void unchangedFileIsOpenedOnce();
+    void offlinePrinterIsReadAlthoughUnchanged();
+    void eleventhFailureMakesOffline();
+    void exceptionPublishesTheStateUnchanged();
+    void rebuiltListIsNotWritten_data();
+    void rebuiltListIsNotWritten();
+    void listIsFreeDuringFileAccess();
+    void listCanBeTakenAwayDuringFileAccess();
+    void loopFollowsTheFile();
+    void loopMakesOfflineAfterElevenSeconds();
+
+private:
+    // Runs during all tests, so that its eleven seconds are not spent for nothing.
+    PrinterList m_listGone{NamedPrinter(c_strGone, 2)};
+    std::unique_ptr<RunningWorker> m_goneWorker;
+    QElapsedTimer m_sinceGone;
+};
+
+void tst_TrdGetPrinterStatus::initTestCase()
+{
+    QVERIFY(WriteReply(c_strGone, ReadyReply()));
+    m_goneWorker = std::make_unique<RunningWorker>(0, &m_listGone);
+    QTRY_COMPARE(m_goneWorker->m_iSignals.load(), 1);
+    QVERIFY(StatusFolder().RemoveStatus(c_strGone));
+    m_sinceGone.start();
+}
+
+void tst_TrdGetPrinterStatus::startsWithoutPrinter()
+{
+    const TrdGetPrinterStatus worker;
+    QCOMPARE(worker.m_iIndex, -1);
+    QVERIFY(worker.m_pListPrinterManager == nullptr);
+    QVERIFY(worker.m_dtLastModified.isNull());
+    QCOMPARE(worker.m_printerManager.printerInfo.strPrinterName, QString());
+    QCOMPARE(worker.m_buffer.size(), std::size_t(2048));
+}
+
+void tst_TrdGetPrinterStatus::changeTest_data()
+{
+    QTest::addColumn<stPrinterState>("state");
+    QTest::addColumn<bool>("bChanged");
+    const auto row = [](const char* pName, bool bChanged, auto change) {
+        stPrinterState state;
+        change(state);
+        QTest::newRow(pName) << state << bChanged;
+    };
+    row("nothing", false, [](stPrinterState&) {});
+    row("state", true, [](stPrinterState& state) { state.enCurrentStatus = 3; });
+    row("remaining toner", true, [](stPrinterState& state) { state.dwRemainingToner = 1; });
+    row("black", true, [](stPrinterState& state) { state.dwBlackInkRemainer = 1; });
+    row("blue", true, [](stPrinterState& state) { state.dwBlueInkRemainer = 1; });
+    row("red", true, [](stPrinterState& state) { state.dwRedInkRemainer = 1; });
+    row("yellow", true, [](stPrinterState& state) { state.dwYellowInkRemainer = 1UL << 32U; });
+    row("error", true, [](stPrinterState& state) { state.listErrorStatus.append(enErrorUnknown); });
+    row("warning", true, [](stPrinterState& state) { state.listWarningStatus.append(enErrorUnknown); });
+    row("serial number", false, [](stPrinterState& state) { state.strPrinterSerialNumber = QStringLiteral("x"); });
+    row("firmware version", false, [](stPrinterState& state) { state.strFWVersion = QStringLiteral("x"); });
+    row("vendor", false, [](stPrinterState& state) { state.strVenderName = QStringLiteral("x"); });
+    row("product", false, [](stPrinterState& state) { state.strProductName = QStringLiteral("x"); });
+    row("supply", false, [](stPrinterState& state) { state.strSupplySerialNumber = QStringLiteral("x"); });
+    row("supply type", false, [](stPrinterState& state) { state.enSpplyType = 1; });
+    row("waste toner", false, [](stPrinterState& state) { state.dwWasteToner = 1; });
+    row("OPC rotation", false, [](stPrinterState& state) { state.dwOPCRotation = 1; });
+    row("pages", false, [](stPrinterState& state) { state.dwNumberOfPages = 1; });
+    row("prints", false, [](stPrinterState& state) { state.dwNumberOfPrint = 1; });
+    row("dots", false, [](stPrinterState& state) { state.dwPrintDotsCount = 1; });
+    row("printer's pages", false, [](stPrinterState& state) { state.dwPrinterNumOfPages = 1; });
+    row("printer's prints", false, [](stPrinterState& state) { state.dwPrinterNumOfPrint = 1; });
+    row("failures", false, [](stPrinterState& state) { state.iReadFailCount = 1; });
+}
+
+void tst_TrdGetPrinterStatus::changeTest()
+{
+    QFETCH(stPrinterState, state);
+    TrdGetPrinterStatus worker;
+    QTEST(worker.CheckStatusChange(state, stPrinterState()), "bChanged");
+    QTEST(worker.CheckStatusChange(stPrinterState(), state), "bChanged");
+}
+
+void tst_TrdGetPrinterStatus::changeTestSeesOrderOfCodes()
+{
+    TrdGetPrinterStatus worker;
+    stPrinterState state;
+    state.listErrorStatus = {enErrorNoPaper, enErrorPaperJam};
+    state.listWarningStatus = {enErrorBlackInkLow, enErrorColorInkLow};
+    QVERIFY(!worker.CheckStatusChange(state, state));
+    stPrinterState errorsTurned = state;
+    errorsTurned.listErrorStatus = {enErrorPaperJam, enErrorNoPaper};
+    QVERIFY(worker.CheckStatusChange(state, errorsTurned));
+    stPrinterState warningsTurned = state;
+    warningsTurned.listWarningStatus = {enErrorColorInkLow, enErrorBlackInkLow};
+    QVERIFY(worker.CheckStatusChange(state, warningsTurned));
+}
+
+void tst_TrdGetPrinterStatus::indexOutsideTheListOnlySleeps_data()
+{
+    QTest::addColumn<int>("iIndex");
+    QTest::addColumn<int>("iSize"); // -1: no list
+    QTest::newRow("never set") << -1 << 1;
+    QTest::newRow("just beyond") << 1 << 1;
+    QTest::newRow("far beyond") << 7 << 1;
+    QTest::newRow("empty list") << 0 << 0;
+    QTest::newRow("no list") << 0 << -1;
+}
+
+void tst_TrdGetPrinterStatus::indexOutsideTheListOnlySleeps()
+{
+    QFETCH(int, iIndex);
+    QFETCH(int, iSize);
+    QVERIFY(WriteNewStatus(c_strName, HandMadeReply()));
+    QVERIFY(WriteNewStatus(QString(), HandMadeReply()));
+    PrinterList listPrinter;
+    if (iSize > 0) {
+        listPrinter.append(NamedPrinter(c_strName, 2));
+    }
+    CountedWorker counted(iIndex, iSize < 0 ? nullptr : &listPrinter);
+    counted.RunOneCycle();
+    QCOMPARE(counted.m_iSignals.load(), 0);
+    QVERIFY(counted.m_worker.m_dtLastModified.isNull());
+    for (const stPrinterManager& printer : std::as_const(listPrinter)) {
+        QCOMPARE(printer.printerState.enCurrentStatus, 2);
+    }
+}
+
+void tst_TrdGetPrinterStatus::publishesTheWholeRecord()
+{
+    QVERIFY(WriteNewStatus(c_strName, HandMadeReply()));
+    PrinterList listPrinter{NamedPrinter(QStringLiteral("First"), 3), NamedPrinter(c_strName, 2)};
+    CountedWorker counted(1, &listPrinter);
+    counted.RunOneCycle();
+    QCOMPARE(counted.m_iSignals.load(), 1);
+    QCOMPARE(counted.m_iLastIndex.load(), 1);
+    const stPrinterManager& printer = listPrinter.at(1);
+    QCOMPARE(printer.printerInfo.strPrinterName, c_strName);
+    QCOMPARE(printer.printerInfo.enType, QStringLiteral("RA7QX"));
+    QCOMPARE(printer.printerInfo.iConnectType, 2);
+    QCOMPARE(printer.printerInfo.strPort, QStringLiteral("192.0.2.7"));
+    QCOMPARE(printer.printerInfo.strURI, QStringLiteral("ipp://a"));
+    QCOMPARE(printer.printerState.enCurrentStatus, 8);
+    QCOMPARE(printer.printerState.strFWVersion, QStringLiteral("2.1.7"));
+    QCOMPARE(printer.printerState.listErrorStatus, (QList<enErrorStatus>{enErrorPaperJam, enErrorYellowInkEmpty}));
+    QCOMPARE(printer.printerState.dwPrinterNumOfPrint, 16909060UL);
+    QCOMPARE(listPrinter.at(0).printerState.enCurrentStatus, 3);
+    QCOMPARE(listPrinter.at(0).printerState.strFWVersion, QString());
+}
+
+void tst_TrdGetPrinterStatus::unchangedFileIsOpenedOnce()
+{
+    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    PrinterList listPrinter{NamedPrinter(c_strName, 2)};
+    CountedWorker counted(0, &listPrinter);
+    int iOpened = 0;
+    const OpenHook count(StatusFolder().StatusPath(c_strName), [&iOpened] { return ++iOpened > 0; });
+    counted.RunOneCycle();
+    listPrinter[0].printerState.iReadFailCount = 10;
+    for (int i = 0; i < 3; ++i) {
+        counted.RunOneCycle();
+    }
+    QCOMPARE(iOpened, 1);
+    QCOMPARE(counted.m_iSignals.load(), 1);
+    QCOMPARE(listPrinter.at(0).printerState.enCurrentStatus, 3);
+    QCOMPARE(listPrinter.at(0).printerState.iReadFailCount, 10);
+}
+
+void tst_TrdGetPrinterStatus::offlinePrinterIsReadAlthoughUnchanged()
+{
+    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    PrinterList listPrinter{NamedPrinter(c_strName, 2)};
+    CountedWorker counted(0, &listPrinter);
+    counted.RunOneCycle();
+    listPrinter[0] = NamedPrinter(c_strName, 2); // what a rebuilt list starts with
+    counted.RunOneCycle();
+    QCOMPARE(listPrinter.at(0).printerState.enCurrentStatus, 3);
+    QCOMPARE(listPrinter.at(0).printerState.strFWVersion, QStringLiteral("1.0"));
+    QCOMPARE(counted.m_iSignals.load(), 2);
+}
+
+void tst_TrdGetPrinterStatus::eleventhFailureMakesOffline()
+{
+    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    PrinterList listPrinter{NamedPrinter(c_strName, 2)};
+    CountedWorker counted(0, &listPrinter);
+    counted.RunOneCycle();
+    QVERIFY(StatusFolder().RemoveStatus(c_strName));
+    for (int i = 1; i <= 10; ++i) {
+        counted.RunOneCycle();
+        QCOMPARE(listPrinter.at(0).printerState.iReadFailCount, i);
+        QCOMPARE(listPrinter.at(0).printerState.enCurrentStatus, 3);
+        QCOMPARE(listPrinter.at(0).printerState.listErrorStatus.size(), 1);
+    }
+    QCOMPARE(counted.m_iSignals.load(), 1);
+
+    counted.RunOneCycle();
+    const stPrinterState& state = listPrinter.at(0).printerState;
+    QCOMPARE(state.enCurrentStatus, 2);
+    QVERIFY(state.listErrorStatus.isEmpty() && state.listWarningStatus.isEmpty());
+    QCOMPARE(state.iReadFailCount, 0);
+    QCOMPARE(state.dwBlackInkRemainer, 80UL); // the rest stays
+    QCOMPARE(state.strFWVersion, QStringLiteral("1.0"));
+    QCOMPARE(counted.m_iSignals.load(), 2);
+
+    for (int i = 1; i <= 11; ++i) {
+        counted.RunOneCycle();
+        QCOMPARE(listPrinter.at(0).printerState.iReadFailCount, i % 11);
+    }
+    QCOMPARE(counted.m_iSignals.load(), 2); // off-line already
+
+    QVERIFY(WriteNewStatus(c_strName, "rejected"));
+    counted.RunOneCycle();
+    QCOMPARE(listPrinter.at(0).printerState.iReadFailCount, 1);
+    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    counted.RunOneCycle();
+    QCOMPARE(listPrinter.at(0).printerState.enCurrentStatus, 3);
+    QCOMPARE(listPrinter.at(0).printerState.iReadFailCount, 0);
+    QCOMPARE(counted.m_iSignals.load(), 3);
+}
+
+void tst_TrdGetPrinterStatus::exceptionPublishesTheStateUnchanged()
+{
+    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    PrinterList listPrinter{NamedPrinter(c_strName, 8)};
+    listPrinter[0].printerState.iReadFailCount = 4;
+    CountedWorker counted(0, &listPrinter);
+    const OpenHook fail(StatusFolder().StatusPath(c_strName), []() -> bool { throw std::runtime_error("no file"); });
+    counted.RunOneCycle();
+    QCOMPARE(listPrinter.at(0).printerState.enCurrentStatus, 8);
+    QCOMPARE(listPrinter.at(0).printerState.iReadFailCount, 4);
+    QCOMPARE(counted.m_iSignals.load(), 0);
+}
+
+void tst_TrdGetPrinterStatus::rebuiltListIsNotWritten_data()
+{
+    QTest::addColumn<PrinterList>("listRebuilt");
+    const stPrinterManager before = NamedPrinter(c_strName, 2);
+    stPrinterManager otherName = before;
+    otherName.printerInfo.strPrinterName = QStringLiteral("Other");
+    stPrinterManager otherUri = before;
+    otherUri.printerInfo.strURI = QStringLiteral("ipp://b");
+    QTest::newRow("other name") << PrinterList{before, otherName};
+    QTest::newRow("other URI") << PrinterList{before, otherUri};
+    QTest::newRow("printer moved up") << PrinterList{before};
+    QTest::newRow("empty") << PrinterList{};
+}
+
+void tst_TrdGetPrinterStatus::rebuiltListIsNotWritten()
+{
+    QFETCH(PrinterList, listRebuilt);
+    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    PrinterList listPrinter{NamedPrinter(QStringLiteral("First"), 3), NamedPrinter(c_strName, 2)};
+    CountedWorker counted(1, &listPrinter);
+    const OpenHook rebuild(StatusFolder().StatusPath(c_strName), [&] {
+        const std::lock_guard lock(g_mutexPrinterList);
+        listPrinter = listRebuilt;
+        return true;
+    });
+    counted.RunOneCycle();
+    QCOMPARE(counted.m_worker.m_printerManager.printerState.enCurrentStatus, 3); // it did read
+    QCOMPARE(counted.m_iSignals.load(), 0);
+    QCOMPARE(listPrinter.size(), listRebuilt.size());
+    for (int i = 0; i < listPrinter.size(); ++i) {
+        QCOMPARE(listPrinter.at(i).printerInfo.strPrinterName, listRebuilt.at(i).printerInfo.strPrinterName);
+        QCOMPARE(listPrinter.at(i).printerInfo.strURI, listRebuilt.at(i).printerInfo.strURI);
+        QCOMPARE(listPrinter.at(i).printerState.enCurrentStatus, 2);
+        QCOMPARE(listPrinter.at(i).printerState.strFWVersion, QString());
+    }
+}
+
+void tst_TrdGetPrinterStatus::listIsFreeDuringFileAccess()
+{
+    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    PrinterList listPrinter{NamedPrinter(c_strName, 2)};
+    CountedWorker counted(0, &listPrinter);
+    bool bFree = false;
+    const OpenHook look(StatusFolder().StatusPath(c_strName), [&bFree] {
+        bFree = IsListFree();
+        return true;
+    });
+    counted.RunOneCycle();
+    QVERIFY(bFree);
+}
+
+void tst_TrdGetPrinterStatus::listCanBeTakenAwayDuringFileAccess()
+{
+    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    PrinterList listPrinter{NamedPrinter(c_strName, 2)};
+    CountedWorker counted(0, &listPrinter);
+    const OpenHook take(StatusFolder().StatusPath(c_strName), [&counted] {
+        counted.m_worker.Init(-1, nullptr);
+        return true;
+    });
+    counted.RunOneCycle();
+    QCOMPARE(counted.m_worker.m_printerManager.printerState.enCurrentStatus, 3); // it did read
+    QCOMPARE(listPrinter.at(0).printerState.enCurrentStatus, 2);
+    QCOMPARE(counted.m_iSignals.load(), 0);
+}
+
+void tst_TrdGetPrinterStatus::loopFollowsTheFile()
+{
+    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    PrinterList listPrinter{NamedPrinter(c_strName, 2)};
+    RunningWorker unset(-1, &listPrinter);
+    RunningWorker beyond(1, &listPrinter);
+    RunningWorker running(0, &listPrinter);
+    QTRY_COMPARE_WITH_TIMEOUT(running.m_iSignals.load(), 1, 800); // at once, not after the first interval
+    QCOMPARE(running.m_iLastIndex.load(), 0);
+    QCOMPARE(SharedAt(listPrinter, 0).printerState.enCurrentStatus, 3);
+
+    QElapsedTimer timer;
+    timer.start();
+    running.m_worker.SlotTaskStart(); // ignored
+    QVERIFY(timer.elapsed() < 400);
+
+    stStatusReply reply = ReadyReply();
+    reply.firmwareVersion = "1.1";
+    reply.listSupplies[0] = SuppliesNumber(enSuppliesWasteToner, 2);
+    QVERIFY(WriteReply(c_strName, reply));
+    QTRY_COMPARE_WITH_TIMEOUT(SharedAt(listPrinter, 0).printerState.dwWasteToner, 2UL, 2000);
+    QCOMPARE(SharedAt(listPrinter, 0).printerState.strFWVersion, QStringLiteral("1.1"));
+    QCOMPARE(running.m_iSignals.load(), 1);
+
+    timer.start();
+    QVERIFY(WriteNewStatus(c_strName, "rejected"));
+    QTRY_COMPARE_WITH_TIMEOUT(SharedAt(listPrinter, 0).printerState.iReadFailCount, 1, 2000);
+    QCOMPARE(running.m_iSignals.load(), 1);
+    QVERIFY(WriteReply(c_strName, reply));
+    QTRY_COMPARE_WITH_TIMEOUT(SharedAt(listPrinter, 0).printerState.iReadFailCount, 0, 2000);
+    QVERIFY(timer.elapsed() >= 1000); // two cycles
+    reply.byStatus = 0x10;
+    QVERIFY(WriteReply(c_strName, reply));
+    QTRY_COMPARE_WITH_TIMEOUT(running.m_iSignals.load(), 2, 2000);
+    QCOMPARE(SharedAt(listPrinter, 0).printerState.enCurrentStatus, 8);
+
+    QCOMPARE(unset.m_iSignals.load() + beyond.m_iSignals.load(), 0);
+    QVERIFY(running.EndWithin(2000));
+}
+
+void tst_TrdGetPrinterStatus::loopMakesOfflineAfterElevenSeconds()
+{
+    QTRY_COMPARE_WITH_TIMEOUT(m_goneWorker->m_iSignals.load(), 2, 15000);
+    QVERIFY2(m_sinceGone.elapsed() >= 10000, QByteArray::number(m_sinceGone.elapsed()).constData());
+    const stPrinterState state = SharedAt(m_listGone, 0).printerState;
+    QCOMPARE(state.enCurrentStatus, 2);
+    QVERIFY(state.listErrorStatus.isEmpty() && state.listWarningStatus.isEmpty());
+
+    QVERIFY(WriteReply(c_strGone, ReadyReply()));
+    QTRY_COMPARE_WITH_TIMEOUT(m_goneWorker->m_iSignals.load(), 3, 1900);
+    QCOMPARE(SharedAt(m_listGone, 0).printerState.enCurrentStatus, 3);
+    m_goneWorker.reset();
+}
+
+QTEST_GUILESS_MAIN(tst_TrdGetPrinterStatus)
+
+#include "tst_TrdGetPrinterStatus.moc"

@@ -1,0 +1,317 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "UtilFile.h"
+
+#include "TestFiles.h"
+
+#include <QtTest>
+
+#include <memory>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+class tst_UtilFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void readsAFile();
+    void readingCreatesNothing();
+    void writingCreatesTheFile();
+    void writingAppends();
+    void createdFileHasTheUsualMode();
+    void namesAreLocal8Bit();
+    void readingAFifoDoesNotBlock();
+    void writingToAFifoWithoutReaderFails();
+    void appendingToAFifoFailsAndLeavesNoDescriptor();
+    void linkIsFollowed();
+    void linkIsRefusedOnDemand_data();
+    void linkIsRefusedOnDemand();
+    void failureLeavesTheFileClosed_data();
+    void failureLeavesTheFileClosed();
+    void descriptorIsNotInherited();
+    void descriptorIsClosedWithTheFile();
+    void createsAnew_data();
+    void createsAnew();
+    void createdAnewTheFileIsOurOwn();
+    void createAnewDoesNotFollowALink();
+    void createAnewRemovesADanglingLink();
+    void createAnewReplacesAFifo();
+    void createAnewLeavesALinkThatCannotBeRemoved();
+    void createAnewFails_data();
+    void createAnewFails();
+
+private:
+    QString Path(const char* pName) const { return m_pFolder->filePath(QString::fromUtf8(pName)); }
+    std::unique_ptr<QTemporaryDir> m_pFolder;
+};
+
+void tst_UtilFile::init()
+{
+    m_pFolder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_pFolder->isValid());
+    ::alarm(20); // whatever blocks ends the program
+}
+
+void tst_UtilFile::cleanup()
+{
+    ::alarm(0);
+    m_pFolder.reset();
+}
+
+void tst_UtilFile::readsAFile()
+{
+    QVERIFY(WriteFile(Path("a"), "one\r\ntwo\n"));
+    QFile file;
+    QVERIFY(OpenWithoutBlocking(file, Path("a"), QIODevice::ReadOnly));
+    QCOMPARE(file.openMode(), QIODevice::OpenMode(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("one\r\ntwo\n"));
+}
+
+void tst_UtilFile::readingCreatesNothing()
+{
+    QFile file;
+    QVERIFY(!OpenWithoutBlocking(file, Path("a"), QIODevice::ReadOnly));
+    QVERIFY(!QFile::exists(Path("a")));
+}
+
+void tst_UtilFile::writingCreatesTheFile()
+{
+    QFile file;
+    QVERIFY(OpenWithoutBlocking(file, Path("a"), QIODevice::WriteOnly));
+    QCOMPARE(file.write("new"), 3);
+    file.close();
+    QCOMPARE(ReadFile(Path("a")), QByteArray("new"));
+}
+
+void tst_UtilFile::writingAppends()
+{
+    QVERIFY(WriteFile(Path("a"), "old\n"));
+    for (const char* pLine : {"1\n", "2\n"}) {
+        QFile file;
+        QVERIFY(OpenWithoutBlocking(file, Path("a"), QIODevice::Append | QIODevice::Text, O_APPEND));
+        QCOMPARE(file.write(pLine), 2);
+    }
+    QCOMPARE(ReadFile(Path("a")), QByteArray("old\n1\n2\n"));
+}
+
+void tst_UtilFile::createdFileHasTheUsualMode()
+{
+    const mode_t oldMask = ::umask(0027);
+    QFile file;
+    const bool bOpen = OpenWithoutBlocking(file, Path("a"), QIODevice::WriteOnly);
+    ::umask(oldMask);
+    QVERIFY(bOpen);
+    struct stat status = {};
+    QCOMPARE(::fstat(file.handle(), &status), 0);
+    QCOMPARE(status.st_mode, mode_t(S_IFREG | 0640));
+}
+
+void tst_UtilFile::namesAreLocal8Bit()
+{
+    QVERIFY(WriteFile(Path("办公室.dat"), "x"));
+    QFile file;
+    QVERIFY(OpenWithoutBlocking(file, Path("办公室.dat"), QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("x"));
+}
+
+void tst_UtilFile::readingAFifoDoesNotBlock()
+{
+    QCOMPARE(::mkfifo(QFile::encodeName(Path("fifo")).constData(), 0600), 0);
+    QFile file;
+    if (OpenWithoutBlocking(file, Path("fifo"), QIODevice::ReadOnly)) {
+        QCOMPARE(file.readAll(), QByteArray());
+    }
+}
+
+void tst_UtilFile::writingToAFifoWithoutReaderFails()
+{
+    QCOMPARE(::mkfifo(QFile::encodeName(Path("fifo")).constData(), 0600), 0);
+    QFile file;
+    QVERIFY(!OpenWithoutBlocking(file, Path("fifo"), QIODevice::WriteOnly));
+    QVERIFY(!file.isOpen());
+}
+
+void tst_UtilFile::appendingToAFifoFailsAndLeavesNoDescriptor()
+{
+    QCOMPARE(::mkfifo(QFile::encodeName(Path("fifo")).constData(), 0600), 0);
+    QFile reader;
+    QVERIFY(OpenWithoutBlocking(reader, Path("fifo"), QIODevice::ReadOnly));
+    const QDir descriptors(QStringLiteral("/proc/self/fd"));
+    const QStringList listBefore = descriptors.entryList(QDir::AllEntries | QDir::System);
+    QFile file;
+    QVERIFY(!OpenWithoutBlocking(file, Path("fifo"), QIODevice::Append, O_APPEND));
+    QVERIFY(!file.isOpen());
+    QCOMPARE(QDir(descriptors.path()).entryList(QDir::AllEntries | QDir::System), listBefore);
+}
+
+void tst_UtilFile::linkIsFollowed()
+{
+    QVERIFY(WriteFile(Path("a"), "target"));
+    QVERIFY(QFile::link(Path("a"), Path("link")));
+    QFile file;
+    QVERIFY(OpenWithoutBlocking(file, Path("link"), QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("target"));
+}
+
+void tst_UtilFile::linkIsRefusedOnDemand_data()
+{
+    QTest::addColumn<bool>("dangling");
+    QTest::newRow("to a file") << false;
+    QTest::newRow("to nothing") << true;
+}
+
+void tst_UtilFile::linkIsRefusedOnDemand()
+{
+    QFETCH(const bool, dangling);
+    if (!dangling) {
+        QVERIFY(WriteFile(Path("a"), "target"));
+    }
+    QVERIFY(QFile::link(Path("a"), Path("link")));
+    for (const QIODevice::OpenMode mode :
+         {QIODevice::OpenMode(QIODevice::ReadOnly), QIODevice::OpenMode(QIODevice::WriteOnly | QIODevice::Append)}) {
+        QFile file;
+        QVERIFY(!OpenWithoutBlocking(file, Path("link"), mode, O_NOFOLLOW));
+    }
+    QCOMPARE(QFile::exists(Path("a")), !dangling);
+    QCOMPARE(ReadFile(Path("a")), dangling ? QByteArray() : QByteArray("target"));
+}
+
+void tst_UtilFile::failureLeavesTheFileClosed_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("write");
+    QTest::newRow("missing file") << QStringLiteral("missing") << false;
+    QTest::newRow("missing folder, reading") << QStringLiteral("missing/a") << false;
+    QTest::newRow("missing folder, writing") << QStringLiteral("missing/a") << true;
+    QTest::newRow("file for a folder") << QStringLiteral("plain/a") << true;
+    QTest::newRow("folder, writing") << QStringLiteral(".") << true;
+    QTest::newRow("name too long") << QString(300, QLatin1Char('x')) << true;
+}
+
+void tst_UtilFile::failureLeavesTheFileClosed()
+{
+    QFETCH(const QString, name);
+    QFETCH(const bool, write);
+    QVERIFY(WriteFile(Path("plain"), "x"));
+    QFile file;
+    QVERIFY(!OpenWithoutBlocking(file, m_pFolder->filePath(name), write ? QIODevice::WriteOnly : QIODevice::ReadOnly));
+    QVERIFY(!file.isOpen());
+    QCOMPARE(QDir(m_pFolder->path()).entryList(QDir::Files), QStringList{QStringLiteral("plain")});
+}
+
+void tst_UtilFile::descriptorIsNotInherited()
+{
+    QFile file;
+    QVERIFY(OpenWithoutBlocking(file, Path("a"), QIODevice::WriteOnly));
+    QVERIFY((::fcntl(file.handle(), F_GETFD) & FD_CLOEXEC) != 0);
+}
+
+void tst_UtilFile::descriptorIsClosedWithTheFile()
+{
+    QFile file;
+    QVERIFY(OpenWithoutBlocking(file, Path("a"), QIODevice::WriteOnly));
+    const int iFd = file.handle();
+    file.close();
+    QCOMPARE(::fcntl(iFd, F_GETFD), -1);
+}
+
+void tst_UtilFile::createsAnew_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::newRow("missing") << QByteArray();
+    QTest::newRow("filled") << QByteArray("old");
+}
+
+void tst_UtilFile::createsAnew()
+{
+    QFETCH(const QByteArray, before);
+    if (!before.isEmpty()) {
+        QVERIFY(WriteFile(Path("a"), before));
+    }
+    QVERIFY(CreateAnew(Path("a")));
+    QVERIFY(QFileInfo(Path("a")).isFile());
+    QCOMPARE(QFileInfo(Path("a")).size(), 0);
+}
+
+void tst_UtilFile::createdAnewTheFileIsOurOwn()
+{
+    QVERIFY(WriteFile(Path("a"), "theirs"));
+    QCOMPARE(::link(QFile::encodeName(Path("a")).constData(), QFile::encodeName(Path("b")).constData()), 0);
+    QVERIFY(CreateAnew(Path("b")));
+    QCOMPARE(ReadFile(Path("a")), QByteArray("theirs"));
+    QVERIFY(QFileInfo(Path("b")).isFile());
+    QCOMPARE(QFileInfo(Path("b")).size(), 0);
+}
+
+void tst_UtilFile::createAnewDoesNotFollowALink()
+{
+    QVERIFY(WriteFile(Path("a"), "target"));
+    QVERIFY(QFile::link(Path("a"), Path("link")));
+    QVERIFY(CreateAnew(Path("link")));
+    QCOMPARE(ReadFile(Path("a")), QByteArray("target"));
+    QVERIFY(!QFileInfo(Path("link")).isSymLink());
+    QVERIFY(QFileInfo(Path("link")).isFile());
+    QCOMPARE(QFileInfo(Path("link")).size(), 0);
+}
+
+void tst_UtilFile::createAnewRemovesADanglingLink()
+{
+    QVERIFY(QFile::link(Path("missing"), Path("link")));
+    QVERIFY(CreateAnew(Path("link")));
+    QVERIFY(!QFile::exists(Path("missing")));
+    QVERIFY(!QFileInfo(Path("link")).isSymLink());
+    QVERIFY(QFileInfo(Path("link")).isFile());
+    QCOMPARE(QFileInfo(Path("link")).size(), 0);
+}
+
+void tst_UtilFile::createAnewReplacesAFifo()
+{
+    QCOMPARE(::mkfifo(QFile::encodeName(Path("fifo")).constData(), 0600), 0);
+    QVERIFY(CreateAnew(Path("fifo")));
+    QVERIFY(QFileInfo(Path("fifo")).isFile());
+}
+
+void tst_UtilFile::createAnewLeavesALinkThatCannotBeRemoved()
+{
+    QVERIFY(WriteFile(Path("a"), "target"));
+    QVERIFY(QDir(m_pFolder->path()).mkdir(QStringLiteral("closed")));
+    QVERIFY(QFile::link(Path("a"), Path("closed/link")));
+    QCOMPARE(::chmod(QFile::encodeName(m_pFolder->path()).constData(), 0755), 0);
+    QCOMPARE(::chmod(QFile::encodeName(Path("a")).constData(), 0666), 0);
+    QCOMPARE(::chmod(QFile::encodeName(Path("closed")).constData(), 0555), 0);
+    const bool bRoot = ::geteuid() == 0; // who can remove everything
+    QVERIFY(!bRoot || ::seteuid(65534) == 0);
+    const bool bCreated = CreateAnew(Path("closed/link"));
+    QVERIFY(!bRoot || ::seteuid(0) == 0);
+    QCOMPARE(::chmod(QFile::encodeName(Path("closed")).constData(), 0755), 0);
+    QVERIFY(!bCreated);
+    QCOMPARE(ReadFile(Path("a")), QByteArray("target"));
+}
+
+void tst_UtilFile::createAnewFails_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("folder") << QStringLiteral("folder");
+    QTest::newRow("missing folder") << QStringLiteral("missing/a");
+    QTest::newRow("file for a folder") << QStringLiteral("plain/a");
+}
+
+void tst_UtilFile::createAnewFails()
+{
+    QFETCH(const QString, name);
+    QVERIFY(WriteFile(Path("plain"), "x"));
+    QVERIFY(QDir(m_pFolder->path()).mkdir(QStringLiteral("folder")));
+    QVERIFY(!CreateAnew(m_pFolder->filePath(name)));
+    QVERIFY(QFileInfo(Path("folder")).isDir());
+    QCOMPARE(ReadFile(Path("plain")), QByteArray("x"));
+}
+
+QTEST_MAIN(tst_UtilFile)
+
+#include "tst_UtilFile.moc"

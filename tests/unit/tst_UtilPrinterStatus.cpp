@@ -1,0 +1,540 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "HandMadeReply.h"
+#include "TrdGetPrinterStatus.h"
+#include "UtilPrinterStatus.h"
+
+#include <QtTest>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+/// Decodes a copy that ends with its last byte, so that a memory checker sees a read beyond it.
+bool Decode(UtilPrinterStatus& decoder, const QByteArray& reply)
+{
+    std::vector<unsigned char> bytes(reply.begin(), reply.end());
+    bytes.shrink_to_fit();
+    return decoder.parseRecvBuf(bytes.data(), bytes.size());
+}
+
+int Check(TrdGetPrinterStatus& worker, const QByteArray& reply)
+{
+    std::vector<unsigned char> bytes(reply.begin(), reply.end());
+    return worker.CheckPrinterStatus(bytes.data(), bytes.size());
+}
+
+QByteArray ReplyWithSupplies(const QList<stSuppliesRecord>& listSupplies)
+{
+    stStatusReply reply;
+    reply.listSupplies = listSupplies;
+    return EncodeStatusReply(reply);
+}
+
+std::vector<unsigned long> Numbers(const UtilPrinterStatus& decoder)
+{
+    return {decoder.m_dwSupplyType,       decoder.m_dwRemainingToner,    decoder.m_dwWasteToner,
+            decoder.m_dwOPCRotation,      decoder.m_dwNumberOfPages,     decoder.m_dwNumberOfPrint,
+            decoder.m_dwPrintDotsCount,   decoder.m_dwPrinterNumOfPages, decoder.m_dwPrinterNumOfPrint,
+            decoder.m_dwBlackInkRemainer, decoder.m_dwBlueInkRemainer,   decoder.m_dwRedInkRemainer,
+            decoder.m_dwYellowInkRemainer};
+}
+
+template <typename Raw>
+QByteArray Hex(const Raw& raw)
+{
+    return QByteArray(raw.data(), static_cast<int>(raw.size())).toHex();
+}
+
+QList<QByteArray> RawValues(const UtilPrinterStatus& decoder)
+{
+    return {
+        Hex(decoder.m_rawSupplyType),       Hex(decoder.m_rawRemainingToner),    Hex(decoder.m_rawWasteToner),
+        Hex(decoder.m_rawOPCRotation),      Hex(decoder.m_rawNumberOfPages),     Hex(decoder.m_rawNumberOfPrint),
+        Hex(decoder.m_rawPrintDotsCount),   Hex(decoder.m_rawPrinterNumOfPages), Hex(decoder.m_rawPrinterNumOfPrint),
+        Hex(decoder.m_rawBlackInkRemainer), Hex(decoder.m_rawBlueInkRemainer),   Hex(decoder.m_rawRedInkRemainer),
+        Hex(decoder.m_rawYellowInkRemainer)};
+}
+
+} // namespace
+
+class tst_UtilPrinterStatus : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void newDecoderIsZero();
+    void storesEveryRawField();
+    void givesAddressOfStatusByte();
+    void numberOfSuppliesValue_data();
+    void numberOfSuppliesValue();
+    void suppliesKey_data();
+    void suppliesKey();
+    void unknownSuppliesKeyIsSkipped_data();
+    void unknownSuppliesKeyIsSkipped();
+    void pagesSetPrintsToo();
+    void longCounterYieldsItsFirstByte();
+    void emptyRecordHasFirstByteOfTheOneBefore();
+    void longTextIsCut_data();
+    void longTextIsCut();
+    void supplySerialNumberIsCutTo64Bytes();
+    void everyPrefixIsRejected();
+    void rejectedReplyKeepsWhatWasStored();
+    void missingErrorCodeIsRejected();
+    void fullListsAreDecoded();
+    void trailingBytesAreIgnored();
+    void oversizedSuppliesRecordEndsTheProcess_data();
+    void oversizedSuppliesRecordEndsTheProcess();
+    void convertsTheHandMadeReply();
+    void replyWithoutCountsIsEmptyState();
+    void textEndsAtItsFirstZero();
+    void rejectedReplyLeavesStateUntouched();
+    void newReplyReplacesTheWholeState();
+};
+
+void tst_UtilPrinterStatus::newDecoderIsZero()
+{
+    // Memory that was something else before shows a field that nobody sets.
+    alignas(UtilPrinterStatus) std::array<unsigned char, sizeof(UtilPrinterStatus)> memory;
+    memory.fill(0xEE);
+    auto* pDecoder = new (memory.data()) UtilPrinterStatus;
+    QCOMPARE(Numbers(*pDecoder), std::vector<unsigned long>(13, 0));
+    for (const QByteArray& raw : RawValues(*pDecoder)) {
+        QCOMPARE(raw, QByteArray(raw.size(), '0'));
+    }
+    for (const UtilPrinterStatus::Text* pText :
+         {&pDecoder->m_vendorName, &pDecoder->m_productName, &pDecoder->m_serialNumber, &pDecoder->m_firmwareVersion,
+          &pDecoder->m_fifthString}) {
+        QCOMPARE(*pText, UtilPrinterStatus::Text{});
+    }
+    QCOMPARE(Hex(pDecoder->m_supplySerialNumber), QByteArray(130, '0'));
+    QCOMPARE(*pDecoder->getPrinterStatusValue(), 0);
+    QVERIFY(pDecoder->m_listErrorCode.empty() && pDecoder->m_listWarningCode.empty());
+    pDecoder->~UtilPrinterStatus();
+}
+
+void tst_UtilPrinterStatus::storesEveryRawField()
+{
+    UtilPrinterStatus decoder;
+    QVERIFY(Decode(decoder, HandMadeReply()));
+    QCOMPARE(decoder.m_byHeader, 0xA1);
+    QCOMPARE(Hex(decoder.m_headerField1), "b1b200");
+    QCOMPARE(Hex(decoder.m_headerField2), "c1c200");
+    QCOMPARE(Hex(decoder.m_vendorNameLength), "000400");
+    QCOMPARE(decoder.m_dwVendorNameLength, 4UL);
+    QCOMPARE(decoder.m_vendorName.data(), "Vora");
+    QCOMPARE(Hex(decoder.m_productNameLength), "000500");
+    QCOMPARE(decoder.m_dwProductNameLength, 5UL);
+    QCOMPARE(decoder.m_productName.data(), "RA7QX");
+    QCOMPARE(Hex(decoder.m_serialNumberLength), "000600");
+    QCOMPARE(decoder.m_dwSerialNumberLength, 6UL);
+    QCOMPARE(decoder.m_serialNumber.data(), "SN1234");
+    QCOMPARE(Hex(decoder.m_afterSerialNumber), "d1d200");
+    QCOMPARE(decoder.m_byStatus, 0x10);
+    QCOMPARE(decoder.m_dwStatus, 0x10UL);
+    QCOMPARE(Hex(decoder.m_firmwareVersionLength), "000500");
+    QCOMPARE(decoder.m_firmwareVersion.data(), "2.1.7");
+    QCOMPARE(Hex(decoder.m_fifthStringLength), "000300");
+    QCOMPARE(decoder.m_dwFifthStringLength, 3UL);
+    QCOMPARE(decoder.m_fifthString.data(), "xyz");
+    QCOMPARE(decoder.m_byErrorCount, 2);
+    QCOMPARE(decoder.m_dwErrorCount, 2UL);
+    QCOMPARE(Hex(decoder.m_lastErrorCode), "615600");
+    QCOMPARE(decoder.m_listErrorCode, (std::vector<unsigned long>{0x6110, 0x6156}));
+    QCOMPARE(decoder.m_byWarningCount, 1);
+    QCOMPARE(decoder.m_dwWarningCount, 1UL);
+    QCOMPARE(Hex(decoder.m_lastWarningCode), "616000");
+    QCOMPARE(decoder.m_listWarningCode, (std::vector<unsigned long>{0x6160}));
+    QCOMPARE(decoder.m_byBeforeSupplies, 0xE1);
+    QCOMPARE(Hex(decoder.m_beforeSupplies1), "f1f200");
+    QCOMPARE(Hex(decoder.m_beforeSupplies2), "f3f400");
+    QCOMPARE(decoder.m_bySuppliesCount, 14);
+    QCOMPARE(decoder.m_dwSuppliesCount, 14UL);
+    QCOMPARE(decoder.m_supplySerialNumber.data(), "INK42");
+    QCOMPARE(Numbers(decoder),
+             (std::vector<unsigned long>{0x00010203, 300, 7, 4660, 256, 5, 1000, 65536, 16909060, 50, 51, 52, 53}));
+}
+
+void tst_UtilPrinterStatus::givesAddressOfStatusByte()
+{
+    UtilPrinterStatus decoder;
+    QVERIFY(Decode(decoder, ReplyInState(0x23)));
+    QCOMPARE(*decoder.getPrinterStatusValue(), 0x23);
+    *decoder.getPrinterStatusValue() = 0x11;
+    QCOMPARE(decoder.m_byStatus, 0x11);
+}
+
+void tst_UtilPrinterStatus::numberOfSuppliesValue_data()
+{
+    QTest::addColumn<unsigned long>("dwLength");
+    QTest::addColumn<unsigned long>("dwValue");
+    QTest::newRow("0") << 0UL << 0xF1UL;
+    QTest::newRow("1") << 1UL << 0xF1UL;
+    QTest::newRow("2") << 2UL << 0xF1F2UL;
+    QTest::newRow("3") << 3UL << 0xF1F2F3UL;
+    QTest::newRow("4") << 4UL << 0xF1F2F3F4UL;
+    QTest::newRow("5") << 5UL << 0xF1UL;
+    QTest::newRow("6") << 6UL << 0xF1UL;
+    QTest::newRow("65") << 65UL << 0xF1UL;
+}
+
+void tst_UtilPrinterStatus::numberOfSuppliesValue()
+{
+    QFETCH(unsigned long, dwLength);
+    std::array<unsigned char, 65> data{0xF1, 0xF2, 0xF3, 0xF4, 0xF5, 0xF6};
+    QTEST(UtilPrinterStatus::byteToDWORD(data.data(), dwLength), "dwValue");
+}
+
+void tst_UtilPrinterStatus::suppliesKey_data()
+{
+    QTest::addColumn<quint16>("wKey");
+    QTest::addColumn<int>("iValue"); // in Numbers()
+    QTest::addColumn<int>("iWidth");
+    QTest::newRow("type") << quint16(0x0001) << 0 << 4;
+    QTest::newRow("remaining toner") << quint16(0x1000) << 1 << 2;
+    QTest::newRow("waste toner") << quint16(0x1001) << 2 << 2;
+    QTest::newRow("OPC rotation") << quint16(0x1002) << 3 << 2;
+    QTest::newRow("prints") << quint16(0x1004) << 5 << 4;
+    QTest::newRow("dots") << quint16(0x1100) << 6 << 2;
+    QTest::newRow("printer's pages") << quint16(0x1101) << 7 << 4;
+    QTest::newRow("printer's prints") << quint16(0x1102) << 8 << 4;
+    QTest::newRow("black") << quint16(0x4043) << 9 << 2;
+    QTest::newRow("blue") << quint16(0x4143) << 10 << 2;
+    QTest::newRow("red") << quint16(0x4243) << 11 << 2;
+    QTest::newRow("yellow") << quint16(0x4343) << 12 << 2;
+}
+
+void tst_UtilPrinterStatus::suppliesKey()
+{
+    QFETCH(quint16, wKey);
+    QFETCH(int, iValue);
+    QFETCH(int, iWidth);
+    std::vector<unsigned long> listNumber(13, 0);
+    QList<QByteArray> listRaw = RawValues(UtilPrinterStatus());
+    listNumber[iValue] = 0xF1F2F3F4;
+    listRaw[iValue] = QByteArray("f1f2f3f4").left(iWidth * 2) + "00";
+
+    UtilPrinterStatus decoder;
+    QVERIFY(Decode(decoder, ReplyWithSupplies({{wKey, "\xF1\xF2\xF3\xF4"}})));
+    QCOMPARE(Numbers(decoder), listNumber);
+    QCOMPARE(RawValues(decoder), listRaw);
+    QCOMPARE(decoder.m_supplySerialNumber.data(), "");
+}
+
+void tst_UtilPrinterStatus::unknownSuppliesKeyIsSkipped_data()
+{
+    QTest::addColumn<quint16>("wKey");
+    for (const quint16 wKey : {0x0002, 0x0100, 0x1005, 0x1103, 0x4044, 0x4344, 0xFFFF}) {
+        QTest::addRow("%04X", wKey) << wKey;
+    }
+}
+
+void tst_UtilPrinterStatus::unknownSuppliesKeyIsSkipped()
+{
+    QFETCH(quint16, wKey);
+    UtilPrinterStatus decoder;
+    QVERIFY(Decode(decoder, ReplyWithSupplies({{wKey, "\x7F\x7F\x7F\x7F"}})));
+    QCOMPARE(Numbers(decoder), std::vector<unsigned long>(13, 0));
+    QCOMPARE(RawValues(decoder), RawValues(UtilPrinterStatus()));
+    QCOMPARE(Hex(decoder.m_supplySerialNumber), QByteArray(130, '0'));
+
+    // Its bytes are consumed: the record that follows is found.
+    QVERIFY(Decode(decoder, ReplyWithSupplies({{wKey, "abcde"}, {0x4043, QByteArray("\0\x32", 2)}})));
+    QCOMPARE(decoder.m_dwBlackInkRemainer, 50UL);
+}
+
+void tst_UtilPrinterStatus::pagesSetPrintsToo()
+{
+    const stSuppliesRecord pages{0x1003, QByteArray("\0\0\1\0", 4)};
+    const stSuppliesRecord prints{0x1004, QByteArray("\0\0\0\5", 4)};
+    UtilPrinterStatus decoder;
+    QVERIFY(Decode(decoder, ReplyWithSupplies({pages})));
+    QCOMPARE(Numbers(decoder), (std::vector<unsigned long>{0, 0, 0, 0, 256, 256, 0, 0, 0, 0, 0, 0, 0}));
+    QCOMPARE(Hex(decoder.m_rawNumberOfPages), "0000010000");
+    QCOMPARE(Hex(decoder.m_rawNumberOfPrint), "0000010000");
+
+    QVERIFY(Decode(decoder, ReplyWithSupplies({pages, prints})));
+    QCOMPARE(decoder.m_dwNumberOfPages, 256UL);
+    QCOMPARE(decoder.m_dwNumberOfPrint, 5UL);
+
+    QVERIFY(Decode(decoder, ReplyWithSupplies({prints, pages})));
+    QCOMPARE(decoder.m_dwNumberOfPrint, 256UL);
+}
+
+void tst_UtilPrinterStatus::longCounterYieldsItsFirstByte()
+{
+    UtilPrinterStatus decoder;
+    QVERIFY(Decode(decoder, ReplyWithSupplies({{0x1000, "\1\x2C"}, {0x1001, "\x7F"}, {0x1102, "\1\2\3\4\5\6"}})));
+    QCOMPARE(decoder.m_dwRemainingToner, 300UL);
+    QCOMPARE(decoder.m_dwWasteToner, 127UL);
+    QCOMPARE(decoder.m_dwPrinterNumOfPrint, 1UL);
+    QCOMPARE(Hex(decoder.m_rawPrinterNumOfPrint), "0102030400");
+}
+
+void tst_UtilPrinterStatus::emptyRecordHasFirstByteOfTheOneBefore()
+{
+    UtilPrinterStatus decoder;
+    QVERIFY(Decode(decoder, ReplyWithSupplies({{0x4043, ""}})));
+    QCOMPARE(decoder.m_dwBlackInkRemainer, 0UL);
+
+    // Known key or not, and across a record that is empty itself.
+    QVERIFY(Decode(decoder, ReplyWithSupplies({{0x1000, "\x21\x22"}, {0x4143, ""}, {0x4243, ""}})));
+    QCOMPARE(decoder.m_dwBlueInkRemainer, 0x21UL);
+    QCOMPARE(decoder.m_dwRedInkRemainer, 0x21UL);
+    QVERIFY(Decode(decoder, ReplyWithSupplies({{0x7777, "\x31"}, {0x4343, ""}})));
+    QCOMPARE(decoder.m_dwYellowInkRemainer, 0x31UL);
+}
+
+void tst_UtilPrinterStatus::longTextIsCut_data()
+{
+    QTest::addColumn<int>("iSize");
+    QTest::addColumn<int>("iKept");
+    QTest::newRow("254 bytes") << 254 << 254;
+    QTest::newRow("255 bytes") << 255 << 255;
+    QTest::newRow("256 bytes") << 256 << 255;
+    QTest::newRow("300 bytes") << 300 << 255;
+    QTest::newRow("65535 bytes") << 65535 << 255;
+}
+
+void tst_UtilPrinterStatus::longTextIsCut()
+{
+    QFETCH(int, iSize);
+    QFETCH(int, iKept);
+    stStatusReply reply;
+    reply.vendorName = QByteArray(iSize, 'v');
+    reply.productName = QByteArray(iSize, 'p');
+    reply.serialNumber = QByteArray(iSize, 's');
+    reply.firmwareVersion = QByteArray(iSize, 'f');
+    reply.fifthString = QByteArray(iSize, 'x');
+    reply.wAfterSerialNumber = 0xD1D2;
+    reply.byStatus = 0x21;
+    reply.listErrorCode = {0x6100};
+
+    UtilPrinterStatus decoder;
+    QVERIFY(Decode(decoder, EncodeStatusReply(reply)));
+    QCOMPARE(QByteArray(decoder.m_vendorName.data()), QByteArray(iKept, 'v'));
+    QCOMPARE(QByteArray(decoder.m_productName.data()), QByteArray(iKept, 'p'));
+    QCOMPARE(QByteArray(decoder.m_serialNumber.data()), QByteArray(iKept, 's'));
+    QCOMPARE(QByteArray(decoder.m_firmwareVersion.data()), QByteArray(iKept, 'f'));
+    QCOMPARE(QByteArray(decoder.m_fifthString.data()), QByteArray(iKept, 'x'));
+    const auto dwSize = static_cast<unsigned long>(iSize);
+    QCOMPARE(decoder.m_dwVendorNameLength, dwSize);
+    QCOMPARE(decoder.m_dwProductNameLength, dwSize);
+    QCOMPARE(decoder.m_dwSerialNumberLength, dwSize);
+    QCOMPARE(decoder.m_dwFifthStringLength, dwSize);
+    QCOMPARE(Hex(decoder.m_afterSerialNumber), "d1d200");
+    QCOMPARE(decoder.m_dwStatus, 0x21UL);
+    QCOMPARE(decoder.m_listErrorCode, (std::vector<unsigned long>{0x6100}));
+
+    TrdGetPrinterStatus worker;
+    QCOMPARE(Check(worker, EncodeStatusReply(reply)), 0);
+    QCOMPARE(worker.m_printerManager.printerState.strFWVersion, QString(iKept, QLatin1Char('f')));
+}
+
+void tst_UtilPrinterStatus::supplySerialNumberIsCutTo64Bytes()
+{
+    TrdGetPrinterStatus worker;
+    const QString& strSerialNumber = worker.m_printerManager.printerState.strSupplySerialNumber;
+    QCOMPARE(Check(worker, ReplyWithSupplies({{0x0000, QByteArray(63, 'a')}})), 0);
+    QCOMPARE(strSerialNumber, QString(63, QLatin1Char('a')));
+    QCOMPARE(Check(worker, ReplyWithSupplies({{0x0000, QByteArray(64, 'b')}})), 0);
+    QCOMPARE(strSerialNumber, QString(64, QLatin1Char('b')));
+    QCOMPARE(Check(worker, ReplyWithSupplies({{0x0000, QByteArray(65, 'c')}})), 0);
+    QCOMPARE(strSerialNumber, QString(64, QLatin1Char('c')));
+}
+
+void tst_UtilPrinterStatus::everyPrefixIsRejected()
+{
+    const QByteArray reply = HandMadeReply();
+    QVERIFY(reply.size() > 8);
+    for (int iLength = 0; iLength < reply.size(); ++iLength) {
+        UtilPrinterStatus decoder;
+        QVERIFY2(!Decode(decoder, reply.left(iLength)), QByteArray::number(iLength).constData());
+    }
+}
+
+void tst_UtilPrinterStatus::rejectedReplyKeepsWhatWasStored()
+{
+    UtilPrinterStatus seven;
+    QVERIFY(!Decode(seven, HandMadeReply().left(7)));
+    QCOMPARE(seven.m_byHeader, 0);
+
+    UtilPrinterStatus eight;
+    QVERIFY(!Decode(eight, HandMadeReply().left(8)));
+    QCOMPARE(eight.m_byHeader, 0xA1);
+    QCOMPARE(Hex(eight.m_headerField1), "000000");
+
+    UtilPrinterStatus shortened;
+    QVERIFY(!Decode(shortened, HandMadeReply().chopped(1)));
+    QCOMPARE(shortened.m_vendorName.data(), "Vora");
+    QCOMPARE(shortened.m_dwRedInkRemainer, 52UL);
+    QCOMPARE(shortened.m_dwYellowInkRemainer, 0UL);
+}
+
+void tst_UtilPrinterStatus::missingErrorCodeIsRejected()
+{
+    // Up to the error count it is the empty reply: 25 bytes.
+    UtilPrinterStatus decoder;
+    QVERIFY(!Decode(decoder, QByteArray(25, '\0') + QByteArray::fromHex("03 6100 6105")));
+    QCOMPARE(decoder.m_listErrorCode, (std::vector<unsigned long>{0x6100, 0x6105}));
+}
+
+void tst_UtilPrinterStatus::fullListsAreDecoded()
+{
+    stStatusReply reply;
+    for (quint16 i = 0; i < 255; ++i) {
+        reply.listErrorCode.append(0x6100 + i);
+        reply.listWarningCode.append(0x9200 + i);
+        reply.listSupplies.append(SuppliesNumber(enSuppliesBlackInk, i));
+    }
+    UtilPrinterStatus decoder;
+    QVERIFY(Decode(decoder, EncodeStatusReply(reply)));
+    QCOMPARE(decoder.m_listErrorCode.size(), std::size_t(255));
+    QCOMPARE(decoder.m_listErrorCode.back(), 0x61FEUL);
+    QCOMPARE(decoder.m_listWarningCode.size(), std::size_t(255));
+    QCOMPARE(decoder.m_listWarningCode.back(), 0x92FEUL);
+    QCOMPARE(decoder.m_dwSuppliesCount, 255UL);
+    QCOMPARE(decoder.m_dwBlackInkRemainer, 254UL);
+}
+
+void tst_UtilPrinterStatus::trailingBytesAreIgnored()
+{
+    UtilPrinterStatus decoder;
+    QVERIFY(Decode(decoder, HandMadeReply() + QByteArray(1000, '\xFF')));
+    QCOMPARE(Numbers(decoder),
+             (std::vector<unsigned long>{0x00010203, 300, 7, 4660, 256, 5, 1000, 65536, 16909060, 50, 51, 52, 53}));
+}
+
+void tst_UtilPrinterStatus::oversizedSuppliesRecordEndsTheProcess_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<int>("iSignal");
+    const QByteArray serialNumber = ReplyWithSupplies({{0x0000, QByteArray(66, 's')}});
+    QTest::newRow("65 bytes") << ReplyWithSupplies({{0x0000, QByteArray(65, 's')}}) << 0;
+    QTest::newRow("66 bytes") << serialNumber << SIGABRT;
+    QTest::newRow("66 bytes, unknown key") << ReplyWithSupplies({{0x7777, QByteArray(66, 's')}}) << SIGABRT;
+    QTest::newRow("66 bytes, second record")
+        << ReplyWithSupplies({{0x1000, "x"}, {0x4043, QByteArray(66, 's')}}) << SIGABRT;
+    QTest::newRow("255 bytes") << ReplyWithSupplies({{0x1000, QByteArray(255, 's')}}) << SIGABRT;
+    QTest::newRow("66 bytes that are not all there") << serialNumber.chopped(1) << 0;
+}
+
+void tst_UtilPrinterStatus::oversizedSuppliesRecordEndsTheProcess()
+{
+    QFETCH(QByteArray, reply);
+    const pid_t iChild = ::fork();
+    if (iChild == 0) {
+        const rlimit noCore{0, 0};
+        ::setrlimit(RLIMIT_CORE, &noCore);
+        std::signal(SIGABRT, SIG_DFL); // the test library prints a report of its own
+        UtilPrinterStatus decoder;
+        Decode(decoder, reply);
+        ::_exit(0);
+    }
+    int iStatus = -1;
+    QCOMPARE(::waitpid(iChild, &iStatus, 0), iChild);
+    QTEST(WIFSIGNALED(iStatus) ? WTERMSIG(iStatus) : 0, "iSignal");
+}
+
+void tst_UtilPrinterStatus::convertsTheHandMadeReply()
+{
+    TrdGetPrinterStatus worker;
+    QCOMPARE(Check(worker, HandMadeReply()), 0);
+    const stPrinterState& state = worker.m_printerManager.printerState;
+    QCOMPARE(state.strPrinterSerialNumber, QStringLiteral("SN1234"));
+    QCOMPARE(state.enCurrentStatus, 8);
+    QCOMPARE(state.strFWVersion, QStringLiteral("2.1.7"));
+    QCOMPARE(state.strVenderName, QStringLiteral("Vora"));
+    QCOMPARE(state.strProductName, QStringLiteral("RA7QX"));
+    QCOMPARE(state.listErrorStatus,
+             (QList<enErrorStatus>{static_cast<enErrorStatus>(13), static_cast<enErrorStatus>(37)}));
+    QCOMPARE(state.listWarningStatus, (QList<enErrorStatus>{static_cast<enErrorStatus>(25)}));
+    QCOMPARE(state.strSupplySerialNumber, QStringLiteral("INK42"));
+    QCOMPARE(state.enSpplyType, 0);
+    QCOMPARE(state.dwRemainingToner, 300UL);
+    QCOMPARE(state.dwWasteToner, 7UL);
+    QCOMPARE(state.dwBlackInkRemainer, 50UL);
+    QCOMPARE(state.dwBlueInkRemainer, 51UL);
+    QCOMPARE(state.dwRedInkRemainer, 52UL);
+    QCOMPARE(state.dwYellowInkRemainer, 53UL);
+    QCOMPARE(state.dwOPCRotation, 4660UL);
+    QCOMPARE(state.dwNumberOfPages, 256UL);
+    QCOMPARE(state.dwNumberOfPrint, 5UL);
+    QCOMPARE(state.dwPrintDotsCount, 1000UL);
+    QCOMPARE(state.dwPrinterNumOfPages, 65536UL);
+    QCOMPARE(state.dwPrinterNumOfPrint, 16909060UL);
+    QCOMPARE(state.iReadFailCount, 0);
+}
+
+void tst_UtilPrinterStatus::replyWithoutCountsIsEmptyState()
+{
+    TrdGetPrinterStatus worker;
+    QCOMPARE(Check(worker, QByteArray(33, '\0')), 0);
+    const stPrinterState& state = worker.m_printerManager.printerState;
+    QCOMPARE(state.enCurrentStatus, 3);
+    QVERIFY(state.listErrorStatus.isEmpty() && state.listWarningStatus.isEmpty());
+    QCOMPARE(state.dwRemainingToner + state.dwWasteToner + state.dwBlackInkRemainer + state.dwBlueInkRemainer +
+                 state.dwRedInkRemainer + state.dwYellowInkRemainer + state.dwOPCRotation + state.dwNumberOfPages +
+                 state.dwNumberOfPrint + state.dwPrintDotsCount + state.dwPrinterNumOfPages + state.dwPrinterNumOfPrint,
+             0UL);
+    QVERIFY(state.strVenderName.isEmpty() && state.strProductName.isEmpty() && state.strFWVersion.isEmpty());
+    QVERIFY(state.strPrinterSerialNumber.isEmpty() && state.strSupplySerialNumber.isEmpty());
+}
+
+void tst_UtilPrinterStatus::textEndsAtItsFirstZero()
+{
+    stStatusReply reply;
+    reply.vendorName = QByteArray("Vo\0ra", 5);
+    reply.productName = QByteArray("\0RA7", 4);
+    reply.firmwareVersion = "2.1";
+    reply.listSupplies = {{0x0000, QByteArray("IN\0K", 4)}};
+    TrdGetPrinterStatus worker;
+    QCOMPARE(Check(worker, EncodeStatusReply(reply)), 0);
+    QCOMPARE(worker.m_printerManager.printerState.strVenderName, QStringLiteral("Vo"));
+    QCOMPARE(worker.m_printerManager.printerState.strProductName, QString());
+    QCOMPARE(worker.m_printerManager.printerState.strFWVersion, QStringLiteral("2.1"));
+    QCOMPARE(worker.m_printerManager.printerState.strSupplySerialNumber, QStringLiteral("IN"));
+}
+
+void tst_UtilPrinterStatus::rejectedReplyLeavesStateUntouched()
+{
+    TrdGetPrinterStatus worker;
+    QCOMPARE(Check(worker, HandMadeReply()), 0);
+    worker.m_printerManager.printerState.iReadFailCount = 4;
+    stStatusReply reply;
+    reply.vendorName = "Other";
+    reply.listSupplies = {SuppliesNumber(enSuppliesBlackInk, 1)};
+    QCOMPARE(Check(worker, EncodeStatusReply(reply).chopped(1)), -1);
+    const stPrinterState& state = worker.m_printerManager.printerState;
+    QCOMPARE(state.strVenderName, QStringLiteral("Vora"));
+    QCOMPARE(state.enCurrentStatus, 8);
+    QCOMPARE(state.listErrorStatus.size(), 2);
+    QCOMPARE(state.dwBlackInkRemainer, 50UL);
+    QCOMPARE(state.iReadFailCount, 4);
+}
+
+void tst_UtilPrinterStatus::newReplyReplacesTheWholeState()
+{
+    TrdGetPrinterStatus worker;
+    worker.m_printerManager.printerInfo.strPrinterName = QStringLiteral("Queue");
+    QCOMPARE(Check(worker, HandMadeReply()), 0);
+    worker.m_printerManager.printerState.iReadFailCount = 4;
+    worker.m_printerManager.printerState.enSpplyType = 9;
+    QCOMPARE(Check(worker, ReplyInState(0x24)), 0);
+    const stPrinterState& state = worker.m_printerManager.printerState;
+    QCOMPARE(state.enCurrentStatus, 0);
+    QCOMPARE(state.strVenderName, QString());
+    QVERIFY(state.listErrorStatus.isEmpty() && state.listWarningStatus.isEmpty());
+    QCOMPARE(state.dwNumberOfPrint, 0UL);
+    QCOMPARE(state.enSpplyType, 0);
+    QCOMPARE(state.iReadFailCount, 0);
+    QCOMPARE(worker.m_printerManager.printerInfo.strPrinterName, QStringLiteral("Queue"));
+}
+
+QTEST_APPLESS_MAIN(tst_UtilPrinterStatus)
+
+#include "tst_UtilPrinterStatus.moc"
