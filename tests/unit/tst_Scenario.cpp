@@ -1,0 +1,826 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "CodeNames.h"
+#include "InputError.h"
+#include "JsonReader.h"
+#include "Player.h"
+#include "ReplyFields.h"
+#include "Scenario.h"
+#include "ScenarioLibrary.h"
+#include "TestFiles.h"
+#include "TrdGetPrinterStatus.h"
+#include "UtilPrinterStatus.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <set>
+
+class tst_Scenario : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void malformedFileIsRefused_data();
+    void malformedFileIsRefused();
+    void everyMalformedFileHasARow();
+    void readsEveryPart();
+    void leavesOutWhatIsNotGiven();
+    void countMakesPrinters();
+    void stepFindsItsPrinters();
+    void stepsAreInTheOrderOfTheirTimes();
+    void stateNames_data();
+    void stateNames();
+    void errorNames_data();
+    void errorNames();
+    void suppliesStandInTheOrderOfTheirKeys();
+    void builtInScenariosAreThere();
+    void builtInScenarioIsGood_data();
+    void builtInScenarioIsGood();
+    void everydayShowsSomethingEveryTwoSeconds();
+    void everyErrorShowsThemAll();
+    void offLineLastsLongEnough();
+    void garbageNeverEndsTheReader_data();
+    void garbageNeverEndsTheReader();
+    void fatalRecordIsKnown_data();
+    void fatalRecordIsKnown();
+    void contentIsWhatItsNameSays();
+    void walkTakesTheSameCourseWithTheSameSeed();
+    void walkStaysInItsBounds();
+    void playerLeavesNothingOut();
+    void playerTellsWhatItCouldNotWrite();
+    void documentTellsEverything();
+};
+
+namespace {
+
+stScenario Read(const QByteArray& json, int iPrinters = -1)
+{
+    return ReadScenario(json, QStringLiteral("test.json"), iPrinters);
+}
+
+QString FailureOf(const QByteArray& json, const QString& strSource, int iPrinters = -1)
+{
+    try {
+        ReadScenario(json, strSource, iPrinters);
+    } catch (const InputError& error) {
+        return error.Message();
+    }
+    return QStringLiteral("no failure");
+}
+
+/// The state that the printer tool shows for a reply.
+stPrinterState Decode(QByteArray bytes)
+{
+    TrdGetPrinterStatus worker;
+    worker.CheckPrinterStatus(reinterpret_cast<unsigned char*>(bytes.data()), static_cast<unsigned long>(bytes.size()));
+    return worker.m_printerManager.printerState;
+}
+
+stPrinterState DecodeReply(const stStatusReply& reply)
+{
+    return Decode(EncodeStatusReply(reply));
+}
+
+bool IsAccepted(QByteArray bytes)
+{
+    UtilPrinterStatus decoder;
+    return decoder.parseRecvBuf(reinterpret_cast<unsigned char*>(bytes.data()),
+                                static_cast<unsigned long>(bytes.size()));
+}
+
+/// The bytes that a reader of a status file sees.
+QByteArray AsRead(const QByteArray& content)
+{
+    return content.left(2048);
+}
+
+/// A reply that is mostly the data of supplies records, so that a byte replaced at random often is a length.
+QByteArray ReplyOfManyRecords()
+{
+    stStatusReply reply;
+    for (int i = 0; i < 200; ++i) {
+        reply.listSupplies.append(stSuppliesRecord{0x7000, QByteArray(2, '\0')});
+    }
+    return EncodeStatusReply(reply);
+}
+
+} // namespace
+
+/// An expected text that ends with "@" is the beginning of a longer one.
+void tst_Scenario::malformedFileIsRefused_data()
+{
+    QTest::addColumn<QString>("strExpected");
+    QTest::newRow("json-cut-off") << QStringLiteral("5: expected JSON: @");
+    QTest::newRow("json-without-comma") << QStringLiteral("3: expected JSON: @");
+    QTest::newRow("json-empty") << QStringLiteral("1: expected JSON: @");
+    QTest::newRow("json-list") << QStringLiteral("1: expected an object, found a list");
+    QTest::newRow("description-missing") << QStringLiteral(" description: expected a text, found nothing");
+    QTest::newRow("unknown-key") << QStringLiteral(
+        " colour: unknown key, expected one of description, loop, duration, printers, timeline");
+    QTest::newRow("loop-text") << QStringLiteral(" loop: expected true or false, found \"yes\"");
+    QTest::newRow("duration-zero") << QStringLiteral(" duration: expected a number from 0.1 to 86400, found 0");
+    QTest::newRow("duration-too-long") << QStringLiteral(" duration: expected a number from 0.1 to 86400, found 86401");
+    QTest::newRow("duration-before-last-step")
+        << QStringLiteral(" duration: expected a number from 4.5 to 86400, found 4");
+    QTest::newRow("printers-missing") << QStringLiteral(" printers: expected at least one printer, found nothing");
+    QTest::newRow("printers-empty") << QStringLiteral(" printers: expected at least one printer, found a list");
+    QTest::newRow("printers-object") << QStringLiteral(" printers: expected a list, found an object");
+    QTest::newRow("printer-text") << QStringLiteral(" printers[1]: expected an object, found \"Lab\"");
+    QTest::newRow("printer-unknown-key") << QStringLiteral(
+        " printers[0].colour: unknown key, expected one of name, model, connection, port, uri, count, present, file, "
+        "walk, state, errors, warnings, supplies, @");
+    QTest::newRow("name-missing") << QStringLiteral(" printers[0].name: expected a text, found nothing");
+    QTest::newRow("name-empty") << QStringLiteral(
+        " printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found \"\"");
+    QTest::newRow("name-with-slash") << QStringLiteral(" printers[0].name: expected a name of 1 to 240 bytes without "
+                                                       "\"/\" and control characters, found \"../Office\"");
+    QTest::newRow("name-with-newline") << QStringLiteral(" printers[0].name: expected a name of 1 to 240 bytes without "
+                                                         "\"/\" and control characters, found \"Of\nfice\"");
+    QTest::newRow("name-too-long")
+        << QStringLiteral(
+               " printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found \"") +
+               QString(60, QChar(u'打')) + QStringLiteral("\"");
+    QTest::newRow("name-twice") << QStringLiteral(
+        " printers[2].name: expected a name that no other printer has, found \"Office\"");
+    QTest::newRow("name-without-number") << QStringLiteral(" printers[0].name: expected \"%1\", where the printer's "
+                                                           "number goes, because there is a count, found \"Office\"");
+    QTest::newRow("count-zero") << QStringLiteral(
+        " printers[0].count: expected a whole number from 1 to 1000, found 0");
+    QTest::newRow("count-too-many") << QStringLiteral(
+        " printers[0].count: expected a whole number from 1 to 1000, found 1001");
+    QTest::newRow("printers-too-many") << QStringLiteral(
+        " printers[1].count: expected at most 1000 printers in all, found 401");
+    QTest::newRow("model-unknown") << QStringLiteral(
+        " printers[1].model: expected one of RA7QX, RA7Q, RA7X, RB9QX, RB9Q, RB9X, HV5520TP, found \"RA8Q\"");
+    QTest::newRow("connection-unknown") << QStringLiteral(
+        " printers[0].connection: expected \"usb\" or \"network\", found \"serial\"");
+    QTest::newRow("port-number") << QStringLiteral(" printers[0].port: expected a text, found 9100");
+    QTest::newRow("uri-null") << QStringLiteral(" printers[0].uri: expected a text, found null");
+    QTest::newRow("present-number") << QStringLiteral(" printers[0].present: expected true or false, found 1");
+    QTest::newRow("file-unknown") << QStringLiteral(
+        " printers[0].file: expected one of good, missing, empty, truncated, random, mutated, oversized, trailing, "
+        "found \"broken\"");
+    QTest::newRow("state-unknown") << QStringLiteral(
+        " printers[0].state: expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, printing, "
+        "scanning, copying, reporting, cleaning, alignment, scan-back, debug, found \"asleep\"");
+    QTest::newRow("state-too-large") << QStringLiteral(
+        " printers[0].state: expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, printing, "
+        "scanning, copying, reporting, cleaning, alignment, scan-back, debug, found 256");
+    QTest::newRow("state-negative") << QStringLiteral(
+        " printers[0].state: expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, printing, "
+        "scanning, copying, reporting, cleaning, alignment, scan-back, debug, found -1");
+    QTest::newRow("state-fraction") << QStringLiteral(
+        " printers[0].state: expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, printing, "
+        "scanning, copying, reporting, cleaning, alignment, scan-back, debug, found 1.5");
+    QTest::newRow("errors-text") << QStringLiteral(" printers[0].errors: expected a list, found \"no-paper\"");
+    QTest::newRow("error-unknown") << QStringLiteral(" printers[0].errors[1]: expected a code from 0x0000 to 0xFFFF or "
+                                                     "one of wifi-init-failed, black-head-damaged, @");
+    QTest::newRow("error-too-large") << QStringLiteral(
+        " printers[0].errors[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @");
+    QTest::newRow("errors-too-many") << QStringLiteral(
+        " printers[0].errors: expected at most 255 entries, found a list");
+    QTest::newRow("warning-not-hexadecimal") << QStringLiteral(
+        " printers[0].warnings[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @");
+    QTest::newRow("cyan-negative") << QStringLiteral(
+        " printers[0].cyan: expected a whole number from 0 to 65535, found -1");
+    QTest::newRow("cyan-too-large") << QStringLiteral(
+        " printers[0].cyan: expected a whole number from 0 to 65535, found 65536");
+    QTest::newRow("cyan-text") << QStringLiteral(
+        " printers[0].cyan: expected a whole number from 0 to 65535, found \"full\"");
+    QTest::newRow("pages-too-large") << QStringLiteral(
+        " printers[0].pages: expected a whole number from 0 to 4294967295, found 4294967296");
+    QTest::newRow("serial-number") << QStringLiteral(" printers[0].serial: expected a text, found 42");
+    QTest::newRow("serial-not-latin-1") << QStringLiteral(
+        " printers[0].serial: expected at most 65535 Latin-1 characters, found \"打印\"");
+    QTest::newRow("supply-serial-too-long")
+        << QStringLiteral(" printers[0].supply-serial: expected at most 65 Latin-1 characters, found \"") +
+               QString(60, QChar(u'x')) + QStringLiteral("\"");
+    QTest::newRow("unexamined-short") << QStringLiteral(
+        " printers[0].unexamined: expected 7 bytes as pairs of hexadecimal digits, found \"000102030405\"");
+    QTest::newRow("unexamined-odd") << QStringLiteral(
+        " printers[0].unexamined: expected 7 bytes as pairs of hexadecimal digits, found \"0001020304050\"");
+    QTest::newRow("header-too-large") << QStringLiteral(
+        " printers[0].header: expected a whole number from 0 to 255, found \"0x100\"");
+    QTest::newRow("header-field-too-large")
+        << QStringLiteral(" printers[0].header-field-1: expected a whole number from 0 to 65535, found 65536");
+    QTest::newRow("supplies-unknown-key")
+        << QStringLiteral(" printers[0].supplies[0].kee: unknown key, expected one of key, data");
+    QTest::newRow("supplies-key-missing")
+        << QStringLiteral(" printers[0].supplies[0].key: expected a whole number from 0 to 65535, found nothing");
+    QTest::newRow("supplies-data-missing")
+        << QStringLiteral(" printers[0].supplies[0].data: expected a text, found nothing");
+    QTest::newRow("supplies-data-not-hexadecimal") << QStringLiteral(
+        " printers[0].supplies[0].data: expected 0 to 65 bytes as pairs of hexadecimal digits, found \"0g\"");
+    QTest::newRow("supplies-data-fatal")
+        << QStringLiteral(
+               " printers[0].supplies[0].data: expected 0 to 65 bytes as pairs of hexadecimal digits, found \"") +
+               QString(60, QChar(u'0')) + QStringLiteral("\"");
+    QTest::newRow("walk-text") << QStringLiteral(" printers[0].walk: expected an object, found \"home\"");
+    QTest::newRow("walk-unknown-key") << QStringLiteral(
+        " printers[0].walk.speed: unknown key, expected one of every, states, errors, warnings, chance, ink");
+    QTest::newRow("walk-without-every") << QStringLiteral(
+        " printers[0].walk.every: expected a number from 0.1 to 86400, found nothing");
+    QTest::newRow("walk-every-zero") << QStringLiteral(
+        " printers[0].walk.every: expected a number from 0.1 to 86400, found 0");
+    QTest::newRow("walk-state-unknown") << QStringLiteral(
+        " printers[0].walk.states[1]: expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, "
+        "printing, scanning, copying, reporting, cleaning, alignment, scan-back, debug, found \"asleep\"");
+    QTest::newRow("walk-error-unknown") << QStringLiteral(
+        " printers[0].walk.errors[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @");
+    QTest::newRow("walk-warning-unknown") << QStringLiteral(
+        " printers[0].walk.warnings[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @");
+    QTest::newRow("walk-chance-too-large")
+        << QStringLiteral(" printers[0].walk.chance: expected a whole number from 0 to 100, found 101");
+    QTest::newRow("walk-ink-negative") << QStringLiteral(
+        " printers[0].walk.ink: expected a whole number from 0 to 100, found -1");
+    QTest::newRow("timeline-object") << QStringLiteral(" timeline: expected a list, found an object");
+    QTest::newRow("step-number") << QStringLiteral(" timeline[1]: expected an object, found 2");
+    QTest::newRow("step-without-time") << QStringLiteral(
+        " timeline[0].at: expected a number from 0 to 86400, found nothing");
+    QTest::newRow("step-time-negative") << QStringLiteral(
+        " timeline[0].at: expected a number from 0 to 86400, found -1");
+    QTest::newRow("step-printer-unknown")
+        << QStringLiteral(" timeline[0].printer: expected the name of one of the printers, found \"Lab\"");
+    QTest::newRow("step-printer-number") << QStringLiteral(" timeline[0].printer: expected a text, found 0");
+    QTest::newRow("step-unknown-key") << QStringLiteral(
+        " timeline[0].model: unknown key, expected one of at, printer, present, file, state, @");
+    QTest::newRow("step-state-unknown") << QStringLiteral(
+        " timeline[0].state: expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, printing, "
+        "scanning, copying, reporting, cleaning, alignment, scan-back, debug, found \"asleep\"");
+    QTest::newRow("step-present-text") << QStringLiteral(" timeline[0].present: expected true or false, found \"no\"");
+    QTest::newRow("step-file-unknown") << QStringLiteral(
+        " timeline[0].file: expected one of good, missing, empty, truncated, random, mutated, oversized, trailing, "
+        "found \"broken\"");
+}
+
+void tst_Scenario::malformedFileIsRefused()
+{
+    QFETCH(QString, strExpected);
+    const QString strName = QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".json");
+    const QString strPath = QStringLiteral(VORA_MALFORMED_SCENARIOS) + strName;
+    QVERIFY(QFileInfo::exists(strPath));
+    const QString strFailure = FailureOf(ReadFile(strPath), strName);
+    strExpected.prepend(strName + QLatin1Char(':'));
+    if (strExpected.endsWith(QLatin1Char('@'))) {
+        strExpected.chop(1);
+        QCOMPARE(strFailure.left(strExpected.size()), strExpected);
+        QVERIFY(strFailure.size() > strExpected.size());
+    } else {
+        QCOMPARE(strFailure, strExpected);
+    }
+}
+
+void tst_Scenario::everyMalformedFileHasARow()
+{
+    const QDir folder(QStringLiteral(VORA_MALFORMED_SCENARIOS));
+    QCOMPARE(folder.entryList({QStringLiteral("*.json")}).size(), 75);
+}
+
+void tst_Scenario::readsEveryPart()
+{
+    const stScenario scenario = Read(R"({
+        "description": "All parts", "loop": true, "duration": 12.5,
+        "printers": [{
+            "name": "前台", "model": "RB9X", "connection": "usb", "port": "usb:1", "uri": "usb://Vora",
+            "present": false, "file": "random", "state": "scanning", "errors": ["no-paper", "0x6110", 24896],
+            "warnings": ["black-ink-low"], "cyan": 1, "magenta": 2, "yellow": 3, "black": 4, "remaining-toner": 5,
+            "waste-toner": 6, "opc-rotation": 7, "pages": 100000, "prints": 9, "print-dots": 10,
+            "printer-pages": 11, "printer-prints": 12, "supply-type": 13, "vendor": "V", "product": "P",
+            "serial": "S", "firmware": "F", "fifth-string": "5", "supply-serial": "SS",
+            "unexamined": "01020304050607", "header": "0x11", "before-supplies": 2, "header-field-1": 3,
+            "header-field-2": 4, "after-serial": 5, "before-supplies-1": 6, "before-supplies-2": 7,
+            "walk": {"every": 1.5, "states": ["ready", "0x10"], "errors": ["paper-jam"], "warnings": ["0x6160"],
+                     "chance": 30, "ink": 4}
+        }],
+        "timeline": [{"at": 2.5, "printer": "前台", "present": true, "file": "empty", "black": 50}]
+    })");
+    QCOMPARE(scenario.strDescription, QStringLiteral("All parts"));
+    QVERIFY(scenario.bLoop);
+    QCOMPARE(scenario.iDurationMSec, 12500);
+    QCOMPARE(scenario.listPrinter.size(), 1);
+
+    const stSimPrinter& printer = scenario.listPrinter.constFirst();
+    QCOMPARE(printer.info.strPrinterName, QStringLiteral("前台"));
+    QCOMPARE(printer.info.enType, QStringLiteral("RB9X"));
+    QCOMPARE(printer.info.iConnectType, 1);
+    QCOMPARE(printer.info.strPort, QStringLiteral("usb:1"));
+    QCOMPARE(printer.info.strURI, QStringLiteral("usb://Vora"));
+    QVERIFY(!printer.bPresent);
+    QCOMPARE(printer.enContent, enFileRandom);
+    QCOMPARE(EncodeStatusReply(printer.reply).toHex(),
+             QByteArray::fromHex("01020304050607 11 0003 0004 0001 56 0001 50 0001 53 0005 11 0001 46 0001 35"
+                                 "03 6100 6110 6140 01 6160 02 0006 0007 0E"
+                                 "0000 02 5353 0001 04 0000000D 1000 02 0005 1001 02 0006 1002 02 0007"
+                                 "1003 04 000186A0 1004 04 00000009 1100 02 000A 1101 04 0000000B 1102 04 0000000C"
+                                 "4043 02 0004 4143 02 0001 4243 02 0002 4343 02 0003")
+                 .toHex());
+    QCOMPARE(printer.walk.iEveryMSec, 1500);
+    QCOMPARE(printer.walk.listState, QList<quint8>({0x00, 0x10}));
+    QCOMPARE(printer.walk.listError, QList<quint16>({0x6110}));
+    QCOMPARE(printer.walk.listWarning, QList<quint16>({0x6160}));
+    QCOMPARE(printer.walk.iChance, 30);
+    QCOMPARE(printer.walk.iInk, 4);
+
+    QCOMPARE(scenario.listStep.size(), 1);
+    const stStep& step = scenario.listStep.constFirst();
+    QCOMPARE(step.iAtMSec, 2500);
+    QCOMPARE(step.listPrinter, QList<int>({0}));
+    QCOMPARE(step.bPresent, std::optional<bool>(true));
+    QCOMPARE(step.enContent, enFileEmpty);
+    QCOMPARE(step.fields.value(QStringLiteral("black")).toInt(), 50);
+}
+
+void tst_Scenario::leavesOutWhatIsNotGiven()
+{
+    const stScenario scenario = Read(R"({"description": "d", "printers": [{"name": "Office"}]})");
+    QVERIFY(!scenario.bLoop);
+    QCOMPARE(scenario.iDurationMSec, -1);
+    const stSimPrinter& printer = scenario.listPrinter.constFirst();
+    QCOMPARE(printer.info.enType, QStringLiteral("RA7QX"));
+    QCOMPARE(printer.info.iConnectType, 2);
+    QVERIFY(printer.bPresent);
+    QCOMPARE(printer.enContent, enFileGood);
+    QCOMPARE(printer.walk.iEveryMSec, 0);
+    const stPrinterState state = DecodeReply(printer.reply);
+    QCOMPARE(state.enCurrentStatus, 3);
+    QCOMPARE(state.strVenderName, QStringLiteral("Vora"));
+    QCOMPARE(state.strProductName, QStringLiteral("Vora RA7QX"));
+    QCOMPARE(state.strPrinterSerialNumber, QStringLiteral("SIM00001"));
+    QCOMPARE(state.dwBlackInkRemainer, 100UL);
+    QCOMPARE(state.dwBlueInkRemainer, 100UL);
+    QCOMPARE(state.dwRedInkRemainer, 100UL);
+    QCOMPARE(state.dwYellowInkRemainer, 100UL);
+
+    const QByteArray withStep = R"({"description": "d", "printers": [{"name": "A"}], "timeline": [{"at": 5}]})";
+    QCOMPARE(Read(withStep).iDurationMSec, 7000);
+}
+
+void tst_Scenario::countMakesPrinters()
+{
+    const QByteArray json = R"({"description": "d", "printers": [
+        {"name": "Lab"}, {"name": "Desk %1", "count": 2, "port": "10.0.0.%1", "uri": "socket://10.0.0.%1"},
+        {"name": "100%1"}, {"name": "Other %1", "count": 1}]})";
+    const QList<stSimPrinter> listPrinter = Read(json).listPrinter;
+    QCOMPARE(listPrinter.size(), 5);
+    QCOMPARE(listPrinter.at(0).info.strPrinterName, QStringLiteral("Lab"));
+    QCOMPARE(listPrinter.at(1).info.strPrinterName, QStringLiteral("Desk 1"));
+    QCOMPARE(listPrinter.at(2).info.strPrinterName, QStringLiteral("Desk 2"));
+    QCOMPARE(listPrinter.at(2).info.strPort, QStringLiteral("10.0.0.2"));
+    QCOMPARE(listPrinter.at(2).info.strURI, QStringLiteral("socket://10.0.0.2"));
+    QCOMPARE(listPrinter.at(3).info.strPrinterName, QStringLiteral("100%1"));
+    QCOMPARE(listPrinter.at(4).info.strPrinterName, QStringLiteral("Other 1"));
+
+    QCOMPARE(Read(json, 7).listPrinter.size(), 10);
+    QCOMPARE(Read(json, 7).listPrinter.at(7).info.strPrinterName, QStringLiteral("Desk 7"));
+    QCOMPARE(FailureOf(R"({"description": "d", "printers": [{"name": "Lab"}]})", QStringLiteral("x"), 7),
+             QStringLiteral("x: printers: expected an entry with a count, to make 7 of it, found a list"));
+}
+
+void tst_Scenario::stepFindsItsPrinters()
+{
+    const stScenario scenario = Read(R"({"description": "d",
+        "printers": [{"name": "Lab"}, {"name": "Desk %1", "count": 3}],
+        "timeline": [{"at": 1}, {"at": 2, "printer": "Desk %1"}, {"at": 3, "printer": "Desk 2"},
+                     {"at": 4, "printer": "Lab"}]})");
+    QCOMPARE(scenario.listStep.at(0).listPrinter, QList<int>({0, 1, 2, 3}));
+    QCOMPARE(scenario.listStep.at(1).listPrinter, QList<int>({1, 2, 3}));
+    QCOMPARE(scenario.listStep.at(2).listPrinter, QList<int>({2}));
+    QCOMPARE(scenario.listStep.at(3).listPrinter, QList<int>({0}));
+}
+
+void tst_Scenario::stepsAreInTheOrderOfTheirTimes()
+{
+    const stScenario scenario = Read(R"({"description": "d", "printers": [{"name": "Lab"}], "timeline": [
+        {"at": 3, "black": 1}, {"at": 1, "black": 2}, {"at": 3, "black": 3}, {"at": 2, "black": 4}]})");
+    QList<int> listBlack;
+    for (const stStep& step : scenario.listStep) {
+        listBlack.append(step.fields.value(QStringLiteral("black")).toInt());
+    }
+    QCOMPARE(listBlack, QList<int>({2, 4, 1, 3}));
+    QCOMPARE(scenario.iDurationMSec, 5000);
+}
+
+void tst_Scenario::stateNames_data()
+{
+    QTest::addColumn<int>("iRaw");
+    QTest::newRow("ready") << 0x00;
+    QTest::newRow("initialize") << 0x01;
+    QTest::newRow("busy") << 0x02;
+    QTest::newRow("canceling") << 0x03;
+    QTest::newRow("printing") << 0x10;
+    QTest::newRow("scanning") << 0x11;
+    QTest::newRow("copying") << 0x12;
+    QTest::newRow("reporting") << 0x13;
+    QTest::newRow("cleaning") << 0x20;
+    QTest::newRow("alignment") << 0x21;
+    QTest::newRow("scan-back") << 0x22;
+    QTest::newRow("debug") << 0x23;
+}
+
+void tst_Scenario::stateNames()
+{
+    QFETCH(int, iRaw);
+    const QString strName = QString::fromLatin1(QTest::currentDataTag());
+    QCOMPARE(static_cast<int>(StateCodeByName(strName).value_or(0xFF)), iRaw);
+    QVERIFY(StateNames().contains(strName));
+    QCOMPARE(StateNames().size(), 12);
+    QVERIFY(!StateCodeByName(strName + QLatin1Char('x')));
+}
+
+void tst_Scenario::errorNames_data()
+{
+    QTest::addColumn<int>("iRaw");
+    QTest::newRow("wifi-init-failed") << 0x5200;
+    QTest::newRow("black-head-damaged") << 0x6143;
+    QTest::newRow("color-head-damaged") << 0x6144;
+    QTest::newRow("end-of-life") << 0x120A;
+    QTest::newRow("scanner-origin") << 0x7200;
+    QTest::newRow("feed-motor") << 0x6210;
+    QTest::newRow("carriage-motor") << 0x6211;
+    QTest::newRow("memory-full") << 0x6201;
+    QTest::newRow("fatal") << 0x6203;
+    QTest::newRow("update-failed") << 0x5121;
+    QTest::newRow("no-paper") << 0x6100;
+    QTest::newRow("paper-size") << 0x6105;
+    QTest::newRow("paper-jam") << 0x6110;
+    QTest::newRow("paper-placement") << 0x6112;
+    QTest::newRow("ink-door-open") << 0x6120;
+    QTest::newRow("service-6121") << 0x6121;
+    QTest::newRow("service-6122") << 0x6122;
+    QTest::newRow("black-head-mismatch") << 0x6131;
+    QTest::newRow("color-head-mismatch") << 0x6132;
+    QTest::newRow("nozzle-overcurrent") << 0x6139;
+    QTest::newRow("alignment") << 0x6140;
+    QTest::newRow("alignment-setup") << 0x6145;
+    QTest::newRow("black-head-hot") << 0x6170;
+    QTest::newRow("color-head-hot") << 0x6171;
+    QTest::newRow("black-ink-low") << 0x6160;
+    QTest::newRow("color-ink-low") << 0x6161;
+    QTest::newRow("both-ink-low") << 0x6162;
+    QTest::newRow("cyan-ink-low") << 0x6163;
+    QTest::newRow("magenta-ink-low") << 0x6164;
+    QTest::newRow("yellow-ink-low") << 0x6165;
+    QTest::newRow("black-ink-empty") << 0x6150;
+    QTest::newRow("color-ink-empty") << 0x6151;
+    QTest::newRow("black-head-missing") << 0x6152;
+    QTest::newRow("color-head-missing") << 0x6153;
+    QTest::newRow("cyan-ink-empty") << 0x6154;
+    QTest::newRow("magenta-ink-empty") << 0x6155;
+    QTest::newRow("yellow-ink-empty") << 0x6156;
+    QTest::newRow("no-color-for-photo-print") << 0x6181;
+    QTest::newRow("no-color-for-photo-copy") << 0x6182;
+    QTest::newRow("black-out-using-color") << 0x615A;
+    QTest::newRow("color-out-using-black") << 0x615B;
+    QTest::newRow("code-6800") << 0x6800;
+    QTest::newRow("cups-raster-print") << 0x9200;
+    QTest::newRow("urf-raster-print") << 0x9201;
+    QTest::newRow("network") << 0x5201;
+}
+
+void tst_Scenario::errorNames()
+{
+    QFETCH(int, iRaw);
+    const QString strName = QString::fromLatin1(QTest::currentDataTag());
+    QCOMPARE(static_cast<int>(ErrorCodeByName(strName).value_or(0)), iRaw);
+    QVERIFY(ErrorNames().contains(strName));
+    QCOMPARE(ErrorNames().size(), 45);
+    QVERIFY(!ErrorCodeByName(strName + QLatin1Char('x')));
+}
+
+void tst_Scenario::suppliesStandInTheOrderOfTheirKeys()
+{
+    stStatusReply reply;
+    reply.listSupplies = {{0x4043, "b"}, {0x4043, "c"}, {0x1004, "p"}};
+    SetSupplies(reply, SuppliesNumber(enSuppliesBlackInk, 40));
+    SetSupplies(reply, SuppliesNumber(enSuppliesNumberOfPages, 9));
+    QList<int> listKey;
+    for (const stSuppliesRecord& record : reply.listSupplies) {
+        listKey.append(record.wKey);
+    }
+    QCOMPARE(listKey, QList<int>({0x1003, 0x1004, 0x4043}));
+    QCOMPARE(SuppliesValue(reply, enSuppliesBlackInk), 40U);
+    QCOMPARE(SuppliesValue(reply, enSuppliesYellowInk), 0U);
+}
+
+void tst_Scenario::builtInScenariosAreThere()
+{
+    QCOMPARE(BuiltInScenarios().join(QLatin1Char(' ')),
+             QStringLiteral("cancel-on-panel every-error everyday garbage ink-running-out many off-line-and-back "
+                            "paper-out printers-come-and-go"));
+    QVERIFY(BuiltInScenario(QStringLiteral("nothing")).isNull());
+}
+
+void tst_Scenario::builtInScenarioIsGood_data()
+{
+    QTest::addColumn<bool>("bChance");
+    const QStringList listChance = {QStringLiteral("garbage"), QStringLiteral("many")};
+    for (const QString& strName : BuiltInScenarios()) {
+        QTest::newRow(qPrintable(strName)) << listChance.contains(strName);
+    }
+}
+
+void tst_Scenario::builtInScenarioIsGood()
+{
+    const QString strName = QString::fromLatin1(QTest::currentDataTag());
+    QCOMPARE(FailureOf(BuiltInScenario(strName), strName), QStringLiteral("no failure"));
+    const stScenario scenario = ReadScenario(BuiltInScenario(strName), strName);
+    QVERIFY(!scenario.strDescription.isEmpty());
+    QVERIFY(22 + scenario.strDescription.size() <= 80); // one line of the list
+    QVERIFY(!scenario.strDescription.contains(QLatin1Char('\n')));
+    QTEST(scenario.UsesChance(), "bChance");
+}
+
+void tst_Scenario::everydayShowsSomethingEveryTwoSeconds()
+{
+    const stScenario scenario = ReadScenario(BuiltInScenario(QStringLiteral("everyday")), QStringLiteral("everyday"));
+    QVERIFY(scenario.bLoop);
+    QCOMPARE(scenario.iDurationMSec, 20000);
+    QCOMPARE(scenario.listPrinter.size(), 3);
+    QList<int> listConnectType;
+    QList<stPrinterState> listState;
+    for (const stSimPrinter& printer : scenario.listPrinter) {
+        listConnectType.append(printer.info.iConnectType);
+        listState.append(DecodeReply(printer.reply));
+    }
+    std::sort(listConnectType.begin(), listConnectType.end());
+    QCOMPARE(listConnectType, QList<int>({1, 2, 2}));
+
+    QList<stStatusReply> listReply;
+    for (const stSimPrinter& printer : scenario.listPrinter) {
+        listReply.append(printer.reply);
+    }
+    TrdGetPrinterStatus worker;
+    std::set<qint64> setVisible = {0};
+    std::set<int> setState;
+    for (const stStep& step : scenario.listStep) {
+        for (const int iIndex : step.listPrinter) {
+            ApplyReplyFields(JsonReader(step.fields, QString()), listReply[iIndex]);
+            const stPrinterState state = DecodeReply(listReply.at(iIndex));
+            if (worker.CheckStatusChange(state, listState.at(iIndex))) {
+                setVisible.insert(step.iAtMSec);
+            }
+            listState[iIndex] = state;
+            setState.insert(state.enCurrentStatus);
+        }
+    }
+    std::set<qint64> setExpected;
+    for (qint64 iAt = 0; iAt < 20000; iAt += 2000) {
+        setExpected.insert(iAt);
+    }
+    QVERIFY(setVisible == setExpected);
+    for (const int iState : {3, 5, 6, 8}) { // ready, busy, cancelling, printing
+        QVERIFY(setState.count(iState) == 1);
+    }
+}
+
+void tst_Scenario::everyErrorShowsThemAll()
+{
+    const stScenario scenario =
+        ReadScenario(BuiltInScenario(QStringLiteral("every-error")), QStringLiteral("every-error"));
+    stStatusReply reply = scenario.listPrinter.constFirst().reply;
+    QList<int> listShown;
+    for (const stStep& step : scenario.listStep) {
+        ApplyReplyFields(JsonReader(step.fields, QString()), reply);
+        for (const enErrorStatus enError : DecodeReply(reply).listErrorStatus) {
+            listShown.append(enError);
+        }
+    }
+    QList<int> listExpected;
+    for (int i = 1; i <= 45; ++i) {
+        listExpected.append(i);
+    }
+    QCOMPARE(listShown, listExpected);
+}
+
+/// The printer tool takes a printer for off-line after eleven seconds without its file.
+void tst_Scenario::offLineLastsLongEnough()
+{
+    const stScenario scenario =
+        ReadScenario(BuiltInScenario(QStringLiteral("off-line-and-back")), QStringLiteral("off-line-and-back"));
+    qint64 iGone = -1;
+    qint64 iLongest = 0;
+    for (const stStep& step : scenario.listStep) {
+        if (step.listPrinter == QList<int>({1})) {
+            iLongest = iGone < 0 ? iLongest : std::max(iLongest, step.iAtMSec - iGone);
+            iGone = step.enContent == enFileMissing ? step.iAtMSec : -1;
+        }
+    }
+    QVERIFY(iLongest >= 13000);
+}
+
+void tst_Scenario::garbageNeverEndsTheReader_data()
+{
+    QTest::addColumn<int>("iContent");
+    QTest::newRow("empty") << 2;
+    QTest::newRow("truncated") << 3;
+    QTest::newRow("random") << 4;
+    QTest::newRow("mutated") << 5;
+    QTest::newRow("oversized") << 6;
+    QTest::newRow("trailing") << 7;
+}
+
+/// A reader that meets what it must not meet ends this test.
+void tst_Scenario::garbageNeverEndsTheReader()
+{
+    QFETCH(int, iContent);
+    QCOMPARE(FileContentNames().at(iContent), QString::fromLatin1(QTest::currentDataTag()));
+    QRandomGenerator random(20261116);
+    for (const QByteArray& reply : {ReplyOfManyRecords(), EncodeStatusReply(stStatusReply())}) {
+        for (int i = 0; i < 5000; ++i) {
+            IsAccepted(AsRead(FileContent(static_cast<enFileContent>(iContent), reply, random)));
+        }
+    }
+}
+
+void tst_Scenario::fatalRecordIsKnown_data()
+{
+    QTest::addColumn<QByteArray>("listLength");
+    QTest::addColumn<bool>("bEnds");
+    QTest::newRow("no record") << QByteArray("") << false;
+    QTest::newRow("65 bytes") << QByteArray("\x41") << false;
+    QTest::newRow("66 bytes") << QByteArray("\x42") << true;
+    QTest::newRow("255 bytes") << QByteArray("\xFF") << true;
+    QTest::newRow("66 bytes after others") << QByteArray("\x02\x41\x42") << true;
+}
+
+void tst_Scenario::fatalRecordIsKnown()
+{
+    QFETCH(QByteArray, listLength);
+    stStatusReply reply;
+    reply.vendorName = "Vora";
+    reply.productName = "RA7Q";
+    reply.serialNumber = "S1";
+    reply.firmwareVersion = "1";
+    reply.fifthString = "55";
+    reply.listErrorCode = {0x6100, 0x6110};
+    reply.listWarningCode = {0x6160};
+    for (const char cLength : std::as_const(listLength)) {
+        reply.listSupplies.append(stSuppliesRecord{0x7000, QByteArray(static_cast<unsigned char>(cLength), 'x')});
+    }
+    const QByteArray bytes = EncodeStatusReply(reply);
+    QTEST(EndsReader(bytes), "bEnds");
+    // A record that the reader never comes to is of no matter.
+    QVERIFY(!EndsReader(bytes.left(40)));
+}
+
+void tst_Scenario::contentIsWhatItsNameSays()
+{
+    const QByteArray reply = EncodeStatusReply(
+        Read(R"({"description": "d", "printers": [{"name": "Lab"}]})").listPrinter.constFirst().reply);
+    QRandomGenerator random(7);
+    std::set<QByteArray> setTruncated;
+    for (int i = 0; i < 200; ++i) {
+        QCOMPARE(FileContent(enFileGood, reply, random), reply);
+        QVERIFY(FileContent(enFileMissing, reply, random).isNull());
+        QCOMPARE(FileContent(enFileEmpty, reply, random), QByteArray());
+
+        const QByteArray truncated = FileContent(enFileTruncated, reply, random);
+        setTruncated.insert(truncated);
+        QVERIFY(truncated.size() < reply.size() && reply.startsWith(truncated));
+        QVERIFY(!IsAccepted(truncated));
+
+        const QByteArray bytes = FileContent(enFileRandom, reply, random);
+        QVERIFY(!bytes.isEmpty() && bytes.size() <= 2048);
+
+        const QByteArray mutated = FileContent(enFileMutated, reply, random);
+        QCOMPARE(mutated.size(), reply.size());
+        int iDifferent = 0;
+        for (int j = 0; j < reply.size(); ++j) {
+            iDifferent += mutated.at(j) == reply.at(j) ? 0 : 1;
+        }
+        QVERIFY(iDifferent <= 4);
+
+        const QByteArray oversized = FileContent(enFileOversized, reply, random);
+        QVERIFY(oversized.size() > 2048);
+        QVERIFY(!IsAccepted(AsRead(oversized)));
+
+        const QByteArray trailing = FileContent(enFileTrailing, reply, random);
+        QVERIFY(trailing.size() > 2048 && trailing.startsWith(reply));
+        QVERIFY(IsAccepted(AsRead(trailing)));
+    }
+    QVERIFY(setTruncated.size() > 20);
+}
+
+void tst_Scenario::walkTakesTheSameCourseWithTheSameSeed()
+{
+    const stSimPrinter printer =
+        ReadScenario(BuiltInScenario(QStringLiteral("many")), QStringLiteral("many"), 1).listPrinter.constFirst();
+    const auto course = [&printer](quint32 dwSeed) {
+        QRandomGenerator random(dwSeed);
+        stStatusReply reply = printer.reply;
+        QByteArray bytes;
+        for (int i = 0; i < 50; ++i) {
+            StepAtRandom(printer.walk, reply, random);
+            bytes += EncodeStatusReply(reply);
+        }
+        return bytes;
+    };
+    QCOMPARE(course(1), course(1));
+    QVERIFY(course(1) != course(2));
+}
+
+void tst_Scenario::walkStaysInItsBounds()
+{
+    stWalk walk;
+    walk.listState = {0x00, 0x10};
+    walk.listError = {0x6100, 0x6110};
+    walk.listWarning = {0x6160};
+    walk.iChance = 25;
+    walk.iInk = 7;
+    stStatusReply reply;
+    SetSupplies(reply, SuppliesNumber(enSuppliesBlackInk, 50));
+    QRandomGenerator random(5);
+    int iErrors = 0;
+    int iFilled = 0;
+    std::set<int> setState;
+    std::set<int> setError;
+    for (int i = 0; i < 2000; ++i) {
+        const quint32 dwBefore = SuppliesValue(reply, enSuppliesBlackInk);
+        StepAtRandom(walk, reply, random);
+        const quint32 dwAfter = SuppliesValue(reply, enSuppliesBlackInk);
+        iFilled += dwBefore == 0 ? 1 : 0;
+        QVERIFY(dwBefore == 0 ? dwAfter == 100 : dwAfter <= dwBefore && dwAfter + 7 >= dwBefore);
+        setState.insert(reply.byStatus);
+        QVERIFY(reply.listErrorCode.size() <= 1 && reply.listWarningCode.size() <= 1);
+        for (const quint16 wCode : std::as_const(reply.listErrorCode)) {
+            setError.insert(wCode);
+            ++iErrors;
+        }
+    }
+    QVERIFY(iFilled > 10);
+    QVERIFY(setState == std::set<int>({0x00, 0x10}));
+    QVERIFY(setError == std::set<int>({0x6100, 0x6110}));
+    QVERIFY(iErrors > 400 && iErrors < 600);
+
+    walk.iChance = 0;
+    walk.iInk = 0;
+    SetSupplies(reply, SuppliesNumber(enSuppliesBlackInk, 0));
+    for (int i = 0; i < 50; ++i) {
+        StepAtRandom(walk, reply, random);
+        QVERIFY(reply.listErrorCode.isEmpty() && reply.listWarningCode.isEmpty());
+        QCOMPARE(SuppliesValue(reply, enSuppliesBlackInk), 0U);
+    }
+}
+
+/// However fast the clock is, every step is played, and the last one holds until the end.
+void tst_Scenario::playerLeavesNothingOut()
+{
+    const QTemporaryDir root;
+    const DriverFolder folder(root.path());
+    const stScenario scenario = Read(R"({"description": "d", "duration": 100,
+        "printers": [{"name": "Lab", "black": 0}, {"name": "Gone", "present": false}],
+        "timeline": [{"at": 10, "printer": "Lab", "state": "printing"}, {"at": 10, "printer": "Lab", "black": 7},
+                     {"at": 20, "printer": "Gone", "present": true, "cyan": 3},
+                     {"at": 99, "printer": "Lab", "file": "missing"}]})");
+    Player player(scenario, folder, 1000, 1);
+    QSignalSpy finished(&player, &Player::SgnFinished);
+    QVERIFY(player.Start());
+    QCOMPARE(QDir(root.path()).entryList(QDir::Files),
+             QStringList({QStringLiteral("Lab.dat"), QStringLiteral("printerlist.ini")}));
+    QCOMPARE(Decode(player.CurrentReply(QStringLiteral("Lab"))).enCurrentStatus, 3);
+    QVERIFY(player.CurrentReply(QStringLiteral("Gone")).isEmpty());
+    QVERIFY(player.CurrentReply(QStringLiteral("Nobody")).isEmpty());
+    QTRY_COMPARE(finished.size(), 1);
+    QCOMPARE(QDir(root.path()).entryList(QDir::Files),
+             QStringList({QStringLiteral("Gone.dat"), QStringLiteral("printerlist.ini")}));
+    QCOMPARE(Decode(player.CurrentReply(QStringLiteral("Gone"))).dwBlueInkRemainer, 3UL);
+    QVERIFY(player.CurrentReply(QStringLiteral("Lab")).isEmpty());
+    player.CleanUp();
+    QVERIFY(QDir(root.path()).isEmpty());
+}
+
+void tst_Scenario::playerTellsWhatItCouldNotWrite()
+{
+    QTemporaryDir root;
+    const DriverFolder folder(root.filePath(QStringLiteral("cfg")));
+    const stScenario scenario = Read(R"({"description": "d", "printers": [{"name": "Lab"}],
+        "duration": 100, "timeline": [{"at": 100, "state": "printing"}]})"); // at the very end
+    Player player(scenario, folder, 1000, 1);
+    QSignalSpy failed(&player, &Player::SgnFailed);
+    QSignalSpy finished(&player, &Player::SgnFinished);
+    QVERIFY(player.Start());
+    QVERIFY(QDir(folder.Path()).removeRecursively());
+    QTRY_COMPARE(failed.size(), 1);
+    QVERIFY(player.ErrorString().startsWith(QStringLiteral("cannot write ") + folder.Path() +
+                                            QStringLiteral("/Lab.dat: ")));
+    QVERIFY(finished.isEmpty());
+}
+
+void tst_Scenario::documentTellsEverything()
+{
+    const QString strDocument = QString::fromUtf8(ReadFile(QStringLiteral(VORA_SIMULATOR_DOCUMENT)));
+    for (const QString& strName :
+         ReplyFieldKeys() + StateNames() + ErrorNames() + FileContentNames() + BuiltInScenarios()) {
+        QVERIFY2(strDocument.contains(QLatin1Char('`') + strName + QLatin1Char('`')), qPrintable(strName));
+    }
+    const QString strBegin = QStringLiteral("```json\n");
+    const auto iBegin = strDocument.indexOf(strBegin) + strBegin.size();
+    const QString strExample = strDocument.mid(iBegin, strDocument.indexOf(QStringLiteral("```"), iBegin) - iBegin);
+    QCOMPARE(FailureOf(strExample.toUtf8(), QStringLiteral("example")), QStringLiteral("no failure"));
+}
+
+QTEST_GUILESS_MAIN(tst_Scenario)
+
+#include "tst_Scenario.moc"

@@ -1,0 +1,774 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "HandMadeReply.h"
+#include "TestFiles.h"
+#include "TrdDeviceManage.h"
+#include "TrdGetPrinterStatus.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <atomic>
+#include <csignal>
+#include <set>
+#include <thread>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+class tst_vora_printer_sim : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void everydayIsReadByThePrinterTool();
+    void aNewFolderIsMadeAndRemoved();
+    void signalEndsItAndRemovesItsFiles_data();
+    void signalEndsItAndRemovesItsFiles();
+    void filesOfOthersStay();
+    void listThatSomebodyElseWroteMeanwhileStays();
+    void foreignListIsRefused_data();
+    void foreignListIsRefused();
+    void forceReplacesAForeignList();
+    void ownListOfAKilledRunIsReplaced();
+    void readerNeverSeesHalfAStatusFile();
+    void readerNeverSeesHalfAList();
+    void endsWithItsScenario();
+    void onceEndsALoop();
+    void loopBeginsAnew();
+    void speedIsHowFastItIs();
+    void printersAreAsManyAsAskedFor();
+    void seedDecidesWhatChanceDoes();
+    void udpAnswersThePrinterTool();
+    void udpKeepsSilentAboutAnythingElse();
+    void udpMisbehavesInTurn();
+    void wrongOptionsAreRefused_data();
+    void wrongOptionsAreRefused();
+    void wrongFilesAreRefused();
+    void unwritableFolderIsRefused();
+    void missingTemporaryFolderIsTold_data();
+    void missingTemporaryFolderIsTold();
+    void takenAddressIsRefused();
+    void failedWriteEndsIt();
+    void helpFitsTheScreen_data();
+    void helpFitsTheScreen();
+    void listNamesTheScenarios();
+    void versionIsTold();
+    void encodesEveryOption();
+    void encodesAJsonFile();
+    void encodesIntoAFile();
+    void encodeTellsOfAFullDisk();
+    void encodeRefuses_data();
+    void encodeRefuses();
+};
+
+namespace {
+
+const QString c_strRoot = QStringLiteral("/opt/vora/vora-printer-k507");
+const QString c_strCfg = c_strRoot + QStringLiteral("/cfg");
+const QString c_strProgram = QStringLiteral(VORA_PRINTER_SIM);
+const QByteArray c_foreignList = "[Main]\nCount=1\n\n[printer_0]\nName=Real\n";
+
+/// The simulator in a process of its own, killed at the latest with this object.
+class Simulator
+{
+public:
+    explicit Simulator(const QStringList& listArgument) { m_process.start(c_strProgram, listArgument); }
+    ~Simulator()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+    Simulator(const Simulator&) = delete;
+    Simulator& operator=(const Simulator&) = delete;
+
+    /// The folder that it tells about when it has written the first files; empty when it ended instead.
+    QString Root()
+    {
+        while (!m_process.canReadLine() && m_process.waitForReadyRead(10000)) {
+        }
+        return QString::fromUtf8(m_process.readLine()).trimmed();
+    }
+
+    bool IsRunning() const { return m_process.state() == QProcess::Running; }
+    void Kill(int iSignal) { ::kill(static_cast<pid_t>(m_process.processId()), iSignal); }
+
+    /// Exit status, or -1 when it was ended by a signal or not at all.
+    int ExitStatus()
+    {
+        const bool bFinished = m_process.state() == QProcess::NotRunning || m_process.waitForFinished(10000);
+        return bFinished && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    }
+    QByteArray Output() { return m_process.readAllStandardOutput(); }
+    QString ErrorText() { return QString::fromUtf8(m_process.readAllStandardError()); }
+
+private:
+    QProcess m_process;
+};
+
+QStringList FilesIn(const QString& strPath)
+{
+    return QDir(strPath).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
+}
+
+/// A scenario file that lives as long as the test program.
+QString ScenarioFile(const QByteArray& json)
+{
+    static const QTemporaryDir folder;
+    static int iCount = 0;
+    const QString strPath = folder.filePath(QStringLiteral("%1.json").arg(++iCount));
+    WriteFile(strPath, json);
+    return strPath;
+}
+
+QStringList PlayHere(const QString& strScenario, const QStringList& listOption = {})
+{
+    return QStringList({QStringLiteral("--root"), c_strRoot, strScenario}) + listOption;
+}
+
+/// What the printer tool makes of the status file; the result of the read in iResult.
+stPrinterState StateOf(const QString& strName, int* pResult = nullptr)
+{
+    TrdGetPrinterStatus worker;
+    const int iResult = worker.GetPrinterStatusFile(strName, true);
+    if (pResult != nullptr) {
+        *pResult = iResult;
+    }
+    return worker.m_printerManager.printerState;
+}
+
+const QByteArray c_stillScenario = R"({"description": "d", "printers": [{"name": "Lab", "state": "printing"},
+    {"name": "Office", "model": "RB9Q", "black": 42}]})";
+
+} // namespace
+
+void tst_vora_printer_sim::init()
+{
+    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+}
+
+void tst_vora_printer_sim::everydayIsReadByThePrinterTool()
+{
+    Simulator simulator({QStringLiteral("--root"), c_strRoot, QStringLiteral("--speed"), QStringLiteral("2")});
+    QCOMPARE(simulator.Root(), c_strRoot);
+    TrdDeviceManage deviceManage;
+    const QList<stPrinterInfo> listInfo = deviceManage.GetPrinterInfo(true);
+    QCOMPARE(listInfo.size(), 3);
+    QCOMPARE(listInfo.at(0).strPrinterName, QStringLiteral("演示-前台"));
+    QCOMPARE(listInfo.at(0).enType, QStringLiteral("RA7QX"));
+    QVERIFY(listInfo.at(0).iConnectType != 1);
+    QCOMPARE(listInfo.at(0).strPort, QStringLiteral("192.168.10.21"));
+    QCOMPARE(listInfo.at(0).strURI, QStringLiteral("socket://192.168.10.21:9100"));
+    QCOMPARE(listInfo.at(1).strPrinterName, QStringLiteral("Demo-Office"));
+    QVERIFY(listInfo.at(1).iConnectType != 1);
+    QCOMPARE(listInfo.at(2).strPrinterName, QStringLiteral("Demo-USB"));
+    QCOMPARE(listInfo.at(2).iConnectType, 1);
+    for (const stPrinterInfo& info : listInfo) {
+        int iResult = -1;
+        const stPrinterState state = StateOf(info.strPrinterName, &iResult);
+        QCOMPARE(iResult, 0);
+        QCOMPARE(state.enCurrentStatus, 3);
+        QVERIFY(state.dwBlackInkRemainer >= 42UL && state.dwBlackInkRemainer <= 60UL);
+    }
+    // Something happens, and the tool can see it.
+    QTRY_COMPARE_WITH_TIMEOUT(StateOf(listInfo.at(0).strPrinterName).enCurrentStatus, 8, 5000);
+}
+
+void tst_vora_printer_sim::aNewFolderIsMadeAndRemoved()
+{
+    Simulator simulator({ScenarioFile(c_stillScenario)});
+    const QString strRoot = simulator.Root();
+    QVERIFY(strRoot.startsWith(QStringLiteral("/tmp/vora-printer-sim-")));
+    QCOMPARE(FilesIn(strRoot + QStringLiteral("/cfg")).join(QLatin1Char(' ')),
+             QStringLiteral("Lab.dat Office.dat printerlist.ini"));
+    simulator.Kill(SIGTERM);
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QVERIFY(!QFileInfo::exists(strRoot));
+    QVERIFY(!QFileInfo::exists(c_strRoot));
+}
+
+void tst_vora_printer_sim::signalEndsItAndRemovesItsFiles_data()
+{
+    QTest::addColumn<int>("iSignal");
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGHUP") << SIGHUP;
+}
+
+void tst_vora_printer_sim::signalEndsItAndRemovesItsFiles()
+{
+    QFETCH(int, iSignal);
+    Simulator simulator(PlayHere(QStringLiteral("everyday")));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    QCOMPARE(FilesIn(c_strCfg).size(), 4);
+    simulator.Kill(iSignal);
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QCOMPARE(FilesIn(c_strCfg), QStringList());
+    QCOMPARE(simulator.ErrorText(), QString());
+}
+
+void tst_vora_printer_sim::filesOfOthersStay()
+{
+    const QByteArray json = R"({"description": "d", "printers": [{"name": "Lab"}, {"name": "Real", "present": false}],
+        "timeline": [{"at": 0.1, "present": false}, {"at": 0.2, "printer": "Lab", "present": true}]})";
+    QVERIFY(WriteFile(c_strCfg + QStringLiteral("/Real.dat"), "real"));
+    QVERIFY(WriteFile(c_strCfg + QStringLiteral("/notes.txt"), "notes"));
+    Simulator simulator(PlayHere(ScenarioFile(json)));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QCOMPARE(FilesIn(c_strCfg).join(QLatin1Char(' ')), QStringLiteral("Real.dat notes.txt"));
+    QCOMPARE(ReadFile(c_strCfg + QStringLiteral("/Real.dat")), QByteArray("real"));
+}
+
+void tst_vora_printer_sim::listThatSomebodyElseWroteMeanwhileStays()
+{
+    Simulator simulator(PlayHere(ScenarioFile(c_stillScenario)));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    QVERIFY(WriteFile(c_strCfg + QStringLiteral("/printerlist.ini"), c_foreignList));
+    simulator.Kill(SIGINT);
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QCOMPARE(FilesIn(c_strCfg), QStringList(QStringLiteral("printerlist.ini")));
+}
+
+void tst_vora_printer_sim::foreignListIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("list");
+    QTest::newRow("printers") << c_foreignList;
+    QTest::newRow("no printer") << QByteArray("[Main]\nCount=0\n");
+    QTest::newRow("empty") << QByteArray("");
+    QTest::newRow("written by another") << QByteArray("[Main]\nCount=0\nWrittenBy=driver\n");
+}
+
+void tst_vora_printer_sim::foreignListIsRefused()
+{
+    QFETCH(QByteArray, list);
+    const QString strList = c_strCfg + QStringLiteral("/printerlist.ini");
+    QVERIFY(WriteFile(strList, list));
+    Simulator simulator(PlayHere(QStringLiteral("everyday")));
+    QCOMPARE(simulator.ExitStatus(), 73);
+    QCOMPARE(simulator.ErrorText(), QStringLiteral("vora-printer-sim: ") + strList +
+                                        QStringLiteral(" was not written by this program and stays as it is; "
+                                                       "--force replaces it\n"));
+    QCOMPARE(simulator.Output(), QByteArray());
+    QCOMPARE(ReadFile(strList), list);
+    QCOMPARE(FilesIn(c_strCfg), QStringList(QStringLiteral("printerlist.ini")));
+}
+
+void tst_vora_printer_sim::forceReplacesAForeignList()
+{
+    QVERIFY(WriteFile(c_strCfg + QStringLiteral("/printerlist.ini"), c_foreignList));
+    Simulator simulator(PlayHere(ScenarioFile(c_stillScenario), {QStringLiteral("--force")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    TrdDeviceManage deviceManage;
+    QCOMPARE(deviceManage.GetPrinterInfo(true).size(), 2);
+    simulator.Kill(SIGTERM);
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QCOMPARE(FilesIn(c_strCfg), QStringList());
+}
+
+void tst_vora_printer_sim::ownListOfAKilledRunIsReplaced()
+{
+    {
+        Simulator killed(PlayHere(QStringLiteral("everyday")));
+        QCOMPARE(killed.Root(), c_strRoot);
+        killed.Kill(SIGKILL);
+        QCOMPARE(killed.ExitStatus(), -1);
+    }
+    QCOMPARE(FilesIn(c_strCfg).size(), 4);
+    Simulator simulator(PlayHere(QStringLiteral("everyday")));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    simulator.Kill(SIGTERM);
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QCOMPARE(FilesIn(c_strCfg), QStringList());
+}
+
+void tst_vora_printer_sim::readerNeverSeesHalfAStatusFile()
+{
+    const QByteArray json = R"({"description": "d", "loop": true, "duration": 0.2,
+        "printers": [{"name": "Lab", "fifth-string": ")" +
+                            QByteArray(1900, 'a') + R"("}],
+        "timeline": [{"at": 0.1, "printer": "Lab", "fifth-string": ")" +
+                            QByteArray(1000, 'b') + R"("}]})";
+    Simulator simulator(PlayHere(ScenarioFile(json), {QStringLiteral("--speed"), QStringLiteral("100")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    std::set<int> setSize;
+    QElapsedTimer clock;
+    clock.start();
+    for (int iReads = 0; clock.elapsed() < 700 || iReads < 1000; ++iReads) {
+        int iResult = -1;
+        StateOf(QStringLiteral("Lab"), &iResult);
+        QCOMPARE(iResult, 0);
+        const QByteArray bytes = ReadFile(c_strCfg + QStringLiteral("/Lab.dat"));
+        QVERIFY(bytes.count('a') == 2 + 1900 || bytes.count('b') == 1000);
+        setSize.insert(static_cast<int>(bytes.size()));
+    }
+    QCOMPARE(setSize.size(), std::size_t(2));
+}
+
+void tst_vora_printer_sim::readerNeverSeesHalfAList()
+{
+    const QByteArray json = R"({"description": "d", "loop": true, "duration": 0.2,
+        "printers": [{"name": "Lab"}, {"name": "Desk %1", "count": 30}],
+        "timeline": [{"at": 0.1, "printer": "Desk %1", "present": false}]})";
+    Simulator simulator(PlayHere(ScenarioFile(json), {QStringLiteral("--speed"), QStringLiteral("10")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    std::set<int> setCount;
+    QElapsedTimer clock;
+    clock.start();
+    for (int iReads = 0; clock.elapsed() < 700 || iReads < 1000; ++iReads) {
+        const QByteArray list = ReadFile(c_strCfg + QStringLiteral("/printerlist.ini"));
+        const int iCount = static_cast<int>(list.count("[printer_"));
+        QVERIFY(list.contains("Count=" + QByteArray::number(iCount) + '\n'));
+        QCOMPARE(static_cast<int>(list.count("Name=")), iCount);
+        QVERIFY(list.endsWith('\n'));
+        setCount.insert(iCount);
+    }
+    QVERIFY(setCount == std::set<int>({1, 31}));
+}
+
+void tst_vora_printer_sim::endsWithItsScenario()
+{
+    const QByteArray json = R"({"description": "d", "printers": [{"name": "Lab"}], "timeline": [{"at": 3}]})";
+    Simulator simulator(PlayHere(ScenarioFile(json), {QStringLiteral("--speed"), QStringLiteral("50")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QCOMPARE(simulator.ErrorText(), QString());
+    QCOMPARE(FilesIn(c_strCfg), QStringList());
+}
+
+void tst_vora_printer_sim::onceEndsALoop()
+{
+    Simulator simulator(PlayHere(QStringLiteral("everyday"),
+                                 {QStringLiteral("--once"), QStringLiteral("--speed"), QStringLiteral("100")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QCOMPARE(FilesIn(c_strCfg), QStringList());
+}
+
+void tst_vora_printer_sim::loopBeginsAnew()
+{
+    const QByteArray json = R"({"description": "d", "loop": true, "duration": 10, "printers": [{"name": "Lab"}],
+        "timeline": [{"at": 5, "state": "printing", "file": "missing"}]})";
+    Simulator simulator(PlayHere(ScenarioFile(json), {QStringLiteral("--speed"), QStringLiteral("20")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    const QString strFile = c_strCfg + QStringLiteral("/Lab.dat");
+    for (int iRound = 0; iRound < 3; ++iRound) {
+        QTRY_VERIFY(!QFileInfo::exists(strFile));
+        QTRY_VERIFY(QFileInfo::exists(strFile));
+        QCOMPARE(StateOf(QStringLiteral("Lab")).enCurrentStatus, 3);
+    }
+    QVERIFY(simulator.IsRunning());
+}
+
+void tst_vora_printer_sim::speedIsHowFastItIs()
+{
+    const QString strScenario = ScenarioFile(R"({"description": "d", "duration": 10, "printers": [{"name": "Lab"}]})");
+    Simulator simulator(PlayHere(strScenario, {QStringLiteral("--speed"), QStringLiteral("10")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    QElapsedTimer clock;
+    clock.start();
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QVERIFY2(clock.elapsed() > 700 && clock.elapsed() < 5000, qPrintable(QString::number(clock.elapsed())));
+}
+
+void tst_vora_printer_sim::printersAreAsManyAsAskedFor()
+{
+    TrdDeviceManage deviceManage;
+    {
+        Simulator simulator(PlayHere(QStringLiteral("many")));
+        QCOMPARE(simulator.Root(), c_strRoot);
+        QCOMPARE(deviceManage.GetPrinterInfo(true).size(), 50);
+        QCOMPARE(FilesIn(c_strCfg).size(), 51);
+        simulator.Kill(SIGTERM);
+        QCOMPARE(simulator.ExitStatus(), 0);
+        QVERIFY(QRegularExpression(QStringLiteral("\\Avora-printer-sim: --seed [0-9]+ plays this again\n\\z"))
+                    .match(simulator.ErrorText())
+                    .hasMatch());
+    }
+    Simulator simulator(PlayHere(QStringLiteral("many"), {QStringLiteral("--printers"), QStringLiteral("7"),
+                                                          QStringLiteral("--seed"), QStringLiteral("1")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    QCOMPARE(deviceManage.GetPrinterInfo(true).size(), 7);
+    QCOMPARE(FilesIn(c_strCfg).size(), 8);
+    QCOMPARE(simulator.ErrorText(), QString());
+}
+
+void tst_vora_printer_sim::seedDecidesWhatChanceDoes()
+{
+    const QString strScenario =
+        ScenarioFile(R"({"description": "d", "printers": [{"name": "Lab", "file": "random"}]})");
+    const auto content = [&strScenario](const QString& strSeed) {
+        Simulator simulator(PlayHere(strScenario, {QStringLiteral("--seed"), strSeed}));
+        simulator.Root();
+        return ReadFile(c_strCfg + QStringLiteral("/Lab.dat"));
+    };
+    const QByteArray first = content(QStringLiteral("7"));
+    QVERIFY(!first.isEmpty());
+    QCOMPARE(content(QStringLiteral("7")), first);
+    QVERIFY(content(QStringLiteral("8")) != first);
+}
+
+void tst_vora_printer_sim::udpAnswersThePrinterTool()
+{
+    const QString strScenario = ScenarioFile(c_stillScenario);
+    TrdGetPrinterStatus worker;
+    const stPrinterState& state = worker.m_printerManager.printerState;
+    {
+        Simulator simulator(PlayHere(strScenario, {QStringLiteral("--udp"), QString()}));
+        QCOMPARE(simulator.Root(), c_strRoot);
+        QCOMPARE(worker.GetPrinterStatusUDP(QStringLiteral("127.0.0.1")), 0);
+        QCOMPARE(state.enCurrentStatus, 8);
+        QCOMPARE(state.strProductName, QStringLiteral("Vora RA7QX"));
+    }
+    Simulator simulator(PlayHere(strScenario, {QStringLiteral("--udp"), QStringLiteral("127.0.0.2"),
+                                               QStringLiteral("--udp-printer"), QStringLiteral("Office")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    QCOMPARE(worker.GetPrinterStatusUDP(QStringLiteral("127.0.0.2")), 0);
+    QCOMPARE(state.enCurrentStatus, 3);
+    QCOMPARE(state.strProductName, QStringLiteral("Vora RB9Q"));
+    QCOMPARE(state.dwBlackInkRemainer, 42UL);
+}
+
+void tst_vora_printer_sim::udpKeepsSilentAboutAnythingElse()
+{
+    Simulator simulator(
+        PlayHere(ScenarioFile(c_stillScenario), {QStringLiteral("--udp"), QStringLiteral("127.0.0.1")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    const int iSocket = ::socket(AF_INET, SOCK_DGRAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(9300);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    QCOMPARE(::connect(iSocket, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    const QByteArray query = QByteArray::fromHex("a5000c50e074080300000000000000");
+    for (const QByteArray& other : {QByteArray(), QByteArray("status?"), query.left(14), query + '\0'}) {
+        ::send(iSocket, other.constData(), static_cast<std::size_t>(other.size()), 0);
+    }
+    // Only the last of them is answered.
+    ::send(iSocket, query.constData(), static_cast<std::size_t>(query.size()), 0);
+    const QByteArray expected = ReadFile(c_strCfg + QStringLiteral("/Lab.dat"));
+    QByteArray reply(4096, '\0');
+    reply.truncate(static_cast<int>(std::max<ssize_t>(::recv(iSocket, reply.data(), 4096, 0), 0)));
+    QCOMPARE(reply, expected);
+    char cMore = '\0';
+    const timeval timeOut{0, 300000};
+    QCOMPARE(::setsockopt(iSocket, SOL_SOCKET, SO_RCVTIMEO, &timeOut, sizeof(timeOut)), 0);
+    QCOMPARE(::recv(iSocket, &cMore, 1, 0), ssize_t(-1));
+    ::close(iSocket);
+}
+
+void tst_vora_printer_sim::udpMisbehavesInTurn()
+{
+    Simulator simulator(PlayHere(ScenarioFile(c_stillScenario), {QStringLiteral("--udp"), QStringLiteral("127.0.0.1"),
+                                                                 QStringLiteral("--misbehave")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    TrdGetPrinterStatus worker;
+    QElapsedTimer clock;
+    const auto query = [&worker, &clock] {
+        clock.start();
+        return worker.GetPrinterStatusUDP(QStringLiteral("127.0.0.1"));
+    };
+    QCOMPARE(query(), -5); // silent
+    QVERIFY(clock.elapsed() >= 900);
+    QCOMPARE(query(), -5); // short
+    QVERIFY(clock.elapsed() < 900);
+    QCOMPARE(query(), -5); // late
+    QVERIFY(clock.elapsed() >= 900);
+    QCOMPARE(query(), 0);
+    QCOMPARE(worker.m_printerManager.printerState.enCurrentStatus, 8);
+    QVERIFY(clock.elapsed() < 900);
+}
+
+void tst_vora_printer_sim::wrongOptionsAreRefused_data()
+{
+    QTest::addColumn<QStringList>("listArgument");
+    QTest::addColumn<QString>("strMessage");
+    const auto row = [](const char* pstrArguments, const QString& strMessage) {
+        QTest::newRow(pstrArguments) << QString::fromLatin1(pstrArguments).split(QLatin1Char(' ')) << strMessage;
+    };
+    row("--colour", QStringLiteral("Unknown option 'colour'."));
+    row("--root", QStringLiteral("Missing value after '--root'."));
+    row("everyday many", QStringLiteral("unexpected argument \"many\""));
+    row("--speed fast", QStringLiteral("--speed: expected a number from 0.1 to 1000, found \"fast\""));
+    row("--speed 0", QStringLiteral("--speed: expected a number from 0.1 to 1000, found \"0\""));
+    row("--speed 1001", QStringLiteral("--speed: expected a number from 0.1 to 1000, found \"1001\""));
+    row("--speed nan", QStringLiteral("--speed: expected a number from 0.1 to 1000, found \"nan\""));
+    row("--seed -1", QStringLiteral("--seed: expected a whole number from 0 to 4294967295, found \"-1\""));
+    row("--seed 1.5", QStringLiteral("--seed: expected a whole number from 0 to 4294967295, found \"1.5\""));
+    row("--printers 0 many", QStringLiteral("--printers: expected a whole number from 1 to 1000, found \"0\""));
+    row("--printers 1001 many", QStringLiteral("--printers: expected a whole number from 1 to 1000, found \"1001\""));
+    row("--udp printer", QStringLiteral("--udp: expected an IPv4 address, found \"printer\""));
+    row("--udp ::1", QStringLiteral("--udp: expected an IPv4 address, found \"::1\""));
+    row("--udp 127.0.0.1 --udp-printer Nobody",
+        QStringLiteral("--udp-printer: the scenario has no printer \"Nobody\""));
+    row("--misbehave", QStringLiteral("--misbehave and --udp-printer: expected --udp beside them"));
+    row("--udp-printer Demo-USB", QStringLiteral("--misbehave and --udp-printer: expected --udp beside them"));
+}
+
+void tst_vora_printer_sim::wrongOptionsAreRefused()
+{
+    QFETCH(QStringList, listArgument);
+    QFETCH(QString, strMessage);
+    Simulator simulator(QStringList({QStringLiteral("--root"), c_strRoot}) + listArgument);
+    QCOMPARE(simulator.ExitStatus(), 64);
+    QCOMPARE(simulator.ErrorText(), QStringLiteral("vora-printer-sim: ") + strMessage + QLatin1Char('\n'));
+    QCOMPARE(simulator.Output(), QByteArray());
+    QVERIFY(!QFileInfo::exists(c_strRoot));
+}
+
+void tst_vora_printer_sim::wrongFilesAreRefused()
+{
+    Simulator missing(PlayHere(QStringLiteral("nowhere.json")));
+    QCOMPARE(missing.ExitStatus(), 66);
+    QCOMPARE(missing.ErrorText(),
+             QStringLiteral("vora-printer-sim: nowhere.json: expected a file or a name of --list\n"));
+
+    Simulator folder(PlayHere(QStringLiteral("/tmp")));
+    QCOMPARE(folder.ExitStatus(), 66);
+    QVERIFY(folder.ErrorText().startsWith(QStringLiteral("vora-printer-sim: cannot read /tmp: ")));
+
+    const QString strWrong = ScenarioFile(R"({"description": "d", "printers": [{"name": "Lab", "state": "asleep"}]})");
+    Simulator wrong(PlayHere(strWrong));
+    QCOMPARE(wrong.ExitStatus(), 65);
+    QVERIFY(wrong.ErrorText().startsWith(QStringLiteral("vora-printer-sim: ") + strWrong +
+                                         QStringLiteral(": printers[0].state: expected a code from 0x00 to 0xFF or ")));
+
+    const QString strBroken = ScenarioFile("{\n\"description\": \"d\",\n");
+    Simulator broken(PlayHere(strBroken));
+    QCOMPARE(broken.ExitStatus(), 65);
+    QVERIFY(broken.ErrorText().startsWith(QStringLiteral("vora-printer-sim: ") + strBroken +
+                                          QStringLiteral(":3: expected JSON: ")));
+
+    const QString strLarge = ScenarioFile(QByteArray((16 << 20) + 1, ' '));
+    Simulator large(PlayHere(strLarge));
+    QCOMPARE(large.ExitStatus(), 65);
+    QCOMPARE(large.ErrorText(),
+             QStringLiteral("vora-printer-sim: ") + strLarge + QStringLiteral(": expected at most 16 MiB\n"));
+    QVERIFY(!QFileInfo::exists(c_strRoot));
+}
+
+void tst_vora_printer_sim::unwritableFolderIsRefused()
+{
+    QVERIFY(WriteFile(c_strRoot, "a file, no folder"));
+    Simulator simulator(PlayHere(QStringLiteral("everyday")));
+    QCOMPARE(simulator.ExitStatus(), 73);
+    QCOMPARE(simulator.ErrorText(),
+             QStringLiteral("vora-printer-sim: cannot write ") + c_strCfg + QStringLiteral("/printerlist.ini\n"));
+    QCOMPARE(simulator.Output(), QByteArray());
+}
+
+void tst_vora_printer_sim::missingTemporaryFolderIsTold_data()
+{
+    QTest::addColumn<QString>("strFolder");
+    QTest::addColumn<QByteArray>("reason");
+    QTest::newRow("missing") << QStringLiteral("/opt/nowhere") << QByteArray("TMPDIR is not a folder");
+    QTest::newRow("nothing can be made there") << QStringLiteral("/proc") << QByteArray("");
+}
+
+void tst_vora_printer_sim::missingTemporaryFolderIsTold()
+{
+    QFETCH(QString, strFolder);
+    QFETCH(QByteArray, reason);
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TMPDIR"), strFolder);
+    process.setProcessEnvironment(environment);
+    process.start(c_strProgram, QStringList());
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 73);
+    const QByteArray errorText = process.readAllStandardError();
+    QVERIFY2(errorText.startsWith("vora-printer-sim: cannot make a temporary folder: " + reason),
+             errorText.constData());
+    QCOMPARE(process.readAllStandardOutput(), QByteArray());
+}
+
+void tst_vora_printer_sim::takenAddressIsRefused()
+{
+    const QStringList listUdp = {QStringLiteral("--udp"), QStringLiteral("127.0.0.1")};
+    Simulator first(listUdp);
+    QVERIFY(!first.Root().isEmpty());
+    Simulator second(PlayHere(QStringLiteral("everyday"), listUdp));
+    QCOMPARE(second.ExitStatus(), 69);
+    QVERIFY(second.ErrorText().startsWith(
+        QStringLiteral("vora-printer-sim: --udp: cannot listen on 127.0.0.1 port 9300: ")));
+    QCOMPARE(FilesIn(c_strCfg), QStringList());
+}
+
+void tst_vora_printer_sim::failedWriteEndsIt()
+{
+    const QByteArray json = R"({"description": "d", "printers": [{"name": "Lab"}], "timeline": [{"at": 10}]})";
+    Simulator simulator(PlayHere(ScenarioFile(json), {QStringLiteral("--speed"), QStringLiteral("20")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    QVERIFY(QDir(c_strCfg).removeRecursively());
+    QCOMPARE(simulator.ExitStatus(), 74);
+    QVERIFY(simulator.ErrorText().startsWith(QStringLiteral("vora-printer-sim: cannot write ") + c_strCfg +
+                                             QStringLiteral("/Lab.dat: ")));
+}
+
+void tst_vora_printer_sim::helpFitsTheScreen_data()
+{
+    QTest::addColumn<QStringList>("listArgument");
+    QTest::addColumn<QString>("strUsage");
+    QTest::newRow("play") << QStringList({QStringLiteral("--help")})
+                          << QStringLiteral("Usage: vora-printer-sim [options] [SCENARIO]\n");
+    QTest::newRow("encode") << QStringList({QStringLiteral("encode"), QStringLiteral("-h")})
+                            << QStringLiteral("Usage: vora-printer-sim encode [options]\n");
+}
+
+void tst_vora_printer_sim::helpFitsTheScreen()
+{
+    QFETCH(QStringList, listArgument);
+    QFETCH(QString, strUsage);
+    Simulator simulator(listArgument);
+    QCOMPARE(simulator.ExitStatus(), 0);
+    const QString strHelp = QString::fromUtf8(simulator.Output());
+    QCOMPARE(strHelp.left(strUsage.size()), strUsage);
+    for (const QString& strLine : strHelp.split(QLatin1Char('\n'))) {
+        QVERIFY2(strLine.size() <= 80, qPrintable(strLine));
+    }
+    QCOMPARE(simulator.ErrorText(), QString());
+}
+
+void tst_vora_printer_sim::listNamesTheScenarios()
+{
+    Simulator simulator({QStringLiteral("--list")});
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QStringList listLine = QString::fromUtf8(simulator.Output()).split(QLatin1Char('\n'));
+    QCOMPARE(listLine.takeLast(), QString());
+    QCOMPARE(listLine.size(), 9);
+    QVERIFY(listLine.contains(QStringLiteral("every-error           All 45 errors, one after the other")));
+    QVERIFY(std::is_sorted(listLine.begin(), listLine.end()));
+}
+
+void tst_vora_printer_sim::versionIsTold()
+{
+    Simulator simulator({QStringLiteral("--version")});
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QVERIFY(QRegularExpression(QStringLiteral("\\Avora-printer-sim [0-9]+\\.[0-9]+\\.[0-9]+\n\\z"))
+                .match(QString::fromUtf8(simulator.Output()))
+                .hasMatch());
+}
+
+void tst_vora_printer_sim::encodesEveryOption()
+{
+    const QStringList listArgument =
+        QStringLiteral(
+            "encode --unexamined 564F5241000102 --header 0xA1 --header-field-1 0xB1B2 --header-field-2 49602 "
+            "--vendor Vora --product RA7QX --serial SN1234 --after-serial 0xD1D2 --state printing "
+            "--firmware 2.1.7 --fifth-string xyz --error paper-jam --error 0x6156 --warning black-ink-low "
+            "--before-supplies 0xE1 --before-supplies-1 0xF1F2 --before-supplies-2 0xF3F4 "
+            "--supply-serial INK42 --supply-type 0x00010203 --remaining-toner 300 --waste-toner 7 "
+            "--opc-rotation 0x1234 --pages 256 --prints 5 --print-dots 1000 --printer-pages 65536 "
+            "--printer-prints 0x01020304 --black 50 --cyan 51 --magenta 52 --yellow 53")
+            .split(QLatin1Char(' '));
+    Simulator simulator(listArgument);
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QCOMPARE(simulator.Output().toHex(), HandMadeReply().toHex());
+    QCOMPARE(simulator.ErrorText(), QString());
+
+    Simulator nothing({QStringLiteral("encode")});
+    QCOMPARE(nothing.ExitStatus(), 0);
+    QCOMPARE(nothing.Output(), QByteArray(33, '\0'));
+
+    // Texts that read like numbers are texts, and records may hold anything.
+    Simulator supplies(
+        QStringLiteral("encode --serial 42 --state 16 --supply 0x7001=0AFF --supply 0x1=").split(QLatin1Char(' ')));
+    QCOMPARE(supplies.ExitStatus(), 0);
+    QCOMPARE(supplies.Output().toHex(),
+             QByteArray::fromHex("00000000000000 00 0000 0000 0000 0000 0002 3432 0000 10 0000 0000 00 00 00 0000 0000"
+                                 "02 7001 02 0AFF 0001 00")
+                 .toHex());
+}
+
+void tst_vora_printer_sim::encodesAJsonFile()
+{
+    const QString strJson = ScenarioFile(R"({
+        "unexamined": "564f5241000102", "header": 161, "header-field-1": "0xb1b2", "header-field-2": "0xC1C2",
+        "vendor": "Vora", "product": "RA7QX", "serial": "SN1234", "after-serial": "0xD1D2", "state": "0x10",
+        "firmware": "2.1.7", "fifth-string": "xyz", "errors": ["0x6110", "yellow-ink-empty"], "warnings": [24928],
+        "before-supplies": "0xE1", "before-supplies-1": "0xF1F2", "before-supplies-2": "0xF3F4",
+        "supplies": [
+            {"key": "0x0000", "data": "494E4B3432"}, {"key": 1, "data": "00010203"}, {"key": "0x1000", "data": "012C"},
+            {"key": "0x1001", "data": "0007"}, {"key": "0x1002", "data": "1234"}, {"key": "0x1003", "data": "00000100"},
+            {"key": "0x1004", "data": "00000005"}, {"key": "0x1100", "data": "03E8"},
+            {"key": "0x1101", "data": "00010000"}, {"key": "0x1102", "data": "01020304"},
+            {"key": "0x4043", "data": "0032"}],
+        "cyan": 51, "magenta": 52, "yellow": 53})");
+    Simulator simulator({QStringLiteral("encode"), QStringLiteral("--json"), strJson});
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QCOMPARE(simulator.Output().toHex(), HandMadeReply().toHex());
+}
+
+void tst_vora_printer_sim::encodesIntoAFile()
+{
+    const QString strPath = c_strRoot + QStringLiteral("/Lab.dat");
+    QVERIFY(WriteFile(strPath, QByteArray(100, 'x')));
+    Simulator simulator({QStringLiteral("encode"), QStringLiteral("--state"), QStringLiteral("busy"),
+                         QStringLiteral("--output"), strPath});
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QCOMPARE(simulator.Output(), QByteArray());
+    QCOMPARE(ReadFile(strPath).toHex(), ReplyInState(0x02).toHex());
+}
+
+void tst_vora_printer_sim::encodeTellsOfAFullDisk()
+{
+    QProcess process;
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start(c_strProgram, {QStringLiteral("encode")});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 74);
+    QVERIFY(process.readAllStandardError().startsWith("vora-printer-sim: cannot write to standard output: "));
+}
+
+void tst_vora_printer_sim::encodeRefuses_data()
+{
+    QTest::addColumn<QStringList>("listArgument");
+    QTest::addColumn<int>("iStatus");
+    QTest::addColumn<QString>("strMessage");
+    const QString strWrong = ScenarioFile(R"({"cyan": 50, "colour": 1})");
+    const auto row = [](const QString& strArguments, int iStatus, const QString& strMessage) {
+        QTest::newRow(qPrintable(strArguments)) << strArguments.split(QLatin1Char(' ')) << iStatus << strMessage;
+    };
+    row(QStringLiteral("--colour"), 64, QStringLiteral("Unknown option 'colour'."));
+    row(QStringLiteral("reply.dat"), 64, QStringLiteral("unexpected argument \"reply.dat\""));
+    row(QStringLiteral("--cyan 65536"), 64,
+        QStringLiteral("--cyan: expected a whole number from 0 to 65535, found 65536"));
+    row(QStringLiteral("--cyan full"), 64,
+        QStringLiteral("--cyan: expected a whole number from 0 to 65535, found \"full\""));
+    row(QStringLiteral("--supply 4043=0032"), 64,
+        QStringLiteral("--supplies[0].key: expected a whole number from 0 to 65535, found \"4043\""));
+    row(QStringLiteral("--supply nothing"), 64,
+        QStringLiteral("--supplies[0].key: expected a whole number from 0 to 65535, found \"\""));
+    row(QStringLiteral("--json %1 --cyan 5").arg(strWrong), 64,
+        QStringLiteral("--json: expected no other field beside it"));
+    row(QStringLiteral("--json /nowhere.json"), 66,
+        QStringLiteral("cannot read /nowhere.json: No such file or directory"));
+    row(QStringLiteral("--json %1").arg(strWrong), 65,
+        strWrong + QStringLiteral(": colour: unknown key, expected one of "));
+    row(QStringLiteral("--output /opt/nowhere/reply.dat"), 73, QStringLiteral("cannot write /opt/nowhere/reply.dat: "));
+    row(QStringLiteral("-o /dev/null"), 73, QStringLiteral("cannot write /dev/null: not a regular file"));
+    row(QStringLiteral("-o /tmp"), 73, QStringLiteral("cannot write /tmp: not a regular file"));
+}
+
+void tst_vora_printer_sim::encodeRefuses()
+{
+    QFETCH(QStringList, listArgument);
+    QFETCH(QString, strMessage);
+    Simulator simulator(QStringList(QStringLiteral("encode")) + listArgument);
+    QTEST(simulator.ExitStatus(), "iStatus");
+    QCOMPARE(simulator.ErrorText().left(18 + strMessage.size()), QStringLiteral("vora-printer-sim: ") + strMessage);
+    QCOMPARE(simulator.Output(), QByteArray());
+}
+
+QTEST_GUILESS_MAIN(tst_vora_printer_sim)
+
+#include "tst_vora_printer_sim.moc"

@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QStringList>
+
+#include <optional>
+
+// Names for the printer's raw codes, for people who write scenarios.
+
+/// Raw state byte of a name such as "printing"; none for any other text.
+std::optional<quint8> StateCodeByName(const QString& strName);
+
+/// Raw error or warning code of a name such as "no-paper"; none for any other text.
+std::optional<quint16> ErrorCodeByName(const QString& strName);
+
+QStringList StateNames();
+QStringList ErrorNames();

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "CommandLine.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTextStream>
+
+namespace {
+constexpr qint64 c_iMaxInputSize = 16 << 20;
+} // namespace
+
+void Print(FILE* pFile, const QString& strText)
+{
+    QTextStream stream(pFile);
+    stream << strText << '\n';
+}
+
+void ParseArguments(QCommandLineParser& parser, const QStringList& listArgument, int iMaxPositional)
+{
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this text."));
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Show the version."));
+    parser.addOptions({help, version});
+    if (!parser.parse(listArgument)) {
+        throw stEnd{enExitUsage, parser.errorText()};
+    }
+    const QString strProgram = QCoreApplication::applicationName();
+    if (parser.isSet(help)) {
+        // The path that the program was started by may be longer than a line, and lacks the subcommand.
+        QString strHelp = parser.helpText();
+        Print(stdout, strHelp.replace(QCoreApplication::arguments().constFirst(), listArgument.constFirst()).trimmed());
+        throw stEnd{enExitOk, QString()};
+    }
+    if (parser.isSet(version)) {
+        Print(stdout, strProgram + QLatin1Char(' ') + QCoreApplication::applicationVersion());
+        throw stEnd{enExitOk, QString()};
+    }
+    if (parser.positionalArguments().size() > iMaxPositional) {
+        throw stEnd{enExitUsage,
+                    QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().at(iMaxPositional))};
+    }
+}
+
+QByteArray ReadInput(const QString& strPath)
+{
+    QFile file(strPath);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw stEnd{enExitNoInput, QStringLiteral("cannot read %1: %2").arg(strPath, file.errorString())};
+    }
+    const QByteArray bytes = file.read(c_iMaxInputSize + 1);
+    if (bytes.size() > c_iMaxInputSize) {
+        throw stEnd{enExitData, QStringLiteral("%1: expected at most 16 MiB").arg(strPath)};
+    }
+    return bytes;
+}

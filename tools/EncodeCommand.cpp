@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "EncodeCommand.h"
+
+#include "CommandLine.h"
+#include "InputError.h"
+#include "JsonReader.h"
+#include "ReplyFields.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace {
+
+const QString c_strOutput = QStringLiteral("output");
+const QString c_strJson = QStringLiteral("json");
+const QString c_strError = QStringLiteral("error");
+const QString c_strWarning = QStringLiteral("warning");
+const QString c_strSupply = QStringLiteral("supply");
+
+void AddOptions(QCommandLineParser& parser)
+{
+    const auto add = [&parser](const QString& strName, const QString& strMeaning, const QString& strValue) {
+        parser.addOption({strName, strMeaning, strValue});
+    };
+    parser.addOption({{QStringLiteral("o"), c_strOutput}, QStringLiteral("Write to FILE."), QStringLiteral("FILE")});
+    add(c_strJson, QStringLiteral("Take the fields from a JSON object in FILE."), QStringLiteral("FILE"));
+    add(c_strError, QStringLiteral("An error, raw or by name; repeatable."), QStringLiteral("CODE"));
+    add(c_strWarning, QStringLiteral("A warning, likewise."), QStringLiteral("CODE"));
+    add(c_strSupply, QStringLiteral("A supplies record, such as 0x4043=0032; repeatable."), QStringLiteral("KEY=HEX"));
+    for (const stFieldKey& field : ReplyFields()) {
+        if (!field.bList) {
+            add(field.strKey, field.strMeaning, field.strValue);
+        }
+    }
+}
+
+/// A text of the command line as the JSON value that it stands for.
+QJsonValue ValueOf(const stFieldKey& field, const QString& strText)
+{
+    bool bNumber = false;
+    const qint64 iNumber = strText.toLongLong(&bNumber);
+    return bNumber && !field.bText ? QJsonValue(iNumber) : QJsonValue(strText);
+}
+
+QJsonObject FieldsOf(const QCommandLineParser& parser)
+{
+    QJsonObject object;
+    for (const stFieldKey& field : ReplyFields()) {
+        if (!field.bList && parser.isSet(field.strKey)) {
+            object.insert(field.strKey, ValueOf(field, parser.value(field.strKey)));
+        }
+    }
+    for (const QString& strOption : {c_strError, c_strWarning}) {
+        if (parser.isSet(strOption)) {
+            object.insert(strOption + QLatin1Char('s'), QJsonArray::fromStringList(parser.values(strOption)));
+        }
+    }
+    QJsonArray listSupplies;
+    for (const QString& strRecord : parser.values(c_strSupply)) {
+        const auto iEqual = strRecord.indexOf(QLatin1Char('='));
+        listSupplies.append(QJsonObject{{QStringLiteral("key"), strRecord.left(std::max<qsizetype>(iEqual, 0))},
+                                        {QStringLiteral("data"), strRecord.mid(iEqual + 1)}});
+    }
+    if (!listSupplies.isEmpty()) {
+        object.insert(QStringLiteral("supplies"), listSupplies);
+    }
+    return object;
+}
+
+stStatusReply ReplyFromFile(const QString& strPath)
+{
+    const JsonReader reader = JsonReader::FromBytes(ReadInput(strPath), strPath);
+    reader.AllowOnly(ReplyFieldKeys());
+    stStatusReply reply;
+    ApplyReplyFields(reader, reply);
+    return reply;
+}
+
+stStatusReply ReplyFromOptions(const QCommandLineParser& parser)
+{
+    stStatusReply reply;
+    try {
+        ApplyReplyFields(JsonReader(FieldsOf(parser), QStringLiteral("--")), reply);
+    } catch (const InputError& error) {
+        throw stEnd{enExitUsage, error.Message()};
+    }
+    return reply;
+}
+
+void Write(const QByteArray& bytes, const QString& strPath)
+{
+    if (strPath.isEmpty()) {
+        QFile file;
+        if (!file.open(stdout, QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
+            throw stEnd{enExitIo, QStringLiteral("cannot write to standard output: ") + file.errorString()};
+        }
+        return;
+    }
+    const QFileInfo fileInfo(strPath);
+    if (fileInfo.exists() && !fileInfo.isFile()) {
+        throw stEnd{enExitCannotCreate, QStringLiteral("cannot write %1: not a regular file").arg(strPath)};
+    }
+    QSaveFile file(strPath);
+    if (!file.open(QIODevice::WriteOnly)) {
+        throw stEnd{enExitCannotCreate, QStringLiteral("cannot write %1: %2").arg(strPath, file.errorString())};
+    }
+    if (file.write(bytes) != bytes.size() || !file.commit()) {
+        throw stEnd{enExitIo, QStringLiteral("cannot write %1: %2").arg(strPath, file.errorString())};
+    }
+}
+
+} // namespace
+
+void RunEncode(const QStringList& listArgument)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Writes one status reply. What is not given is zero or empty."));
+    AddOptions(parser);
+    ParseArguments(parser, listArgument, 0);
+    const bool bJson = parser.isSet(c_strJson);
+    if (bJson && !FieldsOf(parser).isEmpty()) {
+        throw stEnd{enExitUsage, QStringLiteral("--json: expected no other field beside it")};
+    }
+    const stStatusReply reply = bJson ? ReplyFromFile(parser.value(c_strJson)) : ReplyFromOptions(parser);
+    Write(EncodeStatusReply(reply), parser.value(c_strOutput));
+}

@@ -1,0 +1,224 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "PlayCommand.h"
+
+#include "CommandLine.h"
+#include "Player.h"
+#include "Scenario.h"
+#include "ScenarioLibrary.h"
+#include "SignalWatcher.h"
+#include "StatusResponder.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace {
+
+const QString c_strWriter = QStringLiteral("vora-printer-sim");
+const QString c_strDefaultScenario = QStringLiteral("everyday");
+
+struct stPlayOptions
+{
+    QString strScenario;
+    QString strRoot; ///< empty: a new temporary folder
+    bool bForce = false;
+    bool bOnce = false;
+    double dSpeed = 1;
+    std::optional<quint32> dwSeed;
+    int iPrinters = -1;
+    std::optional<QHostAddress> udpAddress;
+    QString strUdpPrinter; ///< empty: the first
+    bool bMisbehave = false;
+};
+
+/// The number of an option; none when it is not given.
+template <typename Number>
+std::optional<Number> NumberOption(const QCommandLineParser& parser, const char* pstrOption, Number min, Number max)
+{
+    const QString strOption = QString::fromLatin1(pstrOption);
+    if (!parser.isSet(strOption)) {
+        return std::nullopt;
+    }
+    bool bNumber = false;
+    const double dNumber = parser.value(strOption).toDouble(&bNumber);
+    const bool bInRange = bNumber && dNumber >= static_cast<double>(min) && dNumber <= static_cast<double>(max);
+    if (!bInRange || static_cast<double>(static_cast<Number>(dNumber)) != dNumber) {
+        const QString strKind = QLatin1String(std::is_integral_v<Number> ? "a whole number" : "a number");
+        throw stEnd{enExitUsage, QStringLiteral("--%1: expected %2 from %3 to %4, found \"%5\"")
+                                     .arg(strOption, strKind)
+                                     .arg(min)
+                                     .arg(max)
+                                     .arg(parser.value(strOption))};
+    }
+    return static_cast<Number>(dNumber);
+}
+
+QHostAddress UdpAddress(const QString& strAddress)
+{
+    QHostAddress address(QHostAddress::LocalHost);
+    if (!strAddress.isEmpty() &&
+        (!address.setAddress(strAddress) || address.protocol() != QAbstractSocket::IPv4Protocol)) {
+        throw stEnd{enExitUsage, QStringLiteral("--udp: expected an IPv4 address, found \"%1\"").arg(strAddress)};
+    }
+    return address;
+}
+
+QByteArray ScenarioText(const QString& strScenario)
+{
+    if (BuiltInScenarios().contains(strScenario)) {
+        return BuiltInScenario(strScenario);
+    }
+    if (!QFile::exists(strScenario)) {
+        throw stEnd{enExitNoInput, QStringLiteral("%1: expected a file or a name of --list").arg(strScenario)};
+    }
+    return ReadInput(strScenario);
+}
+
+void PrintList()
+{
+    for (const QString& strName : BuiltInScenarios()) {
+        const stScenario scenario = ReadScenario(BuiltInScenario(strName), strName);
+        Print(stdout, strName.leftJustified(22) + scenario.strDescription);
+    }
+}
+
+QString UdpPrinter(const stPlayOptions& options, const stScenario& scenario)
+{
+    if (options.strUdpPrinter.isEmpty()) {
+        return scenario.listPrinter.constFirst().info.strPrinterName;
+    }
+    for (const stSimPrinter& printer : scenario.listPrinter) {
+        if (printer.info.strPrinterName == options.strUdpPrinter) {
+            return options.strUdpPrinter;
+        }
+    }
+    throw stEnd{enExitUsage,
+                QStringLiteral("--udp-printer: the scenario has no printer \"%1\"").arg(options.strUdpPrinter)};
+}
+
+/// Removed again with the object.
+std::unique_ptr<QTemporaryDir> MakeTemporaryFolder()
+{
+    const QString strParent = QDir::tempPath();
+    if (strParent.isEmpty()) { // a TMPDIR that is not there; the new folder would stand in the root of the file system
+        throw stEnd{enExitCannotCreate, QStringLiteral("cannot make a temporary folder: TMPDIR is not a folder")};
+    }
+    auto pFolder = std::make_unique<QTemporaryDir>(strParent + QStringLiteral("/vora-printer-sim-XXXXXX"));
+    if (!pFolder->isValid()) {
+        throw stEnd{enExitCannotCreate, QStringLiteral("cannot make a temporary folder: ") + pFolder->errorString()};
+    }
+    return pFolder;
+}
+
+void Play(const stPlayOptions& options)
+{
+    const stScenario scenario = ReadScenario(ScenarioText(options.strScenario), options.strScenario, options.iPrinters);
+    const QString strUdpPrinter = UdpPrinter(options, scenario);
+
+    // Before any file is written, so that every file is removed whenever the signal comes.
+    const SignalWatcher signalWatcher;
+
+    std::unique_ptr<QTemporaryDir> pTemporary;
+    if (options.strRoot.isEmpty()) {
+        pTemporary = MakeTemporaryFolder();
+    }
+    const QString strRoot = pTemporary ? pTemporary->path() : options.strRoot;
+    const DriverFolder folder(strRoot + QStringLiteral("/cfg"), c_strWriter);
+    if (folder.HasForeignList() && !options.bForce) {
+        throw stEnd{enExitCannotCreate,
+                    QStringLiteral("%1 was not written by this program and stays as it is; --force replaces it")
+                        .arg(folder.ListPath())};
+    }
+
+    const quint32 dwSeed = options.dwSeed.value_or(QRandomGenerator::global()->generate());
+    if (!options.dwSeed && scenario.UsesChance()) {
+        Print(stderr, QStringLiteral("vora-printer-sim: --seed %1 plays this again").arg(dwSeed));
+    }
+    Player player(scenario, folder, options.dSpeed, dwSeed);
+    if (options.bOnce) {
+        player.SetOnce();
+    }
+    StatusResponder responder([&player, strUdpPrinter] { return player.CurrentReply(strUdpPrinter); });
+    if (options.bMisbehave) {
+        responder.SetMisbehave();
+    }
+    if (options.udpAddress && !responder.Listen(*options.udpAddress)) {
+        throw stEnd{enExitUnavailable, QStringLiteral("--udp: cannot listen on %1 port %2: %3")
+                                           .arg(options.udpAddress->toString())
+                                           .arg(StatusResponder::c_wPort)
+                                           .arg(responder.ErrorString())};
+    }
+
+    QObject::connect(&signalWatcher, &SignalWatcher::SgnEnd, qApp, [] { QCoreApplication::exit(enExitOk); });
+    QObject::connect(&player, &Player::SgnFinished, qApp, [] { QCoreApplication::exit(enExitOk); });
+    QObject::connect(&player, &Player::SgnFailed, qApp, [] { QCoreApplication::exit(enExitIo); });
+    int iStatus = enExitCannotCreate;
+    if (player.Start()) {
+        Print(stdout, strRoot);
+        iStatus = QCoreApplication::exec();
+    }
+    player.CleanUp();
+    if (!player.ErrorString().isEmpty()) {
+        throw stEnd{iStatus == enExitOk ? enExitIo : iStatus, player.ErrorString()};
+    }
+}
+
+stPlayOptions ReadOptions(const QStringList& listArgument)
+{
+    QCommandLineParser parser;
+    const auto add = [&parser](const char* pstrName, const char* pstrMeaning, const char* pstrValue = "") {
+        parser.addOption(
+            {QString::fromLatin1(pstrName), QString::fromLatin1(pstrMeaning), QString::fromLatin1(pstrValue)});
+    };
+    parser.setApplicationDescription(
+        QStringLiteral("Plays inkjet printers: writes the printer list and the status files of the\n"
+                       "printer driver package, and removes them at the end or on Ctrl-C.\n\n"
+                       "vora-printer-sim encode [options]  writes one status reply (encode --help)."));
+    parser.addPositionalArgument(QStringLiteral("SCENARIO"),
+                                 QStringLiteral("A name of --list or a JSON file; \"everyday\" when it is not given."),
+                                 QStringLiteral("[SCENARIO]"));
+    add("list", "Name the built-in scenarios.");
+    add("root", "Write into DIR/cfg instead of a new temporary folder.", "DIR");
+    add("force", "Replace a printer list that somebody else wrote.");
+    add("speed", "Play N times as fast, 0.1 to 1000.", "N");
+    add("once", "End after one round of a scenario that has more.");
+    add("seed", "Let chance take the same course each time.", "N");
+    add("printers", "Number of printers of a scenario that leaves it open, such as \"many\".", "N");
+    add("udp", "Answer status queries on port 9300 of this address; 127.0.0.1 when it is empty.", "ADDRESS");
+    add("udp-printer", "The printer that answers, else the first.", "NAME");
+    add("misbehave", "Answer in turn not at all, too short, too late and well.");
+    ParseArguments(parser, listArgument, 1);
+
+    if (parser.isSet(QStringLiteral("list"))) {
+        PrintList();
+        throw stEnd{enExitOk, QString()};
+    }
+    stPlayOptions options;
+    options.strScenario = parser.positionalArguments().value(0, c_strDefaultScenario);
+    options.strRoot = parser.value(QStringLiteral("root"));
+    options.bForce = parser.isSet(QStringLiteral("force"));
+    options.bOnce = parser.isSet(QStringLiteral("once"));
+    options.dSpeed = NumberOption(parser, "speed", 0.1, 1000.0).value_or(1);
+    options.dwSeed = NumberOption<quint32>(parser, "seed", 0, 0xFFFFFFFF);
+    options.iPrinters = NumberOption(parser, "printers", 1, c_iMaxPrinters).value_or(-1);
+    options.bMisbehave = parser.isSet(QStringLiteral("misbehave"));
+    options.strUdpPrinter = parser.value(QStringLiteral("udp-printer"));
+    if (parser.isSet(QStringLiteral("udp"))) {
+        options.udpAddress = UdpAddress(parser.value(QStringLiteral("udp")));
+    } else if (options.bMisbehave || !options.strUdpPrinter.isEmpty()) {
+        throw stEnd{enExitUsage, QStringLiteral("--misbehave and --udp-printer: expected --udp beside them")};
+    }
+    return options;
+}
+
+} // namespace
+
+void RunPlay(const QStringList& listArgument)
+{
+    Play(ReadOptions(listArgument));
+}

@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "ReplyEntries.h"
+
+#include "StatusReport.h"
+
+namespace {
+
+struct stCounter
+{
+    unsigned long dwKey;
+    unsigned long stPrinterState::*pValue;
+};
+
+constexpr std::array<stCounter, 12> c_counterList = {{
+    {0x1000, &stPrinterState::dwRemainingToner},
+    {0x1001, &stPrinterState::dwWasteToner},
+    {0x1002, &stPrinterState::dwOPCRotation},
+    {0x1003, &stPrinterState::dwNumberOfPages},
+    {0x1004, &stPrinterState::dwNumberOfPrint},
+    {0x1100, &stPrinterState::dwPrintDotsCount},
+    {0x1101, &stPrinterState::dwPrinterNumOfPages},
+    {0x1102, &stPrinterState::dwPrinterNumOfPrint},
+    {0x4043, &stPrinterState::dwBlackInkRemainer},
+    {0x4143, &stPrinterState::dwBlueInkRemainer},
+    {0x4243, &stPrinterState::dwRedInkRemainer},
+    {0x4343, &stPrinterState::dwYellowInkRemainer},
+}};
+
+stReplyEntry Raw(enReplyField enField, unsigned long dwValue, int iBytes)
+{
+    stReplyEntry entry{enEntryRaw, &FieldLabel(enField)};
+    entry.dwValue = dwValue;
+    entry.iBytes = iBytes;
+    return entry;
+}
+
+stReplyEntry Raw(enReplyField enField, const UtilPrinterStatus::Raw2& raw)
+{
+    const unsigned long dwHigh = static_cast<unsigned char>(raw[0]);
+    return Raw(enField, dwHigh << 8U | static_cast<unsigned char>(raw[1]), 2);
+}
+
+stReplyEntry Text(enReplyField enField, const QString& strText)
+{
+    stReplyEntry entry{enEntryText, &FieldLabel(enField)};
+    entry.strText = strText;
+    return entry;
+}
+
+stReplyEntry State(unsigned long dwRawCode)
+{
+    stReplyEntry entry{enEntryState, &FieldLabel(enFieldState)};
+    entry.dwValue = dwRawCode;
+    return entry;
+}
+
+stReplyEntry Codes(enReplyField enField, const std::vector<unsigned long>& listCode)
+{
+    stReplyEntry entry{enEntryCodes, &FieldLabel(enField)};
+    entry.listCode = listCode;
+    return entry;
+}
+
+/// bAlsoPresent: another record gives the value too.
+stReplyEntry Supplies(enReplyEntryKind enKind, const ReplyLayout& layout, unsigned long dwKey,
+                      bool bAlsoPresent = false)
+{
+    stReplyEntry entry{enKind, SuppliesLabel(dwKey)};
+    entry.bSupplies = true;
+    entry.dwKey = dwKey;
+    entry.bPresent = layout.HasSupplies(dwKey) || bAlsoPresent;
+    return entry;
+}
+
+} // namespace
+
+std::vector<stReplyEntry> ReplyEntries(const StatusReport& report)
+{
+    const UtilPrinterStatus& decoder = report.m_decoder;
+    const stPrinterState& state = report.m_state;
+    const ReplyLayout& layout = report.m_layout;
+    std::vector<stReplyEntry> listEntry = {
+        Text(enFieldUnexamined, QString::fromLatin1(report.m_reply.left(7).toHex())),
+        Raw(enFieldHeader, decoder.m_byHeader, 1),
+        Raw(enFieldHeaderField1, decoder.m_headerField1),
+        Raw(enFieldHeaderField2, decoder.m_headerField2),
+        Text(enFieldVendor, state.strVenderName),
+        Text(enFieldProduct, state.strProductName),
+        Text(enFieldSerial, state.strPrinterSerialNumber),
+        Raw(enFieldAfterSerial, decoder.m_afterSerialNumber),
+        State(decoder.m_dwStatus),
+        Text(enFieldFirmware, state.strFWVersion),
+        Text(enFieldFifthString, QString::fromLatin1(decoder.m_fifthString.data())),
+        Codes(enFieldError, decoder.m_listErrorCode),
+        Codes(enFieldWarning, decoder.m_listWarningCode),
+        Raw(enFieldBeforeSupplies, decoder.m_byBeforeSupplies, 1),
+        Raw(enFieldBeforeSupplies1, decoder.m_beforeSupplies1),
+        Raw(enFieldBeforeSupplies2, decoder.m_beforeSupplies2),
+    };
+    listEntry.push_back(Supplies(enEntryText, layout, 0x0000));
+    listEntry.back().strText = state.strSupplySerialNumber;
+    listEntry.push_back(Supplies(enEntryNumber, layout, 0x0001));
+    listEntry.back().dwValue = decoder.m_dwSupplyType;
+    for (const stCounter& counter : c_counterList) {
+        // A record of pages gives the prints too.
+        const bool bAlsoPresent = counter.dwKey == 0x1004 && layout.HasSupplies(0x1003);
+        listEntry.push_back(Supplies(enEntryNumber, layout, counter.dwKey, bAlsoPresent));
+        listEntry.back().dwValue = state.*counter.pValue;
+    }
+    return listEntry;
+}

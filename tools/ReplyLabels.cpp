@@ -1,0 +1,130 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "ReplyLabels.h"
+
+#include "UtilStatusIdParser.h"
+
+#include <algorithm>
+
+namespace {
+
+const std::array<stReplyLabel, enFieldCount> c_fieldLabelList = {{
+    {"unexamined", {"not examined", "不检查"}},
+    {"header", {"header byte", "头字节"}},
+    {"header-field-1", {"header field 1", "头字段1"}},
+    {"header-field-2", {"header field 2", "头字段2"}},
+    {nullptr, {"length of the vendor name", "厂商名称长度"}},
+    {"vendor", {"vendor name", "厂商名称"}},
+    {nullptr, {"length of the product name", "产品名称长度"}},
+    {"product", {"product name", "产品名称"}},
+    {nullptr, {"length of the printer serial number", "打印机序列号长度"}},
+    {"serial", {"printer serial number", "打印机序列号"}},
+    {"after-serial", {"field after the serial number", "序列号后的字段"}},
+    {"state", {"state", "状态"}},
+    {nullptr, {"length of the firmware version", "固件版本长度"}},
+    {"firmware", {"firmware version", "固件版本"}},
+    {nullptr, {"length of the fifth string", "第五个字符串长度"}},
+    {"fifth-string", {"fifth string", "第五个字符串"}},
+    {nullptr, {"number of errors", "错误数"}},
+    {"errors", {"error", "错误"}},
+    {nullptr, {"number of warnings", "警告数"}},
+    {"warnings", {"warning", "警告"}},
+    {"before-supplies", {"byte before the supplies", "耗材前的字节"}},
+    {"before-supplies-1", {"field 1 before the supplies", "耗材前的字段1"}},
+    {"before-supplies-2", {"field 2 before the supplies", "耗材前的字段2"}},
+    {nullptr, {"number of supplies records", "耗材记录数"}},
+    {nullptr, {"supplies key", "耗材键"}},
+    {nullptr, {"supplies data length", "耗材数据长度"}},
+    {nullptr, {"supplies data", "耗材数据"}},
+    {nullptr, {"ignored", "忽略"}},
+}};
+
+struct stSuppliesLabel
+{
+    unsigned long dwKey;
+    stReplyLabel label;
+};
+
+const std::array<stSuppliesLabel, 14> c_suppliesLabelList = {{
+    {0x0000, {"supply-serial", {"supply serial number", "耗材序列号"}}},
+    {0x0001, {"supply-type", {"supply type", "耗材类型"}}},
+    {0x1000, {"remaining-toner", {"toner or ink left over all", "剩余墨粉或墨水总量"}}},
+    {0x1001, {"waste-toner", {"waste toner or ink", "废墨粉或废墨水"}}},
+    {0x1002, {"opc-rotation", {"rotations of the drum", "感光鼓转数"}}},
+    {0x1003, {"pages", {"pages", "页数"}}},
+    {0x1004, {"prints", {"prints", "打印次数"}}},
+    {0x1100, {"print-dots", {"printed dots", "打印点数"}}},
+    {0x1101, {"printer-pages", {"pages of the printer", "打印机页数"}}},
+    {0x1102, {"printer-prints", {"prints of the printer", "打印机打印次数"}}},
+    {0x4043, {"black", {"black ink left, per cent", "黑色墨水剩余百分比"}}},
+    {0x4143, {"cyan", {"cyan ink left, per cent", "青色墨水剩余百分比"}}},
+    {0x4243, {"magenta", {"magenta ink left, per cent", "品红色墨水剩余百分比"}}},
+    {0x4343, {"yellow", {"yellow ink left, per cent", "黄色墨水剩余百分比"}}},
+}};
+
+QString WithMeaning(const QString& strCode, const QString& strMeaning)
+{
+    return strMeaning.isEmpty() ? strCode : strCode + QLatin1Char(' ') + strMeaning;
+}
+
+/// Control characters and those that turn the direction of the text.
+bool IsObeyed(QChar character)
+{
+    return character.category() == QChar::Other_Control || character.category() == QChar::Other_Format;
+}
+
+} // namespace
+
+const stReplyLabel& FieldLabel(enReplyField enField)
+{
+    return c_fieldLabelList.at(enField);
+}
+
+const stReplyLabel* SuppliesLabel(unsigned long dwKey)
+{
+    const auto found = std::find_if(c_suppliesLabelList.begin(), c_suppliesLabelList.end(),
+                                    [dwKey](const stSuppliesLabel& row) { return row.dwKey == dwKey; });
+    return found == c_suppliesLabelList.end() ? nullptr : &found->label;
+}
+
+QString RawText(unsigned long dwValue, int iBytes)
+{
+    return QString::asprintf("0x%0*lX", 2 * iBytes, dwValue);
+}
+
+QString StateText(unsigned long dwRawCode, enLanguage enLang)
+{
+    return WithMeaning(RawText(dwRawCode, 1), GetStatusText(GetPrinterStatusEnum(dwRawCode), enLang));
+}
+
+QString CodeText(unsigned long dwRawCode, enLanguage enLang)
+{
+    const enErrorStatus enError = GetErrorStatusEnum(dwRawCode);
+    QString strMeaning = GetErrorText(enError, enLang);
+    const QString strEnglish = GetErrorText(enError, enLanguageEnglish);
+    if (strMeaning.isEmpty() && !strEnglish.isEmpty()) {
+        strMeaning = QLatin1Char('[') + strEnglish + QLatin1Char(']');
+    }
+    return WithMeaning(RawText(dwRawCode, 2), strMeaning);
+}
+
+QString Printable(const QString& strText)
+{
+    QString strPrintable;
+    for (const QChar character : strText) {
+        if (IsObeyed(character)) {
+            strPrintable += QString::asprintf(character.unicode() <= 0xFF ? "\\x%02X" : "\\u%04X", character.unicode());
+        } else if (character == QLatin1Char('\\')) {
+            strPrintable += QStringLiteral("\\\\");
+        } else {
+            strPrintable += character;
+        }
+    }
+    return strPrintable;
+}
+
+QString Quoted(const QString& strText)
+{
+    return QLatin1Char('"') + Printable(strText).replace(QLatin1Char('"'), QStringLiteral("\\\"")) + QLatin1Char('"');
+}

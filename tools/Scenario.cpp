@@ -1,0 +1,272 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "Scenario.h"
+
+#include "InputError.h"
+#include "JsonReader.h"
+#include "ReplyFields.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+constexpr int c_iMaxSteps = 100000;
+constexpr double c_dMaxSeconds = 86400;
+constexpr qint64 c_iAfterLastStepMSec = 2000;
+constexpr int c_iMaxFileName = 240; // with suffix, and the random one of a file that is being written
+
+const QString c_strName = QStringLiteral("name");
+const QString c_strCount = QStringLiteral("count");
+const QString c_strPresent = QStringLiteral("present");
+const QString c_strFile = QStringLiteral("file");
+const QString c_strWalk = QStringLiteral("walk");
+const QString c_strPrinter = QStringLiteral("printer");
+const QString c_strPrinters = QStringLiteral("printers");
+const QString c_strTimeline = QStringLiteral("timeline");
+const QString c_strAt = QStringLiteral("at");
+const QString c_strLoop = QStringLiteral("loop");
+const QString c_strDuration = QStringLiteral("duration");
+const QString c_strDescription = QStringLiteral("description");
+
+qint64 MSec(double dSeconds)
+{
+    return static_cast<qint64>(dSeconds * 1000 + 0.5);
+}
+
+/// The texts of an entry with a count hold the printer's number at "%1".
+QString Numbered(const QString& strText, int iNumber)
+{
+    return QString(strText).replace(QLatin1String("%1"), QString::number(iNumber));
+}
+
+bool IsFileName(const QString& strName)
+{
+    const auto isControl = [](QChar c) { return c.category() == QChar::Other_Control; };
+    return !strName.isEmpty() && !strName.contains(QLatin1Char('/')) &&
+           std::none_of(strName.begin(), strName.end(), isControl) && strName.toUtf8().size() <= c_iMaxFileName;
+}
+
+enFileContent ReadContent(const JsonReader& reader)
+{
+    const auto content = FileContentByName(reader.Text(c_strFile, QStringLiteral("good")));
+    if (!content) {
+        reader.Fail(c_strFile, QStringLiteral("one of ") + FileContentNames().join(QLatin1String(", ")));
+    }
+    return *content;
+}
+
+const stModelInfo& ReadModel(const JsonReader& reader)
+{
+    const QString strKey = QStringLiteral("model");
+    const QString strModel = reader.Text(strKey, c_stModelInfoList[0].strModel);
+    const auto found = std::find_if(std::begin(c_stModelInfoList), std::end(c_stModelInfoList),
+                                    [&strModel](const stModelInfo& model) { return model.strModel == strModel; });
+    if (found == std::end(c_stModelInfoList)) {
+        QStringList listModel;
+        for (const stModelInfo& model : c_stModelInfoList) {
+            listModel.append(model.strModel);
+        }
+        reader.Fail(strKey, QStringLiteral("one of ") + listModel.join(QLatin1String(", ")));
+    }
+    return *found;
+}
+
+int ReadConnectType(const JsonReader& reader)
+{
+    const QString strKey = QStringLiteral("connection");
+    const QString strConnection = reader.Text(strKey, QStringLiteral("network"));
+    if (strConnection != QLatin1String("usb") && strConnection != QLatin1String("network")) {
+        reader.Fail(strKey, QStringLiteral("\"usb\" or \"network\""));
+    }
+    return strConnection == QLatin1String("usb") ? 1 : 2;
+}
+
+stWalk ReadWalk(const JsonReader& reader)
+{
+    const QString strEvery = QStringLiteral("every");
+    const QString strStates = QStringLiteral("states");
+    const QString strErrors = QStringLiteral("errors");
+    const QString strWarnings = QStringLiteral("warnings");
+    const QString strChance = QStringLiteral("chance");
+    const QString strInk = QStringLiteral("ink");
+    reader.AllowOnly({strEvery, strStates, strErrors, strWarnings, strChance, strInk});
+    stWalk walk;
+    walk.iEveryMSec = MSec(reader.Number(strEvery, 0.1, c_dMaxSeconds));
+    walk.listState = StateCodes(reader, strStates);
+    walk.listError = ErrorCodes(reader, strErrors);
+    walk.listWarning = ErrorCodes(reader, strWarnings);
+    walk.iChance = static_cast<int>(reader.Whole(strChance, 0, 100, 20));
+    walk.iInk = static_cast<int>(reader.Whole(strInk, 0, 100, 0));
+    return walk;
+}
+
+stStatusReply FirstReply(const stModelInfo& model, int iNumber)
+{
+    stStatusReply reply;
+    reply.vendorName = "Vora";
+    reply.productName = model.strDisplayName.toLatin1();
+    reply.serialNumber = "SIM" + QByteArray::number(iNumber).rightJustified(5, '0');
+    reply.firmwareVersion = "1.0.0";
+    for (const enSuppliesKey enKey : {enSuppliesBlackInk, enSuppliesBlueInk, enSuppliesRedInk, enSuppliesYellowInk}) {
+        SetSupplies(reply, SuppliesNumber(enKey, 100));
+    }
+    return reply;
+}
+
+/// Reads the printers and finds them again by name.
+class PrinterReader
+{
+public:
+    PrinterReader(stScenario& scenario, int iPrinters) : m_scenario(scenario), m_iPrinters(iPrinters) {}
+
+    void ReadAll(const JsonReader& reader)
+    {
+        bool bCount = false;
+        for (const JsonReader& printer : reader.Children(c_strPrinters, c_iMaxPrinters)) {
+            ReadEntry(printer, m_iPrinters >= 0 && !bCount);
+            bCount = bCount || printer.Has(c_strCount);
+        }
+        if (m_scenario.listPrinter.isEmpty()) {
+            reader.Fail(c_strPrinters, QStringLiteral("at least one printer"));
+        }
+        if (m_iPrinters >= 0 && !bCount) {
+            reader.Fail(c_strPrinters, QStringLiteral("an entry with a count, to make %1 of it").arg(m_iPrinters));
+        }
+    }
+
+    /// All printers, those of an entry with a count, or one.
+    QList<int> Find(const JsonReader& step) const
+    {
+        QList<int> listIndex;
+        const QString strName = step.Text(c_strPrinter, QString());
+        for (int i = 0; i < m_scenario.listPrinter.size(); ++i) {
+            if (!step.Has(c_strPrinter) || m_listEntryName.at(i) == strName ||
+                m_scenario.listPrinter.at(i).info.strPrinterName == strName) {
+                listIndex.append(i);
+            }
+        }
+        if (listIndex.isEmpty()) {
+            step.Fail(c_strPrinter, QStringLiteral("the name of one of the printers"));
+        }
+        return listIndex;
+    }
+
+private:
+    void ReadEntry(const JsonReader& reader, bool bCountFromOutside)
+    {
+        const QString strPort = QStringLiteral("port");
+        const QString strUri = QStringLiteral("uri");
+        reader.AllowOnly(QStringList{c_strName, QStringLiteral("model"), QStringLiteral("connection"), strPort, strUri,
+                                     c_strCount, c_strPresent, c_strFile, c_strWalk} +
+                         ReplyFieldKeys());
+        const QString strName = reader.Text(c_strName);
+        const stModelInfo& model = ReadModel(reader);
+        stSimPrinter printer;
+        printer.info.enType = model.strModel;
+        printer.info.iConnectType = ReadConnectType(reader);
+        printer.bPresent = reader.Flag(c_strPresent, true);
+        printer.enContent = ReadContent(reader);
+        if (reader.Has(c_strWalk)) {
+            printer.walk = ReadWalk(reader.Child(c_strWalk));
+        }
+        const bool bCount = reader.Has(c_strCount);
+        int iCount = static_cast<int>(reader.Whole(c_strCount, 1, c_iMaxPrinters, 1));
+        if (bCount && bCountFromOutside) {
+            iCount = m_iPrinters;
+        }
+        if (bCount && !strName.contains(QLatin1String("%1"))) {
+            reader.Fail(c_strName, QStringLiteral("\"%1\", where the printer's number goes, because there is a count"));
+        }
+        for (int i = 1; i <= iCount; ++i) {
+            const auto text = [bCount, i](const QString& strText) { return bCount ? Numbered(strText, i) : strText; };
+            printer.info.strPrinterName = text(strName);
+            printer.info.strPort = text(reader.Text(strPort, QString()));
+            printer.info.strURI = text(reader.Text(strUri, QString()));
+            printer.reply = FirstReply(model, static_cast<int>(m_scenario.listPrinter.size()) + 1);
+            ApplyReplyFields(reader, printer.reply);
+            Append(reader, printer, strName);
+        }
+    }
+
+    void Append(const JsonReader& reader, const stSimPrinter& printer, const QString& strEntryName)
+    {
+        const QString& strName = printer.info.strPrinterName;
+        if (!IsFileName(strName)) {
+            reader.Fail(
+                c_strName,
+                QStringLiteral("a name of 1 to %1 bytes without \"/\" and control characters").arg(c_iMaxFileName));
+        }
+        const auto sameName = [&strName](const stSimPrinter& other) { return other.info.strPrinterName == strName; };
+        if (std::any_of(m_scenario.listPrinter.cbegin(), m_scenario.listPrinter.cend(), sameName)) {
+            reader.Fail(c_strName, QStringLiteral("a name that no other printer has"));
+        }
+        if (m_scenario.listPrinter.size() == c_iMaxPrinters) {
+            reader.Fail(c_strCount, QStringLiteral("at most %1 printers in all").arg(c_iMaxPrinters));
+        }
+        m_scenario.listPrinter.append(printer);
+        m_listEntryName.append(strEntryName);
+    }
+
+    stScenario& m_scenario;
+    int m_iPrinters;
+    QStringList m_listEntryName; ///< for each printer
+};
+
+stStep ReadStep(const JsonReader& reader, const PrinterReader& printers)
+{
+    reader.AllowOnly(QStringList{c_strAt, c_strPrinter, c_strPresent, c_strFile} + ReplyFieldKeys());
+    stStep step;
+    step.iAtMSec = MSec(reader.Number(c_strAt, 0, c_dMaxSeconds));
+    step.listPrinter = printers.Find(reader);
+    step.enContent = ReadContent(reader);
+    if (reader.Has(c_strPresent)) {
+        step.bPresent = reader.Flag(c_strPresent, true);
+    }
+    step.fields = reader.Object();
+    stStatusReply unused;
+    ApplyReplyFields(reader, unused);
+    return step;
+}
+
+} // namespace
+
+bool stScenario::UsesChance() const
+{
+    const auto isRandom = [](enFileContent enContent) {
+        return enContent != enFileGood && enContent != enFileMissing && enContent != enFileEmpty;
+    };
+    return std::any_of(listPrinter.begin(), listPrinter.end(),
+                       [&isRandom](const stSimPrinter& printer) {
+                           return printer.walk.iEveryMSec > 0 || isRandom(printer.enContent);
+                       }) ||
+           std::any_of(listStep.begin(), listStep.end(),
+                       [&isRandom](const stStep& step) { return isRandom(step.enContent); });
+}
+
+stScenario ReadScenario(const QByteArray& json, const QString& strSource, int iPrinters)
+{
+    const JsonReader reader = JsonReader::FromBytes(json, strSource);
+    reader.AllowOnly({c_strDescription, c_strLoop, c_strDuration, c_strPrinters, c_strTimeline});
+    stScenario scenario;
+    scenario.strDescription = reader.Text(c_strDescription);
+    scenario.bLoop = reader.Flag(c_strLoop, false);
+
+    PrinterReader printers(scenario, iPrinters);
+    printers.ReadAll(reader);
+    for (const JsonReader& step : reader.Children(c_strTimeline, c_iMaxSteps)) {
+        scenario.listStep.append(ReadStep(step, printers));
+    }
+    const auto earlier = [](const stStep& left, const stStep& right) { return left.iAtMSec < right.iAtMSec; };
+    std::stable_sort(scenario.listStep.begin(), scenario.listStep.end(), earlier);
+
+    const qint64 iLastMSec = scenario.listStep.isEmpty() ? 0 : scenario.listStep.constLast().iAtMSec;
+    if (reader.Has(c_strDuration)) {
+        const double dMin = std::max(static_cast<double>(iLastMSec) / 1000, 0.1);
+        scenario.iDurationMSec = MSec(reader.Number(c_strDuration, dMin, c_dMaxSeconds));
+    } else if (!scenario.listStep.isEmpty()) {
+        scenario.iDurationMSec = iLastMSec + c_iAfterLastStepMSec;
+    }
+    return scenario;
+}

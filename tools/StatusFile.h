@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+enum enStatusFileResult
+{
+    enStatusFileRead,
+    enStatusFileMissing,
+    enStatusFileNotRegular,
+    enStatusFileUnreadable
+};
+
+/// One status file, read as the program reads it: regular files only, at most 2048 bytes.
+class StatusFile
+{
+public:
+    static constexpr int c_iMaxLength = 2048;
+
+    explicit StatusFile(const QString& strPath) : m_strPath(strPath) {}
+
+    enStatusFileResult Read();
+
+    QByteArray m_content;
+    qint64 m_iSize = 0;        ///< of the file, which may hold more than is read
+    QString m_strErrorMessage; ///< the system's words when the file is unreadable
+
+private:
+    QString m_strPath;
+};
+
+/// Changes whenever the file at strPath may have changed; empty while there is none.
+QByteArray FileStamp(const QString& strPath);

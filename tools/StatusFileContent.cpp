@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "StatusFileContent.h"
+
+#include <QDataStream>
+#include <QIODevice>
+#include <QRandomGenerator>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr int c_iReaderSize = 2048;
+constexpr int c_iMaxSuppliesData = 65;
+
+constexpr std::array<QLatin1String, enFileContentCount> c_nameList = {
+    QLatin1String("good"),   QLatin1String("missing"), QLatin1String("empty"),     QLatin1String("truncated"),
+    QLatin1String("random"), QLatin1String("mutated"), QLatin1String("oversized"), QLatin1String("trailing"),
+};
+
+QByteArray RandomBytes(int iSize, QRandomGenerator& random)
+{
+    QByteArray bytes(iSize, '\0');
+    std::generate(bytes.begin(), bytes.end(), [&random] { return static_cast<char>(random.bounded(256)); });
+    return bytes;
+}
+
+QByteArray Mutated(QByteArray reply, QRandomGenerator& random)
+{
+    const int iSize = static_cast<int>(reply.size());
+    for (int i = random.bounded(1, 5); i > 0 && iSize > 0; --i) {
+        reply[random.bounded(iSize)] = static_cast<char>(random.bounded(256));
+    }
+    return reply;
+}
+
+/// A reply whose vendor name is longer than all that a reader takes.
+QByteArray Oversized(const QByteArray& reply, QRandomGenerator& random)
+{
+    QByteArray bytes = reply.left(12).leftJustified(12, '\0');
+    bytes += QByteArray::fromHex("1000");
+    return bytes + RandomBytes(0x1000, random) + reply.mid(12);
+}
+
+void SkipString(QDataStream& stream)
+{
+    quint16 wLength = 0;
+    stream >> wLength;
+    stream.skipRawData(wLength);
+}
+
+void SkipCodes(QDataStream& stream)
+{
+    quint8 byCount = 0;
+    stream >> byCount;
+    stream.skipRawData(2 * byCount);
+}
+
+} // namespace
+
+std::optional<enFileContent> FileContentByName(const QString& strName)
+{
+    const auto found = std::find(c_nameList.begin(), c_nameList.end(), strName);
+    return found == c_nameList.end() ? std::nullopt
+                                     : std::optional(static_cast<enFileContent>(found - c_nameList.begin()));
+}
+
+QStringList FileContentNames()
+{
+    return {c_nameList.begin(), c_nameList.end()};
+}
+
+QByteArray FileContent(enFileContent enContent, const QByteArray& reply, QRandomGenerator& random)
+{
+    QByteArray bytes;
+    do {
+        switch (enContent) {
+        case enFileGood: return reply;
+        case enFileTruncated: bytes = reply.left(random.bounded(std::max(static_cast<int>(reply.size()), 1))); break;
+        case enFileRandom: bytes = RandomBytes(random.bounded(1, c_iReaderSize + 1), random); break;
+        case enFileMutated: bytes = Mutated(reply, random); break;
+        case enFileOversized: bytes = Oversized(reply, random); break;
+        case enFileTrailing: bytes = reply + RandomBytes(c_iReaderSize, random); break;
+        case enFileMissing:
+        case enFileEmpty:
+        case enFileContentCount: return QByteArray();
+        }
+    } while (EndsReader(bytes));
+    return bytes;
+}
+
+bool EndsReader(const QByteArray& reply)
+{
+    QDataStream stream(reply); // big-endian by default, as the reply is
+    stream.skipRawData(12);
+    SkipString(stream); // vendor, product, serial number
+    SkipString(stream);
+    SkipString(stream);
+    stream.skipRawData(3);
+    SkipString(stream); // firmware, fifth string
+    SkipString(stream);
+    SkipCodes(stream); // errors, warnings
+    SkipCodes(stream);
+    stream.skipRawData(5);
+    quint8 byRecords = 0;
+    stream >> byRecords;
+    for (; byRecords > 0 && stream.status() == QDataStream::Ok; --byRecords) {
+        quint16 wKey = 0;
+        quint8 byLength = 0;
+        stream >> wKey >> byLength;
+        if (stream.status() == QDataStream::Ok && byLength > c_iMaxSuppliesData) {
+            return true;
+        }
+        stream.skipRawData(byLength);
+    }
+    return false;
+}

@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "StatusOptions.h"
+
+#include <QCommandLineParser>
+
+namespace {
+
+const char* const c_pHelp[enLanguageCount] = {
+    R"(Usage: vora-status [OPTION]... [FILE]...
+Show what the status replies of printers say.
+
+With FILE, decode these status files; without, ask about all printers that the
+printer driver package lists.
+
+      --udp ADDRESS  ask the printer at this IPv4 address instead
+      --lang zh|en   Chinese or English (default: as the locale says)
+      --json         print one JSON document for programs
+      --hex          print the replies byte by byte, field by field
+      --watch        print again after every change, until interrupted
+  -h, --help         print this help
+
+Exit status: 0 all good; 1 a printer has errors; 2 a reply was rejected, a
+printer was not reached or the output was not written; 64 wrong usage.
+)",
+    R"(用法：vora-status [选项]... [文件]...
+显示打印机状态应答的内容。
+
+给出文件时，解读这些状态文件；否则解读打印机驱动包所列出的全部打印机。
+
+      --udp 地址     改为询问此IPv4地址上的打印机
+      --lang zh|en   中文或英文（默认：按语言环境）
+      --json         输出一个供程序使用的JSON文档
+      --hex          逐字节、逐字段输出应答
+      --watch        每次变化后重新输出，直到被中断
+  -h, --help         输出此帮助
+
+退出状态：0 一切正常；1 有打印机出错；2 有应答被拒绝、有打印机没有联系上
+或者无法写出结果；64 用法错误。
+)"};
+
+} // namespace
+
+bool StatusOptions::Parse(const QStringList& listArgument)
+{
+    const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
+    const QCommandLineOption lang(QStringLiteral("lang"), QString(), QStringLiteral("zh|en"));
+    const QCommandLineOption udp(QStringLiteral("udp"), QString(), QStringLiteral("ADDRESS"));
+    const QCommandLineOption json(QStringLiteral("json"));
+    const QCommandLineOption hex(QStringLiteral("hex"));
+    const QCommandLineOption watch(QStringLiteral("watch"));
+    QCommandLineParser parser;
+    parser.addOptions({help, lang, udp, json, hex, watch});
+    const bool bParsed = parser.parse(listArgument);
+
+    const QString strLang = parser.value(lang);
+    const bool bChinese = strLang == QLatin1String("zh");
+    const bool bEnglish = strLang == QLatin1String("en");
+    m_enLang = bChinese ? enLanguageChinese : bEnglish ? enLanguageEnglish : LocaleLanguage();
+    m_enFormat = parser.isSet(json) ? enFormatJson : parser.isSet(hex) ? enFormatHex : enFormatText;
+    m_bWatch = parser.isSet(watch);
+    m_bHelp = parser.isSet(help);
+    m_bUdp = parser.isSet(udp);
+    m_strAddress = parser.value(udp);
+    m_listPath = parser.positionalArguments();
+
+    if (!bParsed) {
+        return Fail("%1", "选项错误：%1", parser.errorText());
+    }
+    if (parser.isSet(lang) && !bChinese && !bEnglish) {
+        return Fail("--lang takes zh or en, not \"%1\".", "--lang只接受zh或en，不接受“%1”。", strLang);
+    }
+    if (parser.isSet(json) && parser.isSet(hex)) {
+        return Fail("--json and --hex exclude each other.", "--json与--hex不能同时使用。");
+    }
+    if (m_bUdp && !m_listPath.isEmpty()) {
+        return Fail("--udp takes no files.", "使用--udp时不能给出文件。");
+    }
+    return true;
+}
+
+QString StatusOptions::HelpText() const
+{
+    return QString::fromUtf8(c_pHelp[m_enLang]);
+}
+
+bool StatusOptions::Fail(const char* pEnglish, const char* pChinese, const QString& strDetail)
+{
+    const bool bEnglish = m_enLang == enLanguageEnglish;
+    const QString strHint = QString::fromUtf8(bEnglish ? "See 'vora-status --help'." : "请看“vora-status --help”。");
+    m_strError = QString::fromUtf8(bEnglish ? pEnglish : pChinese).replace(QLatin1String("%1"), strDetail) +
+                 QLatin1Char('\n') + strHint;
+    return false;
+}
+
+enLanguage LocaleLanguage()
+{
+    for (const char* pVariable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const QByteArray value = qgetenv(pVariable);
+        if (!value.isEmpty()) {
+            return value.startsWith("zh") ? enLanguageChinese : enLanguageEnglish;
+        }
+    }
+    return enLanguageEnglish;
+}

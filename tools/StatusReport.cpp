@@ -1,0 +1,145 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "StatusReport.h"
+
+#include "ReplyLabels.h"
+#include "StatusFile.h"
+#include "TrdGetPrinterStatus.h"
+#include "UdpQuery.h"
+
+namespace {
+
+const std::array<stReplyLabel, enFailureCount> c_failureLabelList = {{
+    {"", {"", ""}},
+    {"missing", {"there is no such file", "文件不存在"}},
+    {"not-regular", {"not a regular file", "不是普通文件"}},
+    {"unreadable", {"the file cannot be read: %1", "无法读取文件：%1"}},
+    {"address", {"not an IPv4 address", "不是IPv4地址"}},
+    {"socket", {"no network socket could be made", "无法创建网络套接字"}},
+    {"send", {"the request could not be sent", "无法发送请求"}},
+    {"time-out", {"the time-out for the reply could not be set", "无法设置应答的超时"}},
+    {"silent", {"no reply of at least 8 bytes within one second", "一秒之内没有收到至少8字节的应答"}},
+    {"process", {"the query's process could not do its work", "查询进程无法工作"}},
+    {"truncated",
+     {"reply rejected: it ends at byte %1, but the field at byte %2 (%3) has %4 bytes",
+      "应答被拒绝：应答在第%1字节处结束，而第%2字节处的字段（%3）有%4字节"}},
+    {"fatal-supplies",
+     {"reply rejected: byte %2 (%3) announces %4 data bytes, more than the 65 on which the program does not end",
+      "应答被拒绝：第%2字节（%3）声明有%4个数据字节，超过65个时程序会终止"}},
+}};
+
+enReportFailure FailureOfFile(enStatusFileResult enResult)
+{
+    switch (enResult) {
+    case enStatusFileMissing: return enFailureMissing;
+    case enStatusFileNotRegular: return enFailureNotRegular;
+    case enStatusFileUnreadable: return enFailureUnreadable;
+    default: return enFailureNone;
+    }
+}
+
+enReportFailure FailureOfQuery(int iResult)
+{
+    switch (iResult) {
+    case -1: return enFailureAddress;
+    case -2: return enFailureSocket;
+    case -3: return enFailureSend;
+    case -4: return enFailureTimeOut;
+    case -5: return enFailureSilent;
+    default: return enFailureProcess;
+    }
+}
+
+} // namespace
+
+StatusReport StatusReport::OfFile(const QString& strPath)
+{
+    StatusReport report(strPath, "file");
+    report.ReadFile(strPath);
+    return report;
+}
+
+StatusReport StatusReport::OfPrinter(const stPrinterInfo& printerInfo)
+{
+    StatusReport report(printerInfo.strPrinterName, "printer");
+    report.m_printerInfo = printerInfo;
+    report.ReadFile(StatusPath(printerInfo));
+    return report;
+}
+
+StatusReport StatusReport::OfAddress(const QString& strAddress)
+{
+    StatusReport report(strAddress, "udp");
+    UdpQuery query;
+    const int iResult = query.Ask(strAddress);
+    report.m_reply = query.m_reply;
+    if (report.m_reply.isEmpty()) {
+        report.m_enFailure = FailureOfQuery(iResult);
+    } else {
+        report.Decode();
+    }
+    return report;
+}
+
+enExitStatus StatusReport::ExitStatus() const
+{
+    if (!IsDecoded()) {
+        return enExitFailure;
+    }
+    return m_state.listErrorStatus.isEmpty() ? enExitGood : enExitErrors;
+}
+
+QString StatusReport::FailureText(enLanguage enLang) const
+{
+    const QString strText = c_failureLabelList.at(m_enFailure).Name(enLang);
+    if (m_enFailure == enFailureUnreadable) {
+        return strText.arg(m_strErrorMessage);
+    }
+    if (!IsRejected()) {
+        return strText;
+    }
+    const stReplyField& broken = m_layout.BrokenField();
+    const QString strField = FieldLabel(broken.enField).Name(enLang);
+    if (m_enFailure == enFailureFatalSupplies) {
+        return strText.arg(broken.iOffset).arg(strField).arg(broken.dwValue);
+    }
+    return strText.arg(m_reply.size()).arg(broken.iOffset).arg(strField).arg(broken.iLength);
+}
+
+QString StatusReport::FailureKey() const
+{
+    return c_failureLabelList.at(m_enFailure).Key();
+}
+
+QString StatusReport::StatusPath(const stPrinterInfo& printerInfo)
+{
+    return c_strCfgPath + printerInfo.strPrinterName + c_strStatusFileSuffix;
+}
+
+void StatusReport::ReadFile(const QString& strPath)
+{
+    StatusFile file(strPath);
+    m_enFailure = FailureOfFile(file.Read());
+    m_iFileSize = file.m_iSize;
+    m_strErrorMessage = file.m_strErrorMessage;
+    if (m_enFailure == enFailureNone) {
+        m_reply = file.m_content;
+        Decode();
+    }
+}
+
+void StatusReport::Decode()
+{
+    m_layout = ReplyLayout(m_reply);
+    if (!m_layout.IsAccepted()) { // the decoder would end the process on some of these
+        m_enFailure = m_layout.Fault() == enReplyTruncated ? enFailureTruncated : enFailureFatalSupplies;
+        return;
+    }
+    auto* pReply = reinterpret_cast<unsigned char*>(m_reply.data());
+    const auto dwLength = static_cast<unsigned long>(m_reply.size());
+    m_decoder.parseRecvBuf(pReply, dwLength);
+    TrdGetPrinterStatus worker;
+    worker.CheckPrinterStatus(pReply, dwLength);
+    m_state = worker.m_printerManager.printerState;
+}

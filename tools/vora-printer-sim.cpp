@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "CommandLine.h"
+#include "EncodeCommand.h"
+#include "InputError.h"
+#include "PlayCommand.h"
+
+#include <QCoreApplication>
+
+#include <csignal>
+
+namespace {
+
+int Run(QStringList listArgument)
+{
+    try {
+        listArgument[0] = QCoreApplication::applicationName();
+        if (listArgument.value(1) == QLatin1String("encode")) {
+            listArgument[0] += QLatin1Char(' ') + listArgument.takeAt(1);
+            RunEncode(listArgument);
+        } else {
+            RunPlay(listArgument);
+        }
+    } catch (const stEnd& end) {
+        if (!end.strMessage.isEmpty()) {
+            Print(stderr, QStringLiteral("vora-printer-sim: ") + end.strMessage);
+        }
+        return end.iStatus;
+    } catch (const InputError& error) {
+        Print(stderr, QStringLiteral("vora-printer-sim: ") + error.Message());
+        return enExitData;
+    }
+    return enExitOk;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("vora-printer-sim"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VORA_VERSION));
+    std::signal(SIGPIPE, SIG_IGN); // a reader of our output that goes away is no reason to leave files behind
+    return Run(QCoreApplication::arguments());
+}
