@@ -11,21 +11,12 @@
 
 #include <QDataStream>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/time.h>
-#include <unistd.h>
 
 namespace {
 
 constexpr int c_iMaxReadFailCount = 10;
 constexpr int c_iMaxCommandLength = 255;
-
-constexpr unsigned short c_iStatusPort = 9300;
-constexpr int c_iMinReplyLength = 8;
-constexpr std::array<unsigned char, 15> c_statusRequest = {0xA5, 0x00, 0x0C, 0x50, 0xE0, 0x74, 0x08, 0x03};
 
 /// Whether `cancel` would take the name for a queue: one that begins with "-" is an option to it, "-a" for the jobs of
 /// every queue.
@@ -45,26 +36,6 @@ QByteArray CancelCommand(QString strName)
     }
     return command;
 }
-
-/// A file descriptor that is closed in every path.
-class Socket
-{
-public:
-    Socket() : m_iFd(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {}
-    ~Socket()
-    {
-        if (m_iFd >= 0) {
-            ::close(m_iFd);
-        }
-    }
-    Socket(const Socket&) = delete;
-    Socket& operator=(const Socket&) = delete;
-
-    int Fd() const { return m_iFd; }
-
-private:
-    int m_iFd;
-};
 
 } // namespace
 
@@ -268,31 +239,8 @@ int TrdGetPrinterStatus::ReadStatusFile(const QString& strName, bool bForce)
 
 int TrdGetPrinterStatus::GetPrinterStatusUDP(QString strAddress)
 {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(c_iStatusPort);
-    if (::inet_pton(AF_INET, strAddress.toLatin1().constData(), &address.sin_addr) != 1) {
-        return -1; // the empty address too
-    }
-    const Socket socket;
-    if (socket.Fd() < 0) {
-        return -2;
-    }
-    const ssize_t iSent = ::sendto(socket.Fd(), c_statusRequest.data(), c_statusRequest.size(), 0,
-                                   reinterpret_cast<const sockaddr*>(&address), sizeof(address));
-    if (iSent != static_cast<ssize_t>(c_statusRequest.size())) {
-        return -3;
-    }
-    const timeval timeOut{1, 0};
-    if (::setsockopt(socket.Fd(), SOL_SOCKET, SO_RCVTIMEO, &timeOut, sizeof(timeOut)) != 0) {
-        return -4;
-    }
-    m_buffer.fill(0);
-    const ssize_t iReceived = ::recvfrom(socket.Fd(), m_buffer.data(), m_buffer.size(), 0, nullptr, nullptr);
-    if (iReceived < c_iMinReplyLength) {
-        return -5;
-    }
-    return CheckPrinterStatus(m_buffer.data(), static_cast<unsigned long>(iReceived));
+    const int iLength = QueryStatus(strAddress, m_buffer);
+    return iLength < 0 ? iLength : CheckPrinterStatus(m_buffer.data(), static_cast<unsigned long>(iLength));
 }
 
 bool TrdGetPrinterStatus::GetPrinterVidPid(QString strModel, int& iVid, int& iPid)

@@ -4,11 +4,10 @@
 #pragma once
 
 #include "PrinterCommon.h"
+#include "UtilStatusQuery.h"
 #include "UtilThreadBase.h"
 
 #include <QDateTime>
-
-#include <array>
 
 /// Keeps one printer's state current: polls its status file every second, publishes the state into the shared list and
 /// reports what users can see. Lives in a thread of its own.
@@ -65,7 +64,7 @@ public:
     int m_iIndex = -1;
     QList<stPrinterManager>* m_pListPrinterManager = nullptr;
     stPrinterManager m_printerManager; ///< working copy of the printer's element of the shared list
-    std::array<unsigned char, 2048> m_buffer{};
+    StatusBuffer m_buffer{};
     QDateTime m_dtLastModified; ///< of the status file; null while there is none
 
 private:

@@ -6,7 +6,7 @@
 #include "ReplyLabels.h"
 #include "StatusFile.h"
 #include "TrdGetPrinterStatus.h"
-#include "UdpQuery.h"
+#include "UtilStatusQuery.h"
 
 namespace {
 
@@ -20,7 +20,6 @@ const std::array<stReplyLabel, enFailureCount> c_failureLabelList = {{
     {"send", {"the request could not be sent", "无法发送请求"}},
     {"time-out", {"the time-out for the reply could not be set", "无法设置应答的超时"}},
     {"silent", {"no reply of at least 8 bytes within one second", "一秒之内没有收到至少8字节的应答"}},
-    {"process", {"the query's process could not do its work", "查询进程无法工作"}},
     {"truncated",
      {"reply rejected: it ends at byte %1, but the field at byte %2 (%3) has %4 bytes",
       "应答被拒绝：应答在第%1字节处结束，而第%2字节处的字段（%3）有%4字节"}},
@@ -46,8 +45,7 @@ enReportFailure FailureOfQuery(int iResult)
     case -2: return enFailureSocket;
     case -3: return enFailureSend;
     case -4: return enFailureTimeOut;
-    case -5: return enFailureSilent;
-    default: return enFailureProcess;
+    default: return enFailureSilent;
     }
 }
 
@@ -71,12 +69,12 @@ StatusReport StatusReport::OfPrinter(const stPrinterInfo& printerInfo)
 StatusReport StatusReport::OfAddress(const QString& strAddress)
 {
     StatusReport report(strAddress, "udp");
-    UdpQuery query;
-    const int iResult = query.Ask(strAddress);
-    report.m_reply = query.m_reply;
-    if (report.m_reply.isEmpty()) {
-        report.m_enFailure = FailureOfQuery(iResult);
+    StatusBuffer buffer;
+    const int iLength = QueryStatus(strAddress, buffer);
+    if (iLength < 0) {
+        report.m_enFailure = FailureOfQuery(iLength);
     } else {
+        report.m_reply = QByteArray(reinterpret_cast<const char*>(buffer.data()), iLength);
         report.Decode();
     }
     return report;

@@ -23,7 +23,6 @@ enum enReportFailure
     enFailureSend,
     enFailureTimeOut,
     enFailureSilent,
-    enFailureProcess,
     enFailureTruncated,     ///< from here on a reply came and was rejected
     enFailureFatalSupplies, ///< the program ends on it
     enFailureCount
