@@ -3,6 +3,8 @@
 
 #include "Accessibility.h"
 
+#include "Desktop.h"
+
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -20,7 +22,14 @@ QDBusConnection ConnectToBus()
     const QDBusMessage address = QDBusConnection::sessionBus().call(
         QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
                                        QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress")));
-    return QDBusConnection::connectToBus(address.arguments().value(0).toString(), c_strBusName);
+    const QString strAddress = address.arguments().value(0).toString();
+
+    // As on a desktop whose bus knows its display. Without this property Qt 5.15 calls the accessibility bus before it is
+    // connected in about every second start ("Error in contacting registry"), and the program stays hidden from it.
+    const QString strProperty = QStringLiteral("AT_SPI_BUS");
+    Desktop::Run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("-f"), strProperty,
+                                           QStringLiteral("8s"), QStringLiteral("-set"), strProperty, strAddress});
+    return QDBusConnection::connectToBus(strAddress, c_strBusName);
 }
 
 AccessibleNode ReadNode(const QDBusArgument& argument)
@@ -58,11 +67,21 @@ QString Accessibility::Role(const AccessibleNode& node) const
     return reply.arguments().value(0).toString();
 }
 
+void Accessibility::HearFocus(QObject* pReceiver, const char* pSlot)
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/registry"),
+        QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("RegisterEvent"));
+    call << QStringLiteral("object:state-changed:focused");
+    m_bus.call(call);
+    m_bus.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"), QStringLiteral("StateChanged"),
+                  {QStringLiteral("focused")}, QString(), pReceiver, pSlot);
+}
+
 QRect Accessibility::Extents(const AccessibleNode& node) const
 {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(node.strService, node.strPath, QStringLiteral("org.a11y.atspi.Component"),
-                                       QStringLiteral("GetExtents"));
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        node.strService, node.strPath, QStringLiteral("org.a11y.atspi.Component"), QStringLiteral("GetExtents"));
     call << quint32(0); // of the screen
     const QDBusMessage reply = m_bus.call(call);
     int iX = 0;
@@ -78,13 +97,22 @@ QRect Accessibility::Extents(const AccessibleNode& node) const
     return {iX, iY, iWidth, iHeight};
 }
 
-bool Accessibility::IsChecked(const AccessibleNode& node) const
+bool Accessibility::HasState(const AccessibleNode& node, int iState) const
 {
     const QDBusMessage reply = m_bus.call(
         QDBusMessage::createMethodCall(node.strService, node.strPath, c_strAccessible, QStringLiteral("GetState")));
-    constexpr unsigned uChecked = 1U << 4U; // ATSPI_STATE_CHECKED
     const QList<unsigned> listState = qdbus_cast<QList<unsigned>>(reply.arguments().value(0));
-    return (listState.value(0) & uChecked) != 0;
+    return (listState.value(iState / 32) >> (iState % 32) & 1U) != 0;
+}
+
+bool Accessibility::IsChecked(const AccessibleNode& node) const
+{
+    return HasState(node, 4); // ATSPI_STATE_CHECKED
+}
+
+bool Accessibility::IsVisible(const AccessibleNode& node) const
+{
+    return HasState(node, 30); // ATSPI_STATE_VISIBLE
 }
 
 QList<AccessibleNode> Accessibility::Children(const AccessibleNode& node) const
@@ -117,17 +145,38 @@ void Accessibility::Collect(const AccessibleNode& node, const QString& strRole, 
     }
 }
 
-QList<AccessibleNode> Accessibility::All(const QString& strProgram, const QString& strRole) const
+QList<AccessibleNode> Accessibility::Applications(const QString& strProgram) const
 {
-    QList<AccessibleNode> listFound;
     const AccessibleNode registry{QStringLiteral("org.a11y.atspi.Registry"),
                                   QStringLiteral("/org/a11y/atspi/accessible/root")};
+    QList<AccessibleNode> listFound;
     for (const AccessibleNode& application : Children(registry)) {
         if (Name(application) == strProgram) {
-            Collect(application, strRole, listFound);
+            listFound.append(application);
         }
     }
     return listFound;
+}
+
+QList<AccessibleNode> Accessibility::All(const QString& strProgram, const QString& strRole) const
+{
+    QList<AccessibleNode> listFound;
+    for (const AccessibleNode& application : Applications(strProgram)) {
+        Collect(application, strRole, listFound);
+    }
+    return listFound;
+}
+
+bool Accessibility::HasActiveWindow(const QString& strProgram) const
+{
+    for (const AccessibleNode& application : Applications(strProgram)) {
+        for (const AccessibleNode& window : Children(application)) {
+            if (HasState(window, 1)) { // ATSPI_STATE_ACTIVE
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 std::optional<AccessibleNode> Accessibility::Find(const QString& strProgram, const QString& strRole,
@@ -139,6 +188,17 @@ std::optional<AccessibleNode> Accessibility::Find(const QString& strProgram, con
         }
     }
     return std::nullopt;
+}
+
+QStringList Accessibility::NamesWithin(const AccessibleNode& parent, const QString& strRole) const
+{
+    QList<AccessibleNode> listFound;
+    Collect(parent, strRole, listFound);
+    QStringList listName;
+    for (const AccessibleNode& node : std::as_const(listFound)) {
+        listName.append(Name(node));
+    }
+    return listName;
 }
 
 QStringList Accessibility::Names(const QString& strProgram, const QString& strRole) const

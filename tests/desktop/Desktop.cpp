@@ -60,6 +60,14 @@ void Click(const Window& window, QPoint position, enButton button)
          QString::number(position.y()), QStringLiteral("click"), QString::number(button)});
 }
 
+void DoubleClick(const Window& window, QPoint position)
+{
+    Run(QStringLiteral("xdotool"),
+        {QStringLiteral("mousemove"), QStringLiteral("--window"), window.strId, QString::number(position.x()),
+         QString::number(position.y()), QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("2"),
+         QStringLiteral("--delay"), QStringLiteral("50"), QString::number(enButtonLeft)});
+}
+
 void PressKey(const QString& strKey)
 {
     Run(QStringLiteral("xdotool"), {QStringLiteral("key"), strKey});
@@ -71,11 +79,17 @@ void MoveMouse(QPoint position)
         {QStringLiteral("mousemove"), QString::number(position.x()), QString::number(position.y())});
 }
 
-QMargins FrameExtents(const Window& window)
+QPoint FramePosition(const Window& window)
 {
-    const QString strExtents = Property(window, QStringLiteral("_NET_FRAME_EXTENTS"));
-    return {Number(strExtents, "= (\\d+), "), Number(strExtents, "= \\d+, \\d+, (\\d+)"),
-            Number(strExtents, "= \\d+, (\\d+), "), Number(strExtents, "(\\d+)\\s*$")};
+    const QString strExtents = Property(window, QStringLiteral("_NET_FRAME_EXTENTS")); // left, right, top, bottom
+    return window.geometry.topLeft() -
+           QPoint(Number(strExtents, "= (\\d+), "), Number(strExtents, "= \\d+, \\d+, (\\d+)"));
+}
+
+bool HasWindowManager()
+{
+    return Run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")})
+        .contains(QLatin1String("window id"));
 }
 
 void CloseWindow(const Window& window)
@@ -86,6 +100,22 @@ void CloseWindow(const Window& window)
 QString Property(const Window& window, const QString& strName)
 {
     return Run(QStringLiteral("xprop"), {QStringLiteral("-id"), window.strId, strName});
+}
+
+QString ActiveWindow()
+{
+    return Run(QStringLiteral("xdotool"), {QStringLiteral("getactivewindow")}).trimmed();
+}
+
+QStringList Stacking()
+{
+    const QString strList = Run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("-notype"),
+                                                          QStringLiteral("_NET_CLIENT_LIST_STACKING")});
+    QStringList listId;
+    for (const QString& strId : strList.section(QLatin1Char('#'), 1).split(QLatin1Char(','))) {
+        listId.append(QString::number(strId.trimmed().toULongLong(nullptr, 16)));
+    }
+    return listId;
 }
 
 void SavePicture(const QString& strPath)

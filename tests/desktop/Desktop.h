@@ -4,7 +4,6 @@
 #pragma once
 
 #include <QList>
-#include <QMargins>
 #include <QPoint>
 #include <QRect>
 #include <QString>
@@ -35,13 +34,17 @@ enum enButton
 };
 
 void Click(const Window& window, QPoint position, enButton button = enButtonLeft);
+void DoubleClick(const Window& window, QPoint position);
 void PressKey(const QString& strKey);
 
 /// To a place on the screen.
 void MoveMouse(QPoint position);
 
-/// The widths of the window manager's frame around it, its title bar included.
-QMargins FrameExtents(const Window& window);
+/// The upper left corner on the screen of the window with its frame.
+QPoint FramePosition(const Window& window);
+
+/// A window manager that has only begun to start can lose a window that is shown then.
+bool HasWindowManager();
 
 /// What the window manager's close button does.
 void CloseWindow(const Window& window);
@@ -51,6 +54,12 @@ void SavePicture(const QString& strPath);
 
 /// A window property as xprop prints it, such as "_NET_FRAME_EXTENTS(CARDINAL) = 1, 1, 20, 1".
 QString Property(const Window& window, const QString& strName);
+
+/// The id of the window that has the keyboard; empty when none has.
+QString ActiveWindow();
+
+/// The ids of the windows that the window manager shows, the topmost last.
+QStringList Stacking();
 
 /// Runs a command to its end and returns its standard output.
 QString Run(const QString& strProgram, const QStringList& listArgument);

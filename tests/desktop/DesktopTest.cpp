@@ -21,6 +21,7 @@ void DesktopTest::init()
     QDir(QStringLiteral(VORA_PACKAGE_PATH)).removeRecursively();
     m_folder = DriverFolder(c_strCfgPath);
     m_tool = std::make_unique<Tool>();
+    QTRY_VERIFY(Desktop::HasWindowManager());
 }
 
 void DesktopTest::cleanup()
@@ -68,7 +69,40 @@ void DesktopTest::StartWithTray(TrayHost::enKind enKind)
     QVERIFY(m_tray->Start());
     m_tool->Start();
     QTRY_VERIFY(m_tool->MainWindow());
-    QTRY_VERIFY(m_tray->HasIcon(*m_tool));
+    QVERIFY(WaitForTrayIcon());
+}
+
+bool DesktopTest::WaitForTrayIcon() const
+{
+    QRect last(-1, -1, 0, 0);
+    return QTest::qWaitFor([&] {
+        const std::optional<Desktop::Window> icon = m_tool->TrayIcon(); // no window with StatusNotifier
+        const QRect geometry = icon ? icon->geometry : QRect();
+        const bool bSettled = m_tray->HasIcon(*m_tool) && geometry == last;
+        last = geometry;
+        return bSettled;
+    });
+}
+
+void DesktopTest::AddTrayHosts()
+{
+    QTest::addColumn<int>("iHost");
+    QTest::newRow("tint2") << int(TrayHost::enTint2);
+    QTest::newRow("trayer") << int(TrayHost::enTrayer);
+    QTest::newRow("xfce4-panel") << int(TrayHost::enXfcePanel);
+}
+
+void DesktopTest::StartWithRowsTray()
+{
+    QFETCH(int, iHost);
+    StartWithTray(static_cast<TrayHost::enKind>(iHost));
+}
+
+void DesktopTest::HideWindow() const
+{
+    QVERIFY(m_tool->MainWindow());
+    Desktop::CloseWindow(*m_tool->MainWindow());
+    QTRY_VERIFY(!m_tool->MainWindow());
 }
 
 void DesktopTest::FakeProgram(const QString& strName, const QByteArray& script)

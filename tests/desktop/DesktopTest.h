@@ -31,6 +31,18 @@ protected:
     /// Starts the tray host and the tool, and waits for its window and its icon.
     void StartWithTray(TrayHost::enKind enKind = TrayHost::enTint2);
 
+    /// Data rows, one for each tray host, with the column "iHost".
+    static void AddTrayHosts();
+
+    /// StartWithTray with the current row's host.
+    void StartWithRowsTray();
+
+    /// Closes the main window and waits until it has gone.
+    void HideWindow() const;
+
+    /// Waits until the icon stays where it is: a panel takes it in by steps, between which it is out of sight.
+    bool WaitForTrayIcon() const;
+
     /// Puts an executable shell script in front of the system's program of that name. It is gone with the test program.
     static void FakeProgram(const QString& strName, const QByteArray& script);
 

@@ -38,6 +38,7 @@ public:
     QString Cell(int iRow, int iColumn) const;
     int RowCount() const;
 
+    Accessibility& Access() { return m_accessibility; }
     const Accessibility& Access() const { return m_accessibility; }
 
 private:

@@ -8,10 +8,65 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusInterface>
+#include <QDir>
+#include <QFile>
 #include <QTest>
 
+#include <algorithm>
+
 namespace {
+
 const QString c_strWatcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString c_strPlugin = QStringLiteral("wrapper-2.0"); // the panel runs its tray in a process of this name
+
+/// A panel with nothing but a tray, so that the plugin's one window is the icon.
+bool ConfigureXfcePanel()
+{
+    const QString strFolder = QDir::homePath() + QStringLiteral("/.config/xfce4/xfconf/xfce-perchannel-xml");
+    QDir().mkpath(strFolder);
+    QFile file(strFolder + QStringLiteral("/xfce4-panel.xml"));
+    return file.open(QIODevice::WriteOnly) && file.write(R"(<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfce4-panel" version="1.0">
+  <property name="configver" type="int" value="2"/>
+  <property name="panels" type="array">
+    <value type="int" value="1"/>
+    <property name="panel-1" type="empty">
+      <property name="position" type="string" value="p=6;x=0;y=0"/>
+      <property name="length" type="uint" value="100"/>
+      <property name="size" type="uint" value="26"/>
+      <property name="plugin-ids" type="array">
+        <value type="int" value="1"/>
+      </property>
+    </property>
+  </property>
+  <property name="plugins" type="empty">
+    <property name="plugin-1" type="string" value="systray"/>
+  </property>
+</channel>
+)") > 0;
+}
+
+bool IsWatched()
+{
+    const QDBusInterface watcher(c_strWatcher, QStringLiteral("/StatusNotifierWatcher"), c_strWatcher);
+    return !watcher.property("RegisteredStatusNotifierItems").toStringList().isEmpty();
+}
+
+/// Qt hears late, by about a tenth of a second, that the keyboard has gone to another program, and then closes open menus.
+bool KnowsItsFocus(const Tool& tool)
+{
+    const QString strActive = Desktop::ActiveWindow();
+    const QList<Desktop::Window> listWindow = Desktop::Windows(tool.Class());
+    const bool bActive = std::any_of(listWindow.begin(), listWindow.end(),
+                                     [&](const Desktop::Window& window) { return window.strId == strActive; });
+    return tool.Access().HasActiveWindow(tool.Class()) == bActive;
+}
+
+QPoint Centre(const Desktop::Window& window)
+{
+    return {window.geometry.width() / 2, window.geometry.height() / 2};
+}
+
 } // namespace
 
 bool TrayHost::Start()
@@ -23,7 +78,9 @@ bool TrayHost::Start()
                                                    QStringLiteral("--height"), QStringLiteral("24")});
         break;
     case enXfcePanel:
-        qputenv("XFCE_PANEL_MIGRATE_DEFAULT", "1"); // no question about the panel's first start
+        if (!ConfigureXfcePanel()) {
+            return false;
+        }
         m_process.start(QStringLiteral("xfce4-panel"), {QStringLiteral("--disable-wm-check")});
         break;
     }
@@ -39,11 +96,50 @@ void TrayHost::Kill()
     m_process.waitForFinished();
 }
 
-bool TrayHost::HasIcon(const Tool& tool) const
+std::optional<Desktop::Window> TrayHost::Icon(const Tool& tool) const
 {
     if (m_enKind != enXfcePanel) {
-        return tool.TrayIcon().has_value();
+        return tool.TrayIcon();
     }
-    const QDBusInterface watcher(c_strWatcher, QStringLiteral("/StatusNotifierWatcher"), c_strWatcher);
-    return !watcher.property("RegisteredStatusNotifierItems").toStringList().isEmpty();
+    return IsWatched() ? Desktop::FindWindow(c_strPlugin, c_strPlugin, {16, 16}, {48, 48}) : std::nullopt;
+}
+
+std::optional<Desktop::Window> TrayHost::Menu(const Tool& tool) const
+{
+    return m_enKind == enXfcePanel ? Desktop::FindWindow(c_strPlugin, c_strPlugin, {60, 50}, {700, 300}) : tool.Popup();
+}
+
+void TrayHost::ClickIcon(const Tool& tool, Desktop::enButton button) const
+{
+    if (!QTest::qWaitFor([&] { return KnowsItsFocus(tool); })) {
+        return;
+    }
+    const std::optional<Desktop::Window> icon = Icon(tool);
+    if (icon) {
+        Desktop::Click(*icon, Centre(*icon), button);
+    }
+}
+
+void TrayHost::DoubleClickIcon(const Tool& tool) const
+{
+    const std::optional<Desktop::Window> icon = Icon(tool);
+    if (icon) {
+        Desktop::DoubleClick(*icon, Centre(*icon));
+    }
+}
+
+bool TrayHost::OpenMenu(const Tool& tool) const
+{
+    ClickIcon(tool, Desktop::enButtonRight);
+    return QTest::qWaitFor([&] { return Menu(tool).has_value(); });
+}
+
+bool TrayHost::ChooseFromMenu(const Tool& tool, int iEntry) const
+{
+    if (!OpenMenu(tool)) {
+        return false;
+    }
+    const Desktop::Window menu = *Menu(tool);
+    Desktop::Click(menu, {menu.geometry.width() / 2, menu.geometry.height() * (2 * iEntry + 1) / 8});
+    return true;
 }

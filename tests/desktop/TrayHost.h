@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "Desktop.h"
+
 #include <QProcess>
 
 class Tool;
@@ -26,7 +28,20 @@ public:
     void Kill();
 
     /// Whether the program's icon is in this tray.
-    bool HasIcon(const Tool& tool) const;
+    bool HasIcon(const Tool& tool) const { return Icon(tool).has_value(); }
+
+    /// The icon in this tray, as the window that a click on it meets.
+    std::optional<Desktop::Window> Icon(const Tool& tool) const;
+
+    /// The icon's open menu: the program's own window with XEmbed, the panel's with StatusNotifier.
+    std::optional<Desktop::Window> Menu(const Tool& tool) const;
+
+    void ClickIcon(const Tool& tool, Desktop::enButton button = Desktop::enButtonLeft) const;
+    void DoubleClickIcon(const Tool& tool) const;
+    bool OpenMenu(const Tool& tool) const;
+
+    /// Opens the menu and clicks on one of its four entries, counted from 0.
+    bool ChooseFromMenu(const Tool& tool, int iEntry) const;
 
 private:
     enKind m_enKind;

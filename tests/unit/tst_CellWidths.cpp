@@ -25,7 +25,6 @@ private slots:
     void statesFit_data();
     void statesFit();
     void inkLevelsFit();
-    void statesFitBesideAScrollBar();
     void cleanupTestCase();
 
 private:
@@ -104,22 +103,6 @@ void tst_CellWidths::inkLevelsFit()
         QCOMPARE(m_pTable->item(0, 2)->text(), strText);
         QVERIFY2(Spare(2) >= 0, qPrintable(strText));
     }
-}
-
-/// Many printers take room from the last column: for the scroll bar and for row numbers of two digits.
-void tst_CellWidths::statesFitBesideAScrollBar()
-{
-    QList<stPrinterManager> listPrinter;
-    for (int i = 0; i < 20; ++i) {
-        listPrinter.append(MakePrinter(QStringLiteral("Printer%1").arg(i)));
-    }
-    listPrinter.first().printerState.enCurrentStatus = 1; // the longest text
-    ShowPrinters(*m_pWindow, listPrinter);
-    m_pWindow->SlotUpdatePrinterStatus(0);
-    QTRY_VERIFY2(m_pTable->columnWidth(3) < 185, qPrintable(QString::number(m_pTable->columnWidth(3))));
-    QCOMPARE(m_pTable->item(0, 3)->text(), QStringLiteral("数据格式错误或版本不匹配"));
-    QVERIFY2(Spare(3) >= 0, qPrintable(QString::number(Spare(3))));
-    QCOMPARE(m_pTable->columnWidth(2), 345);
 }
 
 QTEST_MAIN(tst_CellWidths)

@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+namespace {
+
+/// The names of all processes but those that look.
+QStringList Processes()
+{
+    QStringList listName =
+        Desktop::Run(QStringLiteral("ps"), {QStringLiteral("-A"), QStringLiteral("-o"), QStringLiteral("comm=")})
+            .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    listName.removeOne(QStringLiteral("ps"));
+    listName.sort();
+    return listName;
+}
+
+} // namespace
+
+/// The end by the tray menu's last entry: soon, without failure, and with nothing left behind.
+class tst_Exit : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void windowShown();
+    void windowHidden();
+    void settingsOpen();
+    void manyPrinters();
+    void commandHangs();
+
+private:
+    void Start();
+    void Exit();
+
+    QStringList m_listBefore; ///< the processes without the program
+};
+
+void tst_Exit::Start()
+{
+    m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
+    QVERIFY(m_tray->Start());
+    QCOMPARE(m_tool->RowCount(), 0); // starts the accessibility service
+    m_listBefore = Processes();
+    m_tool->Start();
+    QTRY_VERIFY(m_tool->MainWindow());
+    QTRY_VERIFY(m_tray->HasIcon(*m_tool));
+}
+
+void tst_Exit::Exit()
+{
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 3));
+    QVERIFY(m_tool->Process().waitForFinished(2000));
+    QCOMPARE(m_tool->Process().exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_tool->Process().exitCode(), 0);
+    QFile output(m_tool->OutputPath());
+    QVERIFY(output.open(QIODevice::ReadOnly));
+    QCOMPARE(output.readAll(), QByteArray());
+}
+
+void tst_Exit::windowShown()
+{
+    Start();
+    Exit();
+    QCOMPARE(Processes(), m_listBefore);
+}
+
+void tst_Exit::windowHidden()
+{
+    Start();
+    HideWindow();
+    Exit();
+    QCOMPARE(Processes(), m_listBefore);
+}
+
+void tst_Exit::settingsOpen()
+{
+    Start();
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 2));
+    QTRY_VERIFY(m_tool->SettingsWindow());
+    Exit();
+    QCOMPARE(Processes(), m_listBefore);
+}
+
+void tst_Exit::manyPrinters()
+{
+    QStringList listName;
+    for (int i = 0; i < 200; ++i) {
+        listName.append(QStringLiteral("Printer%1").arg(i));
+    }
+    WriteReadyPrinters(listName);
+    Start();
+    QTRY_COMPARE(m_tool->RowCount(), 200);
+    QTRY_COMPARE(m_tool->Cell(199, 3), QStringLiteral("就绪"));
+    Exit();
+    QCOMPARE(Processes(), m_listBefore);
+}
+
+void tst_Exit::commandHangs()
+{
+    Desktop::Run(QStringLiteral("mkfifo"), {QStringLiteral("/tmp/nobody-writes")});
+    FakeProgram(QStringLiteral("cancel"), "read line < /tmp/nobody-writes\n");
+    m_tool = std::make_unique<Tool>(); // with the new PATH
+    WriteReadyPrinters({QStringLiteral("Office")});
+    Start();
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
+    WriteStatus(QStringLiteral("Office"), Reply(0x03));
+    QTRY_VERIFY(Processes().contains(QStringLiteral("cancel")));
+    Exit();
+
+    // The command is the print system's: it may still reach the server, and then ends by itself.
+    Desktop::Run(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("echo > /tmp/nobody-writes")});
+    QTRY_COMPARE(Processes(), m_listBefore);
+}
+
+QTEST_GUILESS_MAIN(tst_Exit)
+
+#include "tst_Exit.moc"

@@ -1,0 +1,265 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+#include "PrintServer.h"
+
+#include <QStandardPaths>
+
+namespace {
+
+constexpr int c_iInkColumn = 2;
+constexpr int c_iStateColumn = 3;
+
+constexpr quint8 c_byReady = 0x00;
+constexpr quint8 c_byCanceling = 0x03;
+constexpr quint8 c_byPrinting = 0x10;
+
+const QString c_strReady = QStringLiteral("就绪");
+const QString c_strCanceling = QStringLiteral("正在取消任务");
+const QString c_strPrinting = QStringLiteral("正在打印");
+
+const QString c_strOffice = QStringLiteral("Office");
+const QString c_strOther = QStringLiteral("Other");
+
+const QString c_strCalls = QStringLiteral("/tmp/cancel-calls");
+const QString c_strExecuted = QStringLiteral("/tmp/part-of-a-name-was-executed");
+
+/// The arguments of all calls of "cancel", one to a line.
+QStringList CancelCalls()
+{
+    QFile file(c_strCalls);
+    return file.open(QIODevice::ReadOnly)
+               ? QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts)
+               : QStringList();
+}
+
+} // namespace
+
+/// What the program does to the jobs of a real print server.
+class tst_PrintServer : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cancelsTheFirstWaitingJobOfItsQueue();
+    void cancelsThePrintedJobOfItsQueue();
+    void anyNameCancelsForItsOwnQueueOnly();
+    void haltedServerHangsNoWindow();
+    void haltedServerDoesNotDelayTheExit();
+    void absentServerChangesNothing();
+
+private:
+    /// Starts the server and the tool with ready printers.
+    void StartWithPrinters(const QStringList& listName);
+    void ExitFromTrayMenu();
+    void WriteState(const QString& strName, quint8 byStatus) const { WriteStatus(strName, Reply(byStatus)); }
+    QString State(int iRow) const { return m_tool->Cell(iRow, c_iStateColumn); }
+
+    /// What a row's state looks like on the screen.
+    QString StatePicture(int iRow) const;
+    void CancelAtHaltedServer(PrintServer& server, const QStringList& listName);
+};
+
+void tst_PrintServer::initTestCase()
+{
+    // The tool takes its surroundings from here.
+    qputenv("CUPS_SERVER", PrintServer::Address().toLocal8Bit());
+    qputenv("LC_ALL", "C.UTF-8"); // the answers of the print system's commands are read
+    const QByteArray realCancel = QStandardPaths::findExecutable(QStringLiteral("cancel")).toLocal8Bit();
+    QVERIFY(!realCancel.isEmpty());
+    FakeProgram(QStringLiteral("cancel"),
+                "echo \"$@\" >> " + c_strCalls.toLocal8Bit() + "\nexec " + realCancel + " \"$@\"\n");
+    FakeProgram(QStringLiteral("x"), "touch " + c_strExecuted.toLocal8Bit());
+}
+
+void tst_PrintServer::StartWithPrinters(const QStringList& listName)
+{
+    QFile::remove(c_strCalls);
+    WriteReadyPrinters(listName);
+    StartWithTray();
+    for (int iRow = 0; iRow < listName.size(); ++iRow) {
+        QTRY_COMPARE(State(iRow), c_strReady);
+    }
+}
+
+void tst_PrintServer::ExitFromTrayMenu()
+{
+    QVERIFY(m_tool->ChooseFromTrayMenu(3));
+    QVERIFY(m_tool->Process().waitForFinished(2000));
+    QCOMPARE(m_tool->Process().exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_tool->Process().exitCode(), 0);
+}
+
+void tst_PrintServer::cancelsTheFirstWaitingJobOfItsQueue()
+{
+    PrintServer server;
+    QVERIFY(server.Start());
+    for (const QString& strQueue : {c_strOther, c_strOffice}) {
+        QVERIFY(server.AddQueue(strQueue));
+    }
+    for (const QString& strQueue : {c_strOther, c_strOffice, c_strOffice, c_strOffice, c_strOther}) {
+        QVERIFY(server.AddJob(strQueue) > 0);
+    }
+    QCOMPARE(server.Jobs(), QList<int>({1, 2, 3, 4, 5}));
+    StartWithPrinters({c_strOffice, c_strOther});
+    QCOMPARE(CancelCalls(), QStringList());
+
+    WriteState(c_strOffice, c_byCanceling);
+    QTRY_COMPARE(State(0), c_strCanceling);
+    QCOMPARE(server.Jobs(), QList<int>({1, 3, 4, 5}));
+    QCOMPARE(CancelCalls(), QStringList(c_strOffice));
+    QCOMPARE(State(1), c_strReady);
+
+    // Another two changes, seen by another two cycles in the same state.
+    for (const int iInk : {40, 0}) {
+        stStatusReply reply = Reply(c_byCanceling);
+        reply.listSupplies = {SuppliesNumber(enSuppliesBlueInk, static_cast<quint32>(iInk))};
+        const QString strInk = m_tool->Cell(0, c_iInkColumn);
+        WriteStatus(c_strOffice, reply);
+        QTRY_VERIFY(m_tool->Cell(0, c_iInkColumn) != strInk);
+        QCOMPARE(State(0), c_strCanceling);
+    }
+    QCOMPARE(CancelCalls(), QStringList(c_strOffice));
+
+    WriteState(c_strOffice, c_byReady);
+    QTRY_COMPARE(State(0), c_strReady);
+    WriteState(c_strOffice, c_byCanceling);
+    QTRY_COMPARE(State(0), c_strCanceling);
+    QCOMPARE(server.Jobs(), QList<int>({1, 4, 5}));
+    QCOMPARE(CancelCalls(), QStringList({c_strOffice, c_strOffice}));
+}
+
+void tst_PrintServer::cancelsThePrintedJobOfItsQueue()
+{
+    PrintServer server;
+    QVERIFY(server.Start());
+    QVERIFY(server.AddQueue(c_strOffice, PrintServer::enQueuePrinting));
+    QCOMPARE(server.AddJob(c_strOffice), 1);
+    QCOMPARE(server.AddJob(c_strOffice), 2);
+    QTRY_VERIFY(server.IsPrinting(c_strOffice, 1));
+    StartWithPrinters({c_strOffice});
+
+    WriteState(c_strOffice, c_byCanceling);
+    QTRY_COMPARE(State(0), c_strCanceling);
+    QTRY_COMPARE(server.Jobs(), QList<int>({2}));
+    QTRY_VERIFY(server.IsPrinting(c_strOffice, 2));
+    QCOMPARE(CancelCalls(), QStringList(c_strOffice));
+}
+
+void tst_PrintServer::anyNameCancelsForItsOwnQueueOnly()
+{
+    // Names of queues that "cancel" or the shell could take for something else.
+    const QStringList listQueue = {QStringLiteral("a$(x);b"), QStringLiteral("a`x`|x&x"), QStringLiteral("Off,ice"),
+                                   QStringLiteral("书房"),    QStringLiteral("*"),        QStringLiteral("~"),
+                                   QStringLiteral("%s"),      QStringLiteral("1"),        QStringLiteral("Other-2"),
+                                   QStringLiteral("Other-")};
+    const QString strOption = QStringLiteral("-a"); // all jobs of all queues
+    // The server has no queue of such a name.
+    const QStringList listNoQueue = {QStringLiteral("Other'"), QStringLiteral("\"Other\""),
+                                     QStringLiteral("'; x; cancel -a; '"), QStringLiteral("no queue")};
+
+    PrintServer server;
+    QVERIFY(server.Start());
+    QVERIFY(server.AddQueue(c_strOther));
+    QList<int> listStays;
+    for (int i = 0; i < 3; ++i) {
+        listStays.append(server.AddJob(c_strOther));
+    }
+    QCOMPARE(listStays, QList<int>({1, 2, 3}));
+    for (const QString& strQueue : listQueue) {
+        QVERIFY(server.AddQueue(strQueue));
+        QVERIFY(server.AddJob(strQueue) > 0);
+        listStays.append(server.AddJob(strQueue));
+    }
+    QVERIFY(server.AddQueue(strOption));
+    listStays.append(server.AddJob(strOption));
+    QVERIFY(!listStays.contains(0));
+    QCOMPARE(server.Jobs().size(), listStays.size() + listQueue.size());
+
+    const QStringList listName = listQueue + listNoQueue + QStringList{strOption};
+    StartWithPrinters(listName);
+    for (const QString& strName : listName) {
+        WriteState(strName, c_byCanceling);
+    }
+    for (int iRow = 0; iRow < listName.size(); ++iRow) {
+        QTRY_COMPARE(State(iRow), c_strCanceling);
+    }
+    QCOMPARE(server.Jobs(), listStays);
+    QCOMPARE(CancelCalls().size(), listQueue.size() + listNoQueue.size());
+    QVERIFY(!QFile::exists(c_strExecuted));
+}
+
+void tst_PrintServer::CancelAtHaltedServer(PrintServer& server, const QStringList& listName)
+{
+    QVERIFY(server.Start());
+    for (const QString& strName : listName) {
+        QVERIFY(server.AddQueue(strName));
+        QVERIFY(server.AddJob(strName) > 0);
+    }
+    StartWithPrinters(listName + QStringList{c_strOther});
+    server.Halt();
+    for (const QString& strName : listName) {
+        WriteState(strName, c_byCanceling);
+    }
+    QTRY_COMPARE(CancelCalls().size(), listName.size());
+}
+
+QString tst_PrintServer::StatePicture(int iRow) const
+{
+    const std::optional<AccessibleNode> cell =
+        m_tool->Access().CellNode(QStringLiteral("VoraPrinterTool"), iRow, c_iStateColumn);
+    const QRect area = m_tool->Access().Extents(*cell);
+    const QString strArea =
+        QStringLiteral("%1x%2+%3+%4").arg(area.width()).arg(area.height()).arg(area.x()).arg(area.y());
+    return Desktop::Run(QStringLiteral("import"), {QStringLiteral("-window"), QStringLiteral("root"),
+                                                   QStringLiteral("-crop"), strArea, QStringLiteral("txt:-")});
+}
+
+void tst_PrintServer::haltedServerHangsNoWindow()
+{
+    PrintServer server;
+    CancelAtHaltedServer(server, {c_strOffice});
+    const QString strPicture = StatePicture(1);
+    QVERIFY(!strPicture.isEmpty());
+
+    WriteState(c_strOther, c_byPrinting);
+    QTRY_COMPARE(State(1), c_strPrinting);
+    QTRY_VERIFY(StatePicture(1) != strPicture);
+    QCOMPARE(State(0), c_strReady); // shown when its command has ended
+
+    server.Continue();
+    QTRY_COMPARE(State(0), c_strCanceling);
+    QCOMPARE(server.Jobs(), QList<int>());
+    QCOMPARE(CancelCalls(), QStringList(c_strOffice));
+}
+
+void tst_PrintServer::haltedServerDoesNotDelayTheExit()
+{
+    PrintServer server;
+    CancelAtHaltedServer(server, {c_strOffice, QStringLiteral("Second"), QStringLiteral("Third")});
+    ExitFromTrayMenu();
+}
+
+void tst_PrintServer::absentServerChangesNothing()
+{
+    PrintServer server;
+    QVERIFY(server.Start());
+    QVERIFY(server.AddQueue(c_strOffice));
+    StartWithPrinters({c_strOffice, c_strOther});
+    server.Kill();
+
+    WriteState(c_strOffice, c_byCanceling);
+    QTRY_COMPARE(State(0), c_strCanceling);
+    QCOMPARE(CancelCalls(), QStringList(c_strOffice));
+    WriteState(c_strOther, c_byPrinting);
+    WriteState(c_strOffice, c_byReady);
+    QTRY_COMPARE(State(1), c_strPrinting);
+    QTRY_COMPARE(State(0), c_strReady);
+    ExitFromTrayMenu();
+}
+
+QTEST_GUILESS_MAIN(tst_PrintServer)
+
+#include "tst_PrintServer.moc"

@@ -1,0 +1,402 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+#include <QImage>
+#include <QMessageBox>
+#include <QScopeGuard>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using End = std::function<void(const Desktop::Window&)>;
+using Plant = std::function<bool()>;
+Q_DECLARE_METATYPE(End)
+Q_DECLARE_METATYPE(Plant)
+
+namespace {
+
+const QString c_strProgram = QStringLiteral("VoraPrinterTool");
+const QString c_strTitle = QStringLiteral("星原喷墨打印机助手");
+const QString c_strText = QStringLiteral("星原喷墨打印机助手已经处于运行中！");
+const QString c_strButton = QStringLiteral("确  定");
+
+constexpr QSize c_mainWindow(860, 300);
+
+const QString c_strOpt = QStringLiteral("/opt/vora");
+const QString c_strToolFolder = QStringLiteral("/opt/vora/vora-printer-k507/tool");
+const QString c_strProcessList = c_strToolFolder + QStringLiteral("/pslist.tmp");
+
+const QString c_strNowhere = QStringLiteral("/tmp/nowhere");
+const QString c_strVictim = QStringLiteral("/tmp/victim");
+
+const QString c_strOffice = QStringLiteral("Office");
+
+std::optional<Desktop::Window> MessageBox()
+{
+    return Desktop::FindWindow(c_strProgram, c_strTitle, {1, 1}, {c_mainWindow.width() - 1, c_mainWindow.height() - 1});
+}
+
+int MainWindows()
+{
+    int iCount = 0;
+    for (const Desktop::Window& window : Desktop::Windows(QStringLiteral("VoraPrinter"))) {
+        iCount += window.strTitle == c_strTitle && window.geometry.size() == c_mainWindow ? 1 : 0;
+    }
+    return iCount;
+}
+
+/// The names of all processes that the system shows.
+QStringList ProcessNames()
+{
+    return Desktop::Run(QStringLiteral("ps"), {QStringLiteral("-A"), QStringLiteral("-o"), QStringLiteral("comm=")})
+        .split(QLatin1Char('\n'));
+}
+
+/// A process of any name that does nothing.
+class IdleProcess
+{
+public:
+    explicit IdleProcess(const QString& strName)
+    {
+        m_process.start(QStringLiteral("sh"),
+                        {QStringLiteral("-c"), QStringLiteral("printf %s \"$1\" > /proc/$$/comm; read -r line"),
+                         QStringLiteral("sh"), strName});
+        m_process.waitForStarted();
+    }
+    ~IdleProcess()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+private:
+    QProcess m_process;
+};
+
+/// A copy of the program, of this user or of one without rights.
+class RunningCopy
+{
+public:
+    explicit RunningCopy(bool bAnotherUser)
+    {
+        // The build folder may be closed to others.
+        const QString strCopy = QStringLiteral("/tmp/") + c_strProgram;
+        QFile::copy(QStringLiteral(VORA_TOOL), strCopy);
+        const QStringList listCommand = {QStringLiteral("env"), QStringLiteral("HOME=/nonexistent"), strCopy};
+        const QString strOther = QStringLiteral("--reuid=65534 --regid=65534 --clear-groups");
+        m_process.start(bAnotherUser ? QStringLiteral("setpriv") : listCommand.first(),
+                        bAnotherUser ? strOther.split(QLatin1Char(' ')) + listCommand : listCommand.mid(1));
+    }
+    ~RunningCopy()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+private:
+    QProcess m_process;
+};
+
+/// Whether all of picture that is not transparent can be found somewhere in screen.
+bool Contains(const QImage& screen, const QImage& picture)
+{
+    const auto isAt = [&](int iX, int iY) {
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                const QRgb pixel = picture.pixel(x, y);
+                if (qAlpha(pixel) == 255 && pixel != screen.pixel(iX + x, iY + y)) {
+                    return false;
+                }
+            }
+        }
+        return true;
+    };
+    for (int iY = 0; iY + picture.height() <= screen.height(); ++iY) {
+        for (int iX = 0; iX + picture.width() <= screen.width(); ++iX) {
+            if (isAt(iX, iY)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+bool ShowsIcon(const Desktop::Window& window, QMessageBox::Icon icon)
+{
+    const QString strPath = QStringLiteral("/tmp/screen.png");
+    Desktop::SavePicture(strPath);
+    return Contains(QImage(strPath).copy(window.geometry),
+                    QMessageBox(icon, QString(), QString()).iconPixmap().toImage());
+}
+
+bool WriteFile(const QString& strPath, const QByteArray& content)
+{
+    QFile file(strPath);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+QByteArray ReadFile(const QString& strPath)
+{
+    QFile file(strPath);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+/// What a second start of the program does, and what it takes for a copy of itself.
+class tst_SecondCopy : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void messageBoxSaysThatACopyRuns();
+    void endsWithItsMessageBox_data();
+    void endsWithItsMessageBox();
+    void leavesTheFirstCopyAlone();
+    void toolFolderIsMadeAnew();
+    void startsWhenTheToolFolderCannotBeWritten_data();
+    void startsWhenTheToolFolderCannotBeWritten();
+    void startsWhenTheToolFolderIsOfAnotherUser();
+    void whateverStandsInThePlaceOfTheProcessList_data();
+    void whateverStandsInThePlaceOfTheProcessList();
+    void otherNamesDoNotCount();
+    void nameIsAllThatCounts();
+    void copyOfAnyUserCounts_data();
+    void copyOfAnyUserCounts();
+
+private:
+    void StartFirstCopy();
+};
+
+void tst_SecondCopy::StartFirstCopy()
+{
+    m_tool->Start();
+    QTRY_VERIFY(m_tool->MainWindow());
+}
+
+void tst_SecondCopy::messageBoxSaysThatACopyRuns()
+{
+    StartFirstCopy();
+    Tool second;
+    second.Start();
+    QTRY_VERIFY(MessageBox());
+    QCOMPARE(MainWindows(), 1);
+
+    std::optional<AccessibleNode> box;
+    QTRY_VERIFY(box = second.Access().Find(c_strProgram, QStringLiteral("alert message")));
+    QCOMPARE(second.Access().Name(*box), c_strTitle);
+    QCOMPARE(second.Access().NamesWithin(*box, QStringLiteral("push button")), QStringList(c_strButton));
+    QStringList listLabel = second.Access().NamesWithin(*box, QStringLiteral("label"));
+    listLabel.removeAll(QString()); // the icon
+    QCOMPARE(listLabel, QStringList(c_strText));
+
+    QTRY_VERIFY(ShowsIcon(*MessageBox(), QMessageBox::Information));
+    for (const QMessageBox::Icon icon : {QMessageBox::Warning, QMessageBox::Critical, QMessageBox::Question}) {
+        QVERIFY(!ShowsIcon(*MessageBox(), icon));
+    }
+}
+
+void tst_SecondCopy::endsWithItsMessageBox_data()
+{
+    const auto pressing = [](const QString& strKey) {
+        return [strKey](const Desktop::Window&) { Desktop::PressKey(strKey); };
+    };
+    QTest::addColumn<End>("end");
+    QTest::newRow("Return") << End(pressing(QStringLiteral("Return")));
+    QTest::newRow("Escape") << End(pressing(QStringLiteral("Escape")));
+    QTest::newRow("closed by the window manager") << End(&Desktop::CloseWindow);
+    QTest::newRow("click on the button") << End([](const Desktop::Window& window) {
+        const Accessibility accessibility;
+        const std::optional<AccessibleNode> button =
+            accessibility.Find(c_strProgram, QStringLiteral("push button"), c_strButton);
+        if (button) {
+            Desktop::Click(window, accessibility.Extents(*button).center() - window.geometry.topLeft());
+        }
+    });
+}
+
+void tst_SecondCopy::endsWithItsMessageBox()
+{
+    QFETCH(End, end);
+    StartFirstCopy();
+    Tool second;
+    second.Start();
+    std::optional<Desktop::Window> box;
+    QTRY_VERIFY(box = MessageBox());
+    QTRY_VERIFY(second.Access().Find(c_strProgram, QStringLiteral("push button"), c_strButton));
+    QTRY_COMPARE(Desktop::ActiveWindow(), box->strId);
+    end(*box);
+    QVERIFY(second.Process().waitForFinished(5000));
+    QCOMPARE(second.Process().exitStatus(), QProcess::NormalExit);
+    QCOMPARE(second.Process().exitCode(), 0);
+    QVERIFY(!MessageBox());
+    QCOMPARE(m_tool->Process().state(), QProcess::Running);
+}
+
+void tst_SecondCopy::leavesTheFirstCopyAlone()
+{
+    WriteReadyPrinters({c_strOffice});
+    StartWithTray();
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
+    const QRect geometry = m_tool->MainWindow()->geometry;
+    const QRect icon = m_tool->TrayIcon()->geometry;
+
+    Tool second;
+    second.Start({QStringLiteral("-hide")}); // it says so just the same
+    QTRY_VERIFY(MessageBox());
+    WriteStatus(c_strOffice, Reply(0x10));
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在打印"));
+    QCOMPARE(m_tool->MainWindow()->geometry, geometry);
+    QCOMPARE(m_tool->TrayIcon()->geometry, icon);
+
+    Desktop::CloseWindow(*MessageBox());
+    QVERIFY(second.Process().waitForFinished(5000));
+    WriteStatus(c_strOffice, Reply(0x11));
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在扫描"));
+    WriteReadyPrinters({c_strOffice, QStringLiteral("Study")});
+    QTRY_COMPARE(m_tool->RowCount(), 2);
+    QCOMPARE(m_tool->MainWindow()->geometry, geometry);
+    QCOMPARE(m_tool->TrayIcon()->geometry, icon);
+    QVERIFY(m_tool->ChooseFromTrayMenu(3));
+    QVERIFY(m_tool->Process().waitForFinished(2000));
+    QCOMPARE(m_tool->Process().exitCode(), 0);
+}
+
+void tst_SecondCopy::toolFolderIsMadeAnew()
+{
+    StartFirstCopy();
+    QVERIFY(QDir(c_strOpt).removeRecursively());
+    Tool second;
+    second.Start();
+    QTRY_VERIFY(MessageBox());
+    QCOMPARE(MainWindows(), 1);
+    QVERIFY(QFileInfo(c_strToolFolder).isDir());
+    QVERIFY(QDir(c_strToolFolder).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot));
+}
+
+void tst_SecondCopy::startsWhenTheToolFolderCannotBeWritten_data()
+{
+    QTest::addColumn<QString>("obstacle");
+    QTest::addColumn<QString>("target"); // of a link, else the obstacle is a file
+    QTest::newRow("a file for the package") << c_strOpt << QString();
+    QTest::newRow("a link to nowhere for the folder") << c_strToolFolder << c_strNowhere;
+    QTest::newRow("a link to itself for the package") << c_strOpt << c_strOpt;
+}
+
+void tst_SecondCopy::startsWhenTheToolFolderCannotBeWritten()
+{
+    QFETCH(QString, obstacle);
+    QFETCH(QString, target);
+    const auto tidy = qScopeGuard([] { QFile::remove(c_strOpt); });
+    StartFirstCopy();
+    QVERIFY(QDir(obstacle).removeRecursively());
+    QVERIFY(target.isEmpty() ? WriteFile(obstacle, "in the way") : QFile::link(target, obstacle));
+    Tool second;
+    second.Start();
+    QTRY_COMPARE(MainWindows(), 2);
+    QVERIFY(!MessageBox());
+    QVERIFY(!QFile::exists(c_strNowhere));
+    QCOMPARE(ReadFile(obstacle), target.isEmpty() ? QByteArray("in the way") : QByteArray());
+    QCOMPARE(m_tool->Process().state(), QProcess::Running);
+}
+
+void tst_SecondCopy::startsWhenTheToolFolderIsOfAnotherUser()
+{
+    QVERIFY(QDir().mkpath(c_strToolFolder));
+    StartFirstCopy();
+    const bool bRoot = ::geteuid() == 0; // who can write to every folder, and can become another
+    const auto tidy = qScopeGuard([] { ::chmod(c_strToolFolder.toLocal8Bit().constData(), 0755); });
+    QCOMPARE(::chmod(c_strToolFolder.toLocal8Bit().constData(), bRoot ? 0755 : 0555), 0);
+    RunningCopy second(bRoot);
+    QTRY_COMPARE(MainWindows(), 2);
+    QVERIFY(!MessageBox());
+}
+
+void tst_SecondCopy::whateverStandsInThePlaceOfTheProcessList_data()
+{
+    QTest::addColumn<Plant>("plant");
+    QTest::newRow("a list without the program")
+        << Plant([] { return WriteFile(c_strProcessList, "1 ? 00:00:00 sh\n"); });
+    QTest::newRow("a list of many copies") << Plant(
+        [] { return WriteFile(c_strProcessList, QByteArray("100 ? 00:00:00 VoraPrinterTool\n").repeated(1000)); });
+    QTest::newRow("a link") << Plant([] { return QFile::link(c_strVictim, c_strProcessList); });
+    QTest::newRow("a link without target") << Plant([] { return QFile::link(c_strNowhere, c_strProcessList); });
+    QTest::newRow("a FIFO") << Plant([] { return ::mkfifo(c_strProcessList.toLocal8Bit().constData(), 0666) == 0; });
+}
+
+void tst_SecondCopy::whateverStandsInThePlaceOfTheProcessList()
+{
+    QFETCH(Plant, plant);
+    QVERIFY(WriteFile(c_strVictim, "precious"));
+    const auto isClean = [&] {
+        return ReadFile(c_strVictim) == "precious" && !QFile::exists(c_strNowhere) &&
+               !QFileInfo::exists(c_strProcessList) && !QFileInfo(c_strProcessList).isSymLink();
+    };
+    QVERIFY(QDir().mkpath(c_strToolFolder));
+    QVERIFY(plant());
+    StartFirstCopy();
+    QVERIFY(isClean());
+
+    QVERIFY(plant());
+    Tool second;
+    second.Start();
+    QTRY_VERIFY(MessageBox());
+    QCOMPARE(MainWindows(), 1);
+    QVERIFY(isClean());
+}
+
+void tst_SecondCopy::otherNamesDoNotCount()
+{
+    // Of another name, which is shorter than what the system shows of a name.
+    const QString strCopy = QStringLiteral("/tmp/VoraPrinter");
+    QVERIFY(QFile::exists(strCopy) || QFile::copy(QStringLiteral(VORA_TOOL), strCopy));
+    const QStringList listName = {QStringLiteral("xVoraPrinter"), QStringLiteral("VoraPrinterToo"),
+                                  QStringLiteral("my VoraPrinter"), QStringLiteral("VoraPrinter.")};
+    std::vector<std::unique_ptr<IdleProcess>> listProcess;
+    for (const QString& strName : listName) {
+        listProcess.push_back(std::make_unique<IdleProcess>(strName));
+        QTRY_VERIFY(ProcessNames().contains(strName));
+    }
+    StartFirstCopy(); // its name begins with the other's
+    Tool other(strCopy);
+    other.Start();
+    QTRY_COMPARE(MainWindows(), 2);
+}
+
+void tst_SecondCopy::nameIsAllThatCounts()
+{
+    const IdleProcess process(c_strProgram);
+    QTRY_VERIFY(ProcessNames().contains(c_strProgram));
+    m_tool->Start();
+    QTRY_VERIFY(MessageBox());
+    QCOMPARE(MainWindows(), 0);
+}
+
+void tst_SecondCopy::copyOfAnyUserCounts_data()
+{
+    QTest::addColumn<bool>("anotherUser");
+    QTest::newRow("the same user") << false;
+    if (::geteuid() == 0) { // who alone can become another
+        QTest::newRow("another user") << true;
+    }
+}
+
+void tst_SecondCopy::copyOfAnyUserCounts()
+{
+    QFETCH(bool, anotherUser);
+    RunningCopy first(anotherUser);
+    QTRY_COMPARE(MainWindows(), 1);
+    m_tool->Start();
+    QTRY_VERIFY(MessageBox());
+    QCOMPARE(MainWindows(), 1);
+}
+
+QTEST_MAIN(tst_SecondCopy)
+
+#include "tst_SecondCopy.moc"

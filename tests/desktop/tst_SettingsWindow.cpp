@@ -1,0 +1,276 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+#include <QDir>
+
+namespace {
+
+const QString c_strProgramFolder = QStringLiteral("/tmp/app/");
+const QString c_strEntryName = QStringLiteral("vora-k507-tool-autostart.desktop");
+const QString c_strSource = c_strProgramFolder + c_strEntryName;
+const QByteArray c_entry = "[Desktop Entry]\nType=Application\nExec=/opt/vora/tool -hide\n";
+
+const QString c_strOK = QStringLiteral("确定");
+const QString c_strCancel = QStringLiteral("取消");
+
+QString AutoStartFolder()
+{
+    return QDir::homePath() + QStringLiteral("/.config/autostart");
+}
+
+QString Target()
+{
+    return AutoStartFolder() + QLatin1Char('/') + c_strEntryName;
+}
+
+/// What a file holds; a null text when there is none.
+QByteArray Content(const QString& strPath)
+{
+    QFile file(strPath);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void Write(const QString& strPath, const QByteArray& content)
+{
+    QDir().mkpath(QFileInfo(strPath).path());
+    QFile file(strPath);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+} // namespace
+
+/// The settings window under mouse clicks, with the desktop entry beside the program and the user's autostart folder.
+class tst_SettingsWindow : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void isFixedCentredAndLabelled();
+    void okTurnsAutoStartOnAndOff();
+    void discardingLeavesTheFile_data();
+    void discardingLeavesTheFile();
+    void existingEntryIsKept();
+    void failureShowsTheRealState_data();
+    void failureShowsTheRealState();
+    void worksWhileTheMainWindowIsHidden();
+
+private:
+    void StartInTray(const QStringList& listArgument = {});
+    std::optional<AccessibleNode> CheckBox() const;
+    bool IsChecked() const;
+    bool Open() const;
+    bool Click(const AccessibleNode& node) const;
+    bool ToggleCheckBox() const;
+    bool Leave(const QString& strButton) const;
+};
+
+void tst_SettingsWindow::initTestCase()
+{
+    QVERIFY(QDir().mkpath(c_strProgramFolder));
+    QVERIFY(QFile::copy(QStringLiteral(VORA_TOOL), c_strProgramFolder + QStringLiteral("VoraPrinterTool")));
+}
+
+void tst_SettingsWindow::StartInTray(const QStringList& listArgument)
+{
+    m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
+    QVERIFY(m_tray->Start());
+    m_tool = std::make_unique<Tool>(c_strProgramFolder + QStringLiteral("VoraPrinterTool"));
+    m_tool->Start(listArgument);
+    QVERIFY(WaitForTrayIcon());
+}
+
+std::optional<AccessibleNode> tst_SettingsWindow::CheckBox() const
+{
+    return m_tool->Access().Find(m_tool->Class(), QStringLiteral("check box"), QStringLiteral("开机启动"));
+}
+
+bool tst_SettingsWindow::IsChecked() const
+{
+    const std::optional<AccessibleNode> box = CheckBox();
+    return box && m_tool->Access().IsChecked(*box);
+}
+
+/// By the tray's menu.
+bool tst_SettingsWindow::Open() const
+{
+    return m_tool->ChooseFromTrayMenu(2) &&
+           QTest::qWaitFor([this] { return m_tool->SettingsWindow() && CheckBox().has_value(); });
+}
+
+bool tst_SettingsWindow::Click(const AccessibleNode& node) const
+{
+    const std::optional<Desktop::Window> window = m_tool->SettingsWindow();
+    if (window) {
+        Desktop::Click(*window, m_tool->Access().Extents(node).center() - window->geometry.topLeft());
+    }
+    return window.has_value();
+}
+
+bool tst_SettingsWindow::ToggleCheckBox() const
+{
+    const bool bBefore = IsChecked();
+    return Click(*CheckBox()) && QTest::qWaitFor([=] { return IsChecked() != bBefore; });
+}
+
+/// By a button or, when it has no name, by the title bar.
+bool tst_SettingsWindow::Leave(const QString& strButton) const
+{
+    if (strButton.isEmpty()) {
+        Desktop::CloseWindow(*m_tool->SettingsWindow());
+    } else {
+        const auto button = m_tool->Access().Find(m_tool->Class(), QStringLiteral("push button"), strButton);
+        if (!button || !Click(*button)) {
+            return false;
+        }
+    }
+    return QTest::qWaitFor([this] { return !m_tool->SettingsWindow(); });
+}
+
+void tst_SettingsWindow::isFixedCentredAndLabelled()
+{
+    QDir(AutoStartFolder()).removeRecursively();
+    StartInTray();
+    QVERIFY(Open()); // "设置", 400 x 300
+    const Desktop::Window window = *m_tool->SettingsWindow();
+    QTRY_COMPARE(Desktop::FramePosition(*m_tool->SettingsWindow()), QPoint(440, 250));
+    const QString strHints = Desktop::Property(window, QStringLiteral("WM_NORMAL_HINTS"));
+    QVERIFY(strHints.contains(QLatin1String("minimum size: 400 by 300")));
+    QVERIFY(strHints.contains(QLatin1String("maximum size: 400 by 300")));
+
+    const QPoint origin = m_tool->SettingsWindow()->geometry.topLeft();
+    const Accessibility& access = m_tool->Access();
+    const QRect checkBox = access.Extents(*CheckBox()).translated(-origin); // no larger than its text
+    QCOMPARE(checkBox.left(), 70);
+    QVERIFY(QRect(70, 60, 130, 25).contains(checkBox));
+    QCOMPARE(access.Names(m_tool->Class(), QStringLiteral("push button")), QStringList({c_strOK, c_strCancel}));
+    const auto button = [&](const QString& strName) {
+        return access.Extents(*access.Find(m_tool->Class(), QStringLiteral("push button"), strName))
+            .translated(-origin);
+    };
+    QCOMPARE(button(c_strOK), QRect(70, 250, 80, 25));
+    QCOMPARE(button(c_strCancel), QRect(250, 250, 80, 25));
+}
+
+void tst_SettingsWindow::okTurnsAutoStartOnAndOff()
+{
+    QDir(AutoStartFolder()).removeRecursively();
+    Write(c_strSource, c_entry);
+    StartInTray();
+    QVERIFY(Open());
+    QVERIFY(!IsChecked());
+    QVERIFY(ToggleCheckBox());
+    QVERIFY(!QFile::exists(Target())); // not before OK
+    QVERIFY(Leave(c_strOK));
+    QTRY_COMPARE(Content(Target()), c_entry);
+
+    QVERIFY(Open());
+    QVERIFY(IsChecked());
+    QVERIFY(ToggleCheckBox());
+    QVERIFY(Leave(c_strOK));
+    QTRY_VERIFY(!QFile::exists(Target()));
+    QVERIFY(Open());
+    QVERIFY(!IsChecked());
+    QCOMPARE(Content(c_strSource), c_entry);
+}
+
+void tst_SettingsWindow::discardingLeavesTheFile_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::newRow("cancel") << c_strCancel;
+    QTest::newRow("title bar") << QString();
+}
+
+void tst_SettingsWindow::discardingLeavesTheFile()
+{
+    QFETCH(QString, button);
+    Write(c_strSource, c_entry);
+    Write(Target(), ""); // counts whatever it holds
+    StartInTray();
+    QVERIFY(Open());
+    QVERIFY(IsChecked());
+    QVERIFY(ToggleCheckBox());
+    QVERIFY(Leave(button));
+    QVERIFY(Open());
+    QVERIFY(IsChecked());
+    QVERIFY(QFile::exists(Target()));
+
+    QVERIFY(QFile::remove(Target()));
+    QVERIFY(Leave(button)); // reads the folder anew
+    QVERIFY(Open());
+    QVERIFY(!IsChecked());
+    QVERIFY(ToggleCheckBox());
+    QVERIFY(Leave(button));
+    QVERIFY(Open());
+    QVERIFY(!IsChecked());
+    QVERIFY(!QFile::exists(Target()));
+}
+
+void tst_SettingsWindow::existingEntryIsKept()
+{
+    QDir(AutoStartFolder()).removeRecursively();
+    Write(c_strSource, c_entry);
+    StartInTray();
+    QVERIFY(Open());
+    QVERIFY(ToggleCheckBox());
+    const QByteArray own = "[Desktop Entry]\nHidden=true\n";
+    Write(Target(), own);
+    QVERIFY(Leave(c_strOK));
+    QVERIFY(Open());
+    QVERIFY(IsChecked());
+    QCOMPARE(Content(Target()), own);
+}
+
+void tst_SettingsWindow::failureShowsTheRealState_data()
+{
+    QTest::addColumn<bool>("hasSource");
+    QTest::addColumn<bool>("folderIsFile");
+    QTest::newRow("no entry beside the program") << false << false;
+    QTest::newRow("autostart folder is a file") << true << true;
+}
+
+void tst_SettingsWindow::failureShowsTheRealState()
+{
+    QFETCH(bool, hasSource);
+    QFETCH(bool, folderIsFile);
+    QFile::remove(c_strSource);
+    QDir(AutoStartFolder()).removeRecursively();
+    if (hasSource) {
+        Write(c_strSource, c_entry);
+    }
+    if (folderIsFile) {
+        Write(AutoStartFolder(), "");
+    }
+    StartInTray();
+    QVERIFY(Open());
+    QVERIFY(ToggleCheckBox());
+    QVERIFY(Leave(c_strOK));
+    QVERIFY(Open());
+    QVERIFY(!IsChecked());
+    QVERIFY(!QFile::exists(Target()));
+    if (folderIsFile) {
+        QVERIFY(QFile::remove(AutoStartFolder()));
+    }
+}
+
+void tst_SettingsWindow::worksWhileTheMainWindowIsHidden()
+{
+    StartInTray({QStringLiteral("-hide")});
+    for (const QString& strButton : {QString(), c_strCancel, c_strOK}) {
+        QVERIFY(Open());
+        QVERIFY(!m_tool->MainWindow());
+        QVERIFY(Leave(strButton)); // the last visible window
+    }
+    QVERIFY(Open()); // the program is still there
+    QVERIFY(Leave(QString()));
+    m_tool->ClickTrayIcon();
+    QTRY_VERIFY(m_tool->MainWindow());
+    QCOMPARE(m_tool->Process().state(), QProcess::Running);
+}
+
+QTEST_GUILESS_MAIN(tst_SettingsWindow)
+
+#include "tst_SettingsWindow.moc"

@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+/// The icon in the trays of three desktops, and a desktop without one.
+class tst_Tray : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void clickShowsTheWindow_data() { AddTrayHosts(); }
+    void clickShowsTheWindow();
+    void iconComesBackWithTheTray_data() { AddTrayHosts(); }
+    void iconComesBackWithTheTray();
+    void runsWithoutATray();
+
+private:
+    void LetClicksArrive() const;
+    QString WindowId() const;
+};
+
+/// Returns when the program has met all earlier clicks: it has opened its menu after them.
+void tst_Tray::LetClicksArrive() const
+{
+    QVERIFY(m_tray->OpenMenu(*m_tool));
+    Desktop::PressKey(QStringLiteral("Escape"));
+    QTRY_VERIFY(!m_tray->Menu(*m_tool));
+}
+
+QString tst_Tray::WindowId() const
+{
+    const std::optional<Desktop::Window> window = m_tool->MainWindow();
+    return window ? window->strId : QString();
+}
+
+void tst_Tray::clickShowsTheWindow()
+{
+    StartWithRowsTray();
+    const Tool& tool = *m_tool;
+    QTRY_COMPARE(Desktop::ActiveWindow(), WindowId());
+
+    // The active window stays as it is. A window that is shown anew would have another id.
+    const QString strId = WindowId();
+    m_tray->ClickIcon(tool);
+    LetClicksArrive();
+    QCOMPARE(WindowId(), strId);
+
+    HideWindow();
+    m_tray->ClickIcon(tool);
+    QTRY_VERIFY(tool.MainWindow());
+    QTRY_COMPARE(Desktop::ActiveWindow(), WindowId());
+
+    const auto iWindows = Desktop::Stacking().size();
+    QProcess cover;
+    cover.start(QStringLiteral("xev"), {QStringLiteral("-geometry"), QStringLiteral("1000x500+140+150"),
+                                        QStringLiteral("-name"), QStringLiteral("cover")});
+    QTRY_VERIFY(Desktop::Stacking().size() > iWindows);
+    QTRY_VERIFY(!QStringList({QString(), WindowId()}).contains(Desktop::ActiveWindow()));
+    const QString strCover = Desktop::ActiveWindow();
+    QVERIFY(Desktop::Stacking().indexOf(strCover) > Desktop::Stacking().indexOf(WindowId()));
+    m_tray->ClickIcon(tool);
+    QTRY_COMPARE(Desktop::ActiveWindow(), WindowId());
+    QTRY_VERIFY(Desktop::Stacking().indexOf(WindowId()) > Desktop::Stacking().indexOf(strCover));
+
+    HideWindow();
+    m_tray->DoubleClickIcon(tool);
+    LetClicksArrive();
+    QTRY_VERIFY(tool.MainWindow());
+    cover.kill();
+    cover.waitForFinished();
+}
+
+void tst_Tray::iconComesBackWithTheTray()
+{
+    StartWithRowsTray();
+    m_tray->Kill();
+    QTRY_VERIFY(!m_tray->HasIcon(*m_tool));
+    QVERIFY(m_tool->MainWindow());
+    HideWindow();
+
+    QVERIFY(m_tray->Start());
+    QTRY_VERIFY(m_tray->HasIcon(*m_tool));
+    m_tray->ClickIcon(*m_tool);
+    QTRY_VERIFY(m_tool->MainWindow());
+}
+
+void tst_Tray::runsWithoutATray()
+{
+    WriteReadyPrinters({QStringLiteral("Office")});
+    m_tool->Start();
+    QTRY_VERIFY(m_tool->MainWindow());
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
+    QVERIFY(!m_tool->TrayIcon());
+
+    WriteStatus(QStringLiteral("Office"), Reply(0x00, {0x6100}));
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("进纸托盘处无纸,请放入纸张"));
+    QVERIFY(!m_tool->Popup());
+    WriteStatus(QStringLiteral("Office"), Reply());
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
+    QVERIFY(m_tool->MainWindow());
+}
+
+QTEST_GUILESS_MAIN(tst_Tray)
+
+#include "tst_Tray.moc"

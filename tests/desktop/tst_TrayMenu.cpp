@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+#include <QDBusMessage>
+
+/// The icon's menu in the trays of three desktops.
+class tst_TrayMenu : public DesktopTest
+{
+    Q_OBJECT
+
+public slots:
+    void Hear(const QDBusMessage& message);
+
+private slots:
+    void menuDoesWhatItSays_data() { AddTrayHosts(); }
+    void menuDoesWhatItSays();
+
+private:
+    void PressDown() const;
+
+    QStringList m_listHeard; ///< what a screen reader would say
+};
+
+void tst_TrayMenu::Hear(const QDBusMessage& message)
+{
+    const QString strName = m_tool->Access().Name({message.service(), message.path()});
+    const bool bGained = message.arguments().value(1).toInt() == 1;
+    if (bGained && !strName.isEmpty()) {
+        m_listHeard.append(strName);
+    }
+}
+
+void tst_TrayMenu::PressDown() const
+{
+    const auto iHeard = m_listHeard.size();
+    Desktop::PressKey(QStringLiteral("Down"));
+    [[maybe_unused]] const bool bHeard = QTest::qWaitFor([&] { return m_listHeard.size() > iHeard; }, 1000);
+}
+
+void tst_TrayMenu::menuDoesWhatItSays()
+{
+    m_tool->Access().HearFocus(this, SLOT(Hear(QDBusMessage))); // before the start: Qt 5 asks for listeners but once
+    m_listHeard.clear();
+    StartWithRowsTray();
+    Tool& tool = *m_tool;
+    QVERIFY(m_tray->OpenMenu(tool));
+    // A key may come before the menu listens, hence once round until the last entry, which the first one follows.
+    for (int i = 0; i < 10 && !m_listHeard.contains(QStringLiteral("退出")); ++i) {
+        PressDown();
+    }
+    m_listHeard.clear();
+    for (int i = 0; i < 4; ++i) {
+        PressDown();
+    }
+    QTRY_COMPARE(m_listHeard, (QStringList{QStringLiteral("显示主界面"), QStringLiteral("打印机更新助手"),
+                                           QStringLiteral("设置"), QStringLiteral("退出")}));
+    Desktop::PressKey(QStringLiteral("Escape"));
+    QTRY_VERIFY(!m_tray->Menu(tool));
+
+    HideWindow();
+    QVERIFY(m_tray->ChooseFromMenu(tool, 2));
+    QTRY_VERIFY(tool.SettingsWindow());
+    QVERIFY(!tool.MainWindow());
+    Desktop::CloseWindow(*tool.SettingsWindow());
+    QTRY_VERIFY(!tool.SettingsWindow());
+
+    // The last visible window is closed, yet the program lives on.
+    QVERIFY(m_tray->ChooseFromMenu(tool, 0));
+    QTRY_VERIFY(tool.MainWindow());
+
+    QVERIFY(m_tray->ChooseFromMenu(tool, 3));
+    QVERIFY(tool.Process().waitForFinished(2000));
+    QCOMPARE(tool.Process().exitStatus(), QProcess::NormalExit);
+    QCOMPARE(tool.Process().exitCode(), 0);
+    QVERIFY(!m_tray->HasIcon(tool));
+}
+
+QTEST_GUILESS_MAIN(tst_TrayMenu)
+
+#include "tst_TrayMenu.moc"

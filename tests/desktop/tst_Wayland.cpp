@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+/// The program as a Wayland client. The compositor has no screen, so the windows are seen as a screen reader sees them;
+/// the tray, which is the session bus's business, is a panel on the X display beside it.
+class tst_Wayland : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void runsFromStartToExit();
+    void cleanupTestCase();
+
+private:
+    bool IsWindowVisible(const QString& strTitle) const;
+
+    QProcess m_compositor;
+};
+
+void tst_Wayland::initTestCase()
+{
+    m_compositor.start(QStringLiteral("weston"),
+                       {QStringLiteral("--backend=headless-backend.so"), QStringLiteral("--socket=vora"),
+                        QStringLiteral("--no-config"), QStringLiteral("--idle-time=0")});
+    QTRY_VERIFY(QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/vora")));
+}
+
+void tst_Wayland::cleanupTestCase()
+{
+    m_compositor.kill();
+    m_compositor.waitForFinished();
+}
+
+bool tst_Wayland::IsWindowVisible(const QString& strTitle) const
+{
+    const Accessibility& access = m_tool->Access();
+    const std::optional<AccessibleNode> window = access.Find(m_tool->Class(), QStringLiteral("filler"), strTitle);
+    return window && access.IsVisible(*window);
+}
+
+void tst_Wayland::runsFromStartToExit()
+{
+    const QString strTitle = QStringLiteral("星原喷墨打印机助手");
+    const QString strSettings = QStringLiteral("设置");
+    WritePrinters({{QStringLiteral("书房"), QStringLiteral("RB9Q"), 1, QString(), QStringLiteral("usb://b")}});
+    WriteStatus(QStringLiteral("书房"), Reply(0x10, {}, {0x6160}));
+    m_tray = std::make_unique<TrayHost>(TrayHost::enXfcePanel);
+    QVERIFY(m_tray->Start());
+    qputenv("WAYLAND_DISPLAY", "vora");
+    qputenv("QT_QPA_PLATFORM", "wayland");
+    m_tool = std::make_unique<Tool>();
+    m_tool->Start();
+    QTRY_VERIFY(m_tray->HasIcon(*m_tool));
+    QTRY_VERIFY(IsWindowVisible(strTitle));
+    QVERIFY(!m_tool->MainWindow()); // not on the X display
+
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在打印(墨水量低)"));
+    QCOMPARE(m_tool->RowCount(), 1);
+    QCOMPARE(m_tool->Cell(0, 0), QStringLiteral("书房"));
+    QCOMPARE(m_tool->Cell(0, 1), QStringLiteral("USB"));
+    QCOMPARE(m_tool->Cell(0, 2), QStringLiteral("青色：高   红色：中   黄色：较低   黑色：低"));
+
+    QVERIFY(!IsWindowVisible(strSettings));
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 2));
+    QTRY_VERIFY(IsWindowVisible(strSettings));
+
+    m_tray->ClickIcon(*m_tool);
+    QTRY_VERIFY(IsWindowVisible(strTitle));
+
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 3));
+    QVERIFY(m_tool->Process().waitForFinished(2000));
+    QCOMPARE(m_tool->Process().exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_tool->Process().exitCode(), 0);
+}
+
+QTEST_GUILESS_MAIN(tst_Wayland)
+
+#include "tst_Wayland.moc"

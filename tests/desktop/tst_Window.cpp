@@ -1,0 +1,381 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+#include <QImage>
+#include <QScopeGuard>
+
+#include <algorithm>
+#include <functional>
+
+namespace {
+
+const QString c_strTitle = QStringLiteral("星原喷墨打印机助手");
+const QString c_strLongError = QStringLiteral("纸张尺寸不匹配，请选择匹配的纸张，按OK键取消任务");
+
+// Of _MOTIF_WM_HINTS: "... = flags, functions, decorations, ...".
+constexpr int c_iMaximiseFunction = 0x10;
+constexpr int c_iMaximiseDecoration = 0x40;
+
+enum enColumn
+{
+    enColumnName = 0,
+    enColumnConnection = 1,
+    enColumnInk = 2,
+    enColumnState = 3
+};
+
+/// A display of two screens, of 1280 x 800 and 1920 x 600 pixels, which the server puts one over the other: 1920 x 800
+/// together. In place of the test's own as long as this object lives. The server's RandR knows the first screen alone.
+class TwoScreens
+{
+public:
+    TwoScreens()
+    {
+        m_server.start(QStringLiteral("Xvfb"), QStringLiteral(":99 -extension RANDR -screen 0 1280x800x24 "
+                                                              "-screen 1 1920x600x24 +xinerama -nolisten tcp -noreset")
+                                                   .split(QLatin1Char(' ')));
+        qputenv("DISPLAY", ":99");
+    }
+
+    bool StartWindowManager()
+    {
+        const auto isServerReady = [] { return !Desktop::Run(QStringLiteral("xdpyinfo"), {}).isEmpty(); };
+        if (!QTest::qWaitFor(isServerReady)) {
+            return false;
+        }
+        m_windowManager.start(QStringLiteral("openbox"), QStringList());
+        return QTest::qWaitFor(Desktop::HasWindowManager);
+    }
+
+    ~TwoScreens()
+    {
+        m_windowManager.kill();
+        m_windowManager.waitForFinished();
+        m_server.kill();
+        m_server.waitForFinished();
+        qputenv("DISPLAY", m_oldDisplay);
+    }
+
+    TwoScreens(const TwoScreens&) = delete;
+    TwoScreens& operator=(const TwoScreens&) = delete;
+
+private:
+    QByteArray m_oldDisplay = qgetenv("DISPLAY");
+    QProcess m_server;
+    QProcess m_windowManager;
+};
+
+bool IsOfOneColour(const QImage& image)
+{
+    QImage plain = image;
+    plain.fill(image.pixel(0, 0));
+    return plain == image;
+}
+
+QImage Screen()
+{
+    const QString strPath = QStringLiteral("/tmp/screen.png");
+    Desktop::SavePicture(strPath);
+    return QImage(strPath).convertToFormat(QImage::Format_RGB32);
+}
+
+QImage RightEnd(const QImage& picture)
+{
+    return picture.copy(picture.rect().adjusted(picture.width() - 20, 0, 0, 0));
+}
+
+/// Whether a text is painted in a cell and ends 20 pixels or more before it does.
+bool IsWhole(const QImage& cell)
+{
+    return !IsOfOneColour(cell) && IsOfOneColour(RightEnd(cell));
+}
+
+} // namespace
+
+/// The main window as the window manager and the user's eye find it.
+class tst_Window : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void hasTitleAndFixedSize();
+    void isInTheMiddleOfTheScreen();
+    void isInTheMiddleOfTwoScreens();
+    void maximiseButtonIsGoneUntilShownFromTheTray();
+    void closeButtonHidesIt();
+    void hideSwitch_data();
+    void hideSwitch();
+    void columnsHaveTheirHeadersAndWidths();
+    void textsFitTheirCells_data();
+    void textsFitTheirCells();
+    void toolTipsCarryWholeTexts();
+
+private:
+    void TryToResize() const;
+    int MotifHint(int iField) const;
+    QRect CellRect(int iRow, int iColumn) const;
+    QImage CellPicture(int iRow, int iColumn) const;
+    QList<QImage> InkAndStatePictures() const;
+    QStringList ToolTipAt(int iRow, int iColumn) const;
+};
+
+/// A move after the resize tells when the window manager is through with both.
+void tst_Window::TryToResize() const
+{
+    const Desktop::Window window = *m_tool->MainWindow();
+    for (const QSize size : {QSize(1000, 500), QSize(400, 200)}) {
+        Desktop::Run(QStringLiteral("xdotool"), {QStringLiteral("windowsize"), window.strId,
+                                                 QString::number(size.width()), QString::number(size.height())});
+    }
+    Desktop::Run(QStringLiteral("wmctrl"), {QStringLiteral("-i"), QStringLiteral("-r"), window.strId,
+                                            QStringLiteral("-b"), QStringLiteral("add,maximized_vert,maximized_horz")});
+    Desktop::Run(QStringLiteral("xdotool"),
+                 {QStringLiteral("windowmove"), window.strId, QStringLiteral("30"), QStringLiteral("40")});
+    const auto isMoved = [&] {
+        const QList<Desktop::Window> listWindow = Desktop::Windows(m_tool->Class());
+        return std::any_of(listWindow.begin(), listWindow.end(), [&](const Desktop::Window& other) {
+            return other.strId == window.strId && Desktop::FramePosition(other) == QPoint(30, 40);
+        });
+    };
+    QTRY_VERIFY(isMoved());
+    QVERIFY(m_tool->MainWindow()); // of 860 x 300
+}
+
+int tst_Window::MotifHint(int iField) const
+{
+    const QString strHints = Desktop::Property(*m_tool->MainWindow(), QStringLiteral("_MOTIF_WM_HINTS"));
+    return strHints.section(QLatin1Char('='), 1).section(QLatin1Char(','), iField, iField).trimmed().toInt(nullptr, 16);
+}
+
+QRect tst_Window::CellRect(int iRow, int iColumn) const
+{
+    const std::optional<AccessibleNode> cell = m_tool->Access().CellNode(m_tool->Class(), iRow, iColumn);
+    return cell ? m_tool->Access().Extents(*cell) : QRect();
+}
+
+/// What is painted in a cell, without the lines and the focus frame at its border.
+QImage tst_Window::CellPicture(int iRow, int iColumn) const
+{
+    return Screen().copy(CellRect(iRow, iColumn).adjusted(2, 2, -2, -2));
+}
+
+QList<QImage> tst_Window::InkAndStatePictures() const
+{
+    QList<QImage> listPicture;
+    const QImage screen = Screen();
+    for (int iRow = 0; iRow < m_tool->RowCount(); ++iRow) {
+        for (const int iColumn : {enColumnInk, enColumnState}) {
+            listPicture.append(screen.copy(CellRect(iRow, iColumn).adjusted(2, 2, -2, -2)));
+        }
+    }
+    return listPicture;
+}
+
+QStringList tst_Window::ToolTipAt(int iRow, int iColumn) const
+{
+    Desktop::MoveMouse(CellRect(iRow, iColumn).center());
+    return m_tool->Access().Names(m_tool->Class(), QStringLiteral("tool tip"));
+}
+
+void tst_Window::hasTitleAndFixedSize()
+{
+    m_tool->Start();
+    QTRY_VERIFY(m_tool->MainWindow()); // with the title, of 860 x 300
+    const Desktop::Window window = *m_tool->MainWindow();
+    QVERIFY(Desktop::Property(window, QStringLiteral("_NET_WM_NAME")).contains(c_strTitle));
+    const QString strHints = Desktop::Property(window, QStringLiteral("WM_NORMAL_HINTS"));
+    QVERIFY(strHints.contains(QLatin1String("minimum size: 860 by 300")));
+    QVERIFY(strHints.contains(QLatin1String("maximum size: 860 by 300")));
+    TryToResize();
+}
+
+void tst_Window::isInTheMiddleOfTheScreen()
+{
+    m_tool->Start();
+    QTRY_VERIFY(m_tool->MainWindow());
+    QTRY_COMPARE(Desktop::FramePosition(*m_tool->MainWindow()), QPoint(210, 250)); // (1280 - 860) / 2, (800 - 300) / 2
+}
+
+void tst_Window::isInTheMiddleOfTwoScreens()
+{
+    TwoScreens screens;
+    QVERIFY(screens.StartWindowManager());
+    m_tool = std::make_unique<Tool>();
+    const auto endBeforeTheDisplay = qScopeGuard([this] { m_tool = std::make_unique<Tool>(); });
+    m_tool->Start();
+    QTRY_VERIFY(m_tool->MainWindow());
+    QTRY_COMPARE(Desktop::FramePosition(*m_tool->MainWindow()), QPoint(530, 250)); // (1920 - 860) / 2, (800 - 300) / 2
+}
+
+void tst_Window::maximiseButtonIsGoneUntilShownFromTheTray()
+{
+    StartWithTray();
+    QVERIFY(m_tool->MainWindow());
+    QCOMPARE(MotifHint(1) & c_iMaximiseFunction, 0);
+    QCOMPARE(MotifHint(2) & c_iMaximiseDecoration, 0);
+
+    Desktop::CloseWindow(*m_tool->MainWindow());
+    QTRY_VERIFY(!m_tool->MainWindow());
+    m_tool->ClickTrayIcon();
+    QTRY_VERIFY(m_tool->MainWindow());
+    QCOMPARE(MotifHint(1) & c_iMaximiseFunction, c_iMaximiseFunction);
+    QCOMPARE(MotifHint(2) & c_iMaximiseDecoration, c_iMaximiseDecoration);
+    TryToResize();
+}
+
+void tst_Window::closeButtonHidesIt()
+{
+    WriteReadyPrinters({QStringLiteral("Office")});
+    StartWithTray();
+    QTRY_COMPARE(m_tool->Cell(0, enColumnState), QStringLiteral("就绪"));
+    Desktop::CloseWindow(*m_tool->MainWindow());
+    QTRY_VERIFY(!m_tool->MainWindow());
+
+    WriteStatus(QStringLiteral("Office"), Reply(0x11));
+    m_tool->ClickTrayIcon();
+    QTRY_VERIFY(m_tool->MainWindow());
+    QTRY_COMPARE(m_tool->Cell(0, enColumnState), QStringLiteral("正在扫描"));
+    QCOMPARE(m_tool->Process().state(), QProcess::Running);
+}
+
+void tst_Window::hideSwitch_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("shown");
+    QTest::newRow("-hide") << QStringList{QStringLiteral("-hide")} << false;
+    QTest::newRow("-HIDE") << QStringList{QStringLiteral("-HIDE")} << false;
+    QTest::newRow("x -Hide") << QStringList{QStringLiteral("x"), QStringLiteral("-Hide")} << false;
+    QTest::newRow("--hide") << QStringList{QStringLiteral("--hide")} << true;
+    QTest::newRow("-hidden") << QStringList{QStringLiteral("-hidden")} << true;
+}
+
+void tst_Window::hideSwitch()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(bool, shown);
+    if (shown) {
+        m_tool->Start(arguments);
+        QTRY_VERIFY(m_tool->MainWindow());
+        return;
+    }
+    m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
+    QVERIFY(m_tray->Start());
+    m_tool->Start(arguments);
+    QVERIFY(WaitForTrayIcon());
+    QVERIFY(m_tool->ChooseFromTrayMenu(2)); // a main window would be shown before the settings
+    QTRY_VERIFY(m_tool->SettingsWindow());
+    QVERIFY(!m_tool->MainWindow());
+    m_tool->ClickTrayIcon();
+    QTRY_VERIFY(m_tool->MainWindow());
+}
+
+void tst_Window::columnsHaveTheirHeadersAndWidths()
+{
+    m_tool->Start();
+    const Accessibility& access = m_tool->Access();
+    QTRY_COMPARE(access.ColumnHeaders(m_tool->Class()).size(), 4);
+    const QList<AccessibleNode> listHeader = access.ColumnHeaders(m_tool->Class());
+    QStringList listText;
+    QList<int> listWidth;
+    for (const AccessibleNode& header : listHeader) {
+        listText.append(access.Name(header));
+        listWidth.append(access.Extents(header).width());
+    }
+    QCOMPARE(listText, QStringList({QStringLiteral("打印机名称"), QStringLiteral("连接方式"),
+                                    QStringLiteral("剩余墨水量"), QStringLiteral("状态")}));
+    QCOMPARE(listWidth.mid(0, 3), QList<int>({120, 150, 345}));
+    QVERIFY2(listWidth.last() >= 185, qPrintable(QString::number(listWidth.last())));
+
+    // The last column reaches the table's right edge but for its frame.
+    const QRect table = access.Extents(*access.Find(m_tool->Class(), QStringLiteral("table")));
+    QCOMPARE(table.topLeft(), m_tool->MainWindow()->geometry.topLeft() + QPoint(20, 20));
+    QCOMPARE(table.size(), QSize(820, 260));
+    QVERIFY(table.right() - access.Extents(listHeader.last()).right() <= 2);
+}
+
+void tst_Window::textsFitTheirCells_data()
+{
+    using List = QList<int>;
+    QTest::addColumn<QList<int>>("rawStates");
+    QTest::addColumn<QStringList>("texts");
+    QTest::newRow("first six") << List{0x00, 0x01, 0x02, 0x03, 0x10, 0x11}
+                               << QStringList{QStringLiteral("就绪"),     QStringLiteral("初始化"),
+                                              QStringLiteral("忙碌"),     QStringLiteral("正在取消任务"),
+                                              QStringLiteral("正在打印"), QStringLiteral("正在扫描")};
+    QTest::newRow("last seven") << List{0x12, 0x13, 0x20, 0x21, 0x22, 0x23, 0x24}
+                                << QStringList{QStringLiteral("正在复印"),     QStringLiteral("正在打印报告"),
+                                               QStringLiteral("清洁模式"),     QStringLiteral("校准模式"),
+                                               QStringLiteral("打印机任务中"), QStringLiteral("正在打印Debug报告"),
+                                               QStringLiteral("未知")};
+}
+
+/// The printers are off-line at first, so that every cell gets another text than it had.
+void tst_Window::textsFitTheirCells()
+{
+    QFETCH(QList<int>, rawStates);
+    QFETCH(QStringList, texts);
+    FakeProgram(QStringLiteral("cancel"), "");
+    QList<stPrinterInfo> listPrinter;
+    for (int i = 0; i < texts.size(); ++i) {
+        listPrinter.append({QStringLiteral("Printer%1").arg(i), QString(), 1, QString(), QString()});
+    }
+    WritePrinters(listPrinter);
+    Desktop::MoveMouse({0, 0});
+    m_tool->Start();
+    QTRY_COMPARE(m_tool->RowCount(), static_cast<int>(texts.size()));
+    for (int iRow = 0; iRow < texts.size(); ++iRow) {
+        QCOMPARE(m_tool->Cell(iRow, enColumnState), QStringLiteral("脱机"));
+    }
+    QList<QImage> listBefore;
+    const auto areWhole = [](const QList<QImage>& listCell) {
+        return std::all_of(listCell.begin(), listCell.end(), IsWhole);
+    };
+    QTRY_VERIFY(areWhole(listBefore = InkAndStatePictures()));
+
+    for (int iRow = 0; iRow < texts.size(); ++iRow) {
+        stStatusReply reply = Reply(static_cast<quint8>(rawStates.at(iRow)));
+        reply.listSupplies = {SuppliesNumber(enSuppliesBlueInk, 39), SuppliesNumber(enSuppliesRedInk, 30),
+                              SuppliesNumber(enSuppliesYellowInk, 20), SuppliesNumber(enSuppliesBlackInk, 16)};
+        WriteStatus(listPrinter.at(iRow).strPrinterName, reply);
+    }
+    for (int iRow = 0; iRow < texts.size(); ++iRow) {
+        QTRY_COMPARE(m_tool->Cell(iRow, enColumnState), texts.at(iRow));
+        QCOMPARE(m_tool->Cell(iRow, enColumnInk), QStringLiteral("青色：较低   红色：较低   黄色：较低   黑色：较低"));
+    }
+    QList<QImage> listAfter;
+    QTRY_VERIFY(std::equal(listBefore.begin(), listBefore.end(), (listAfter = InkAndStatePictures()).begin(),
+                           std::not_equal_to<>())); // all painted anew
+    QVERIFY(areWhole(listAfter));
+}
+
+void tst_Window::toolTipsCarryWholeTexts()
+{
+    const QString strLongName = QString(QStringLiteral("彩色打印机Office")).repeated(6).left(60);
+    const QString strLongPort = QStringLiteral("三楼东侧走廊尽头的打印服务器");
+    WritePrinters({{strLongName, QString(), 0, strLongPort, QString()},
+                   {QStringLiteral("Office"), QString(), 1, QString(), QString()}});
+    WriteStatus(strLongName, Reply(0x10, {0x6105}));
+    WriteStatus(QStringLiteral("Office"), Reply(0x10, {}, {0x6105}));
+    m_tool->Start();
+    const QString strWarning = QStringLiteral("正在打印(") + c_strLongError + QLatin1Char(')');
+    QTRY_COMPARE(m_tool->Cell(0, enColumnState), c_strLongError);
+    QTRY_COMPARE(m_tool->Cell(1, enColumnState), strWarning);
+    for (const QPoint cell :
+         {QPoint(0, enColumnName), QPoint(0, enColumnConnection), QPoint(0, enColumnState), QPoint(1, enColumnState)}) {
+        QTRY_VERIFY(!IsOfOneColour(RightEnd(CellPicture(cell.x(), cell.y())))); // cut
+    }
+    QVERIFY(IsWhole(CellPicture(1, enColumnName)));
+
+    QTRY_COMPARE(ToolTipAt(0, enColumnState), QStringList{c_strLongError});
+    QTRY_COMPARE(ToolTipAt(1, enColumnState), QStringList{strWarning});
+    QTRY_COMPARE(ToolTipAt(0, enColumnName), QStringList{strLongName});
+    QTRY_COMPARE(ToolTipAt(0, enColumnConnection),
+                 QStringList{QStringLiteral("网络(") + strLongPort + QLatin1Char(')')});
+    QTRY_COMPARE(ToolTipAt(1, enColumnName), QStringList{QStringLiteral("Office")}); // a text that fits has one too
+}
+
+QTEST_GUILESS_MAIN(tst_Window)
+
+#include "tst_Window.moc"
