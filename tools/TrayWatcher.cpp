@@ -9,9 +9,9 @@
 #include <QDBusVariant>
 #include <QSocketNotifier>
 
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <string>
 
 #include <xcb/xcb.h>
 
@@ -19,6 +19,7 @@ namespace {
 
 const QString c_strWatcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString c_strWatcherPath = QStringLiteral("/StatusNotifierWatcher");
+constexpr int c_iBusPatienceMSec = 5000; // a panel that is starting may take its time to answer
 
 template <typename Reply>
 std::unique_ptr<Reply, decltype(&std::free)> Owned(Reply* pReply)
@@ -55,9 +56,10 @@ TrayWatcher::TrayWatcher(QObject* parent) : QObject(parent)
         return;
     }
     m_dwRoot = ScreenAt(m_pX11, iScreen)->root;
-    const std::string strSelection = "_NET_SYSTEM_TRAY_S" + std::to_string(iScreen);
-    const auto atom = Owned(xcb_intern_atom_reply(
-        m_pX11, xcb_intern_atom(m_pX11, 0, static_cast<uint16_t>(strSelection.size()), strSelection.c_str()), nullptr));
+    char selection[32] = {};
+    const int iLength = std::snprintf(selection, sizeof(selection), "_NET_SYSTEM_TRAY_S%d", iScreen);
+    const auto atom = Owned(
+        xcb_intern_atom_reply(m_pX11, xcb_intern_atom(m_pX11, 0, static_cast<uint16_t>(iLength), selection), nullptr));
     m_dwTraySelection = atom ? atom->atom : 0;
     // A new tray sends a MANAGER message to the root window.
     const uint32_t dwMask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
@@ -79,14 +81,28 @@ bool TrayWatcher::IsTrayThere() const
     return HasX11Tray() || HasStatusNotifierHost();
 }
 
+/// Takes the events that have come; true when a message was among them.
+bool TrayWatcher::TakeX11Message() const
+{
+    bool bMessage = false;
+    while (const auto event = Owned(xcb_poll_for_event(m_pX11))) {
+        bMessage = bMessage || (event->response_type & 0x7FU) == XCB_CLIENT_MESSAGE;
+    }
+    return bMessage;
+}
+
 bool TrayWatcher::HasX11Tray() const
 {
     if (m_pX11 == nullptr) {
         return false;
     }
-    const auto owner =
-        Owned(xcb_get_selection_owner_reply(m_pX11, xcb_get_selection_owner(m_pX11, m_dwTraySelection), nullptr));
-    return owner && owner->owner != XCB_NONE;
+    bool bTray = false;
+    do {
+        const auto owner =
+            Owned(xcb_get_selection_owner_reply(m_pX11, xcb_get_selection_owner(m_pX11, m_dwTraySelection), nullptr));
+        bTray = owner && owner->owner != XCB_NONE;
+    } while (!bTray && TakeX11Message()); // one that came along with the reply does not wake the socket's notifier
+    return bTray;
 }
 
 bool TrayWatcher::HasStatusNotifierHost()
@@ -95,18 +111,18 @@ bool TrayWatcher::HasStatusNotifierHost()
         c_strWatcherName, c_strWatcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call.setAutoStartService(false);
     call << c_strWatcherName << QStringLiteral("IsStatusNotifierHostRegistered");
-    const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, 1000);
+    const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, c_iBusPatienceMSec);
     return reply.arguments().value(0).value<QDBusVariant>().variant().toBool();
 }
 
 void TrayWatcher::SlotX11Event()
 {
-    bool bMessage = false;
-    while (const auto event = Owned(xcb_poll_for_event(m_pX11))) {
-        bMessage = bMessage || (event->response_type & 0x7FU) == XCB_CLIENT_MESSAGE;
-    }
-    if (bMessage) {
+    if (TakeX11Message()) {
         emit
         SgnTrayMayBeThere();
+    }
+    if (xcb_connection_has_error(m_pX11) != 0) {
+        emit
+        SgnDisplayGone();
     }
 }

@@ -24,10 +24,14 @@ signals:
     /// Something that may be a tray has appeared: time to ask again.
     void SgnTrayMayBeThere();
 
+    /// The X display, which was there, has gone: the session has ended.
+    void SgnDisplayGone();
+
 private slots:
     void SlotX11Event();
 
 private:
+    bool TakeX11Message() const;
     bool HasX11Tray() const;
     static bool HasStatusNotifierHost();
 

@@ -10,6 +10,8 @@
 #include <QCoreApplication>
 #include <QTimer>
 
+#include <cstdio>
+
 #include <unistd.h>
 
 namespace {
@@ -37,6 +39,7 @@ int main(int argc, char** argv)
         }
     };
     QObject::connect(&watcher, &TrayWatcher::SgnTrayMayBeThere, startWhenThere);
+    QObject::connect(&watcher, &TrayWatcher::SgnDisplayGone, &application, &QCoreApplication::quit);
     QTimer::singleShot(c_iPatienceMSec, BecomeTool);
     startWhenThere();
     return QCoreApplication::exec();

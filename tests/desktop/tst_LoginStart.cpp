@@ -1,0 +1,184 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDir>
+
+Q_DECLARE_METATYPE(TrayHost::enKind)
+
+namespace {
+
+const QString c_strFolder = QStringLiteral("/tmp/login-start");
+
+/// The starter, and the tool that it becomes. Killed with this object.
+class Login : public QProcess
+{
+public:
+    Login()
+    {
+        setProgram(c_strFolder + QStringLiteral("/vora-login-start"));
+        setProcessChannelMode(QProcess::ForwardedChannels);
+    }
+    ~Login() override
+    {
+        kill();
+        waitForFinished();
+    }
+};
+
+/// Whether the login starter has become the tool: the process keeps its number and changes its name.
+bool IsTool(const QProcess& process)
+{
+    QFile file(QStringLiteral("/proc/%1/comm").arg(process.processId()));
+    return file.open(QIODevice::ReadOnly) && file.readAll().trimmed() == "VoraPrinterTool";
+}
+
+/// What a process has cost so far.
+struct stCost
+{
+    int iTicks = 0;    ///< of processor time
+    int iSwitches = 0; ///< how often it went to sleep of its own accord
+};
+
+QByteArray ReadProcFile(const QProcess& process, const char* pName)
+{
+    QFile file(QStringLiteral("/proc/%1/%2").arg(process.processId()).arg(QLatin1String(pName)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+stCost CostOf(const QProcess& process)
+{
+    const QByteArray stat = ReadProcFile(process, "stat");
+    const QList<QByteArray> listField = stat.mid(stat.lastIndexOf(')') + 2).split(' '); // from the third, the state
+    const QByteArray status = ReadProcFile(process, "status");
+    const QByteArray label = "\nvoluntary_ctxt_switches:";
+    const int iValue = static_cast<int>(status.indexOf(label)) + label.size();
+    return {listField.value(11).toInt() + listField.value(12).toInt(),
+            status.mid(iValue, status.indexOf('\n', iValue) - iValue).trimmed().toInt()};
+}
+
+/// Whether the panel is on the screen, as its user sees it.
+bool IsPanelThere(TrayHost::enKind enKind)
+{
+    switch (enKind) {
+    case TrayHost::enTint2: return !Desktop::Windows(QStringLiteral("tint2")).isEmpty();
+    case TrayHost::enTrayer: return !Desktop::Windows(QStringLiteral("trayer")).isEmpty();
+    case TrayHost::enXfcePanel: return !Desktop::Windows(QStringLiteral("wrapper-2.0")).isEmpty();
+    }
+    return false;
+}
+
+} // namespace
+
+/// A login: the desktop starts the tool's starter, and its panel before, after or never.
+class tst_LoginStart : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void iconFollowsPanel_data();
+    void iconFollowsPanel();
+    void startsAnywayWithoutPanel();
+    void endsWithTheDisplay();
+
+private:
+    static void Wait(const QProcess& login, int iMSec);
+};
+
+void tst_LoginStart::initTestCase()
+{
+    // A panel that comes before the window manager may stay invisible.
+    QTRY_VERIFY(
+        Desktop::Run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")})
+            .contains(QLatin1String("window id")));
+    // The starter looks for the tool beside itself, as both are installed.
+    QDir().mkpath(c_strFolder);
+    QVERIFY(QFile::copy(QStringLiteral(VORA_TOOL), c_strFolder + QStringLiteral("/VoraPrinterTool")));
+    QVERIFY(QFile::copy(QStringLiteral(VORA_LOGIN_START), c_strFolder + QStringLiteral("/vora-login-start")));
+}
+
+/// The starter waits, and does nothing else: once it has looked around, it sleeps.
+void tst_LoginStart::Wait(const QProcess& login, int iMSec)
+{
+    constexpr int iLookMSec = 800;
+    QVERIFY(!QTest::qWaitFor([&] { return IsTool(login); }, iLookMSec));
+    const stCost before = CostOf(login);
+    QVERIFY(before.iSwitches > 0); // the file was read
+    QVERIFY(!QTest::qWaitFor([&] { return IsTool(login); }, iMSec - iLookMSec));
+    const stCost after = CostOf(login);
+    QCOMPARE(login.state(), QProcess::Running);
+    QVERIFY2(after.iTicks - before.iTicks <= 2, QByteArray::number(after.iTicks - before.iTicks));
+    QVERIFY2(after.iSwitches - before.iSwitches <= 20, QByteArray::number(after.iSwitches - before.iSwitches));
+}
+
+void tst_LoginStart::iconFollowsPanel_data()
+{
+    QTest::addColumn<TrayHost::enKind>("kind");
+    QTest::addColumn<int>("lateMSec");
+    const QList<QPair<QByteArray, TrayHost::enKind>> listKind = {
+        {"tint2", TrayHost::enTint2}, {"trayer", TrayHost::enTrayer}, {"xfce4-panel", TrayHost::enXfcePanel}};
+    for (const auto& kind : listKind) {
+        for (const int iLateMSec : {-1, 1000, 5000, 20000}) {
+            const QByteArray tag = iLateMSec < 0 ? "early" : QByteArray::number(iLateMSec / 1000) + "s";
+            QTest::newRow((kind.first + '-' + tag).constData()) << kind.second << iLateMSec;
+        }
+    }
+}
+
+void tst_LoginStart::iconFollowsPanel()
+{
+    QFETCH(const TrayHost::enKind, kind);
+    QFETCH(const int, lateMSec);
+    Login login;
+    m_tray = std::make_unique<TrayHost>(kind);
+    if (lateMSec < 0) {
+        QVERIFY(m_tray->Start());
+        QTRY_VERIFY_WITH_TIMEOUT(IsPanelThere(kind), 20000);
+        login.start();
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->HasIcon(*m_tool), 5000);
+    } else {
+        login.start();
+        Wait(login, lateMSec);
+        QVERIFY(m_tray->Start());
+        QTRY_VERIFY_WITH_TIMEOUT(IsPanelThere(kind), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->HasIcon(*m_tool), 2000);
+    }
+    QVERIFY(IsTool(login));
+    QVERIFY(!m_tool->MainWindow());
+}
+
+void tst_LoginStart::startsAnywayWithoutPanel()
+{
+    Login login;
+    login.start();
+    Wait(login, 58000);
+    QTRY_VERIFY_WITH_TIMEOUT(IsTool(login), 5000);
+}
+
+/// A session that ends while the starter waits takes it along.
+void tst_LoginStart::endsWithTheDisplay()
+{
+    QProcess display;
+    display.start(QStringLiteral("Xvfb"),
+                  {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-nolisten"),
+                   QStringLiteral("tcp"), QStringLiteral("-noreset")});
+    QTRY_VERIFY(display.canReadLine());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), QLatin1Char(':') + QString::fromLatin1(display.readLine().trimmed()));
+    Login login;
+    login.setProcessEnvironment(environment);
+    login.start();
+    QVERIFY(!QTest::qWaitFor([&] { return login.state() == QProcess::NotRunning || IsTool(login); }, 1000));
+    display.kill();
+    display.waitForFinished();
+    QTRY_COMPARE(login.state(), QProcess::NotRunning);
+    QCOMPARE(login.exitStatus(), QProcess::NormalExit);
+}
+
+QTEST_GUILESS_MAIN(tst_LoginStart)
+
+#include "tst_LoginStart.moc"
