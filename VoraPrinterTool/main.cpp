@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "PrinterCommon.h"
+#include "QtCompat.h"
 #include "UtilFile.h"
 #include "UtilShell.h"
 #include "voraprintertoolwidget.h"
@@ -67,6 +68,7 @@ void ShowAlreadyRunning()
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
+    LetSessionEnd();
     if (CheckIsRunning()) {
         ShowAlreadyRunning();
         return 0;

@@ -8,9 +8,6 @@
 
 Tool::Tool(const QString& strProgram) : m_strProgram(strProgram), m_strClass(QFileInfo(strProgram).fileName())
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
-    m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     m_process.setStandardOutputFile(OutputPath());
 }
@@ -28,6 +25,9 @@ QString Tool::OutputPath() const
 
 void Tool::Start(const QStringList& listArgument)
 {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+    m_process.setProcessEnvironment(environment);
     m_process.start(m_strProgram, listArgument);
     m_process.waitForStarted();
 }
