@@ -69,9 +69,13 @@ void Tool::ClickTrayIcon(Desktop::enButton button) const
 
 bool Tool::ChooseFromTrayMenu(int iEntry) const
 {
-    ClickTrayIcon(Desktop::enButtonRight);
+    // A focus change that is still under way closes a menu that has just opened, so a user clicks again.
     std::optional<Desktop::Window> menu;
-    if (!QTest::qWaitFor([&] { return (menu = Popup()).has_value(); })) {
+    for (int i = 0; i < 2 && !menu; ++i) {
+        ClickTrayIcon(Desktop::enButtonRight);
+        (void)QTest::qWaitFor([&] { return (menu = Popup()).has_value(); });
+    }
+    if (!menu) {
         return false;
     }
     Desktop::Click(*menu, {menu->geometry.width() / 2, menu->geometry.height() * (2 * iEntry + 1) / 8});
