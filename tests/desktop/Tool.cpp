@@ -69,7 +69,7 @@ void Tool::ClickTrayIcon(Desktop::enButton button) const
 
 bool Tool::ChooseFromTrayMenu(int iEntry) const
 {
-    // A focus change that is still under way closes a menu that has just opened, so a user clicks again.
+    // A click can miss while the panel still arranges its icons: a user clicks again.
     std::optional<Desktop::Window> menu;
     for (int i = 0; i < 2 && !menu; ++i) {
         ClickTrayIcon(Desktop::enButtonRight);
