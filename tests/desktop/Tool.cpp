@@ -4,7 +4,6 @@
 #include "Tool.h"
 
 #include <QFileInfo>
-#include <QTest>
 
 Tool::Tool(const QString& strProgram) : m_strProgram(strProgram), m_strClass(QFileInfo(strProgram).fileName())
 {
@@ -57,29 +56,6 @@ std::optional<Desktop::Window> Tool::TrayIcon() const
 std::optional<Desktop::Window> Tool::Popup() const
 {
     return SmallWindow({60, 50}, {700, 300});
-}
-
-void Tool::ClickTrayIcon(Desktop::enButton button) const
-{
-    const std::optional<Desktop::Window> icon = TrayIcon();
-    if (icon) {
-        Desktop::Click(*icon, {icon->geometry.width() / 2, icon->geometry.height() / 2}, button);
-    }
-}
-
-bool Tool::ChooseFromTrayMenu(int iEntry) const
-{
-    // A click can miss while the panel still arranges its icons: a user clicks again.
-    std::optional<Desktop::Window> menu;
-    for (int i = 0; i < 2 && !menu; ++i) {
-        ClickTrayIcon(Desktop::enButtonRight);
-        (void)QTest::qWaitFor([&] { return (menu = Popup()).has_value(); });
-    }
-    if (!menu) {
-        return false;
-    }
-    Desktop::Click(*menu, {menu->geometry.width() / 2, menu->geometry.height() * (2 * iEntry + 1) / 8});
-    return true;
 }
 
 QString Tool::Cell(int iRow, int iColumn) const

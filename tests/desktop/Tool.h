@@ -29,11 +29,6 @@ public:
     std::optional<Desktop::Window> TrayIcon() const;
     std::optional<Desktop::Window> Popup() const; ///< the tray menu or a balloon
 
-    void ClickTrayIcon(Desktop::enButton button = Desktop::enButtonLeft) const;
-
-    /// Opens the tray menu and clicks on one of its four entries, counted from 0.
-    bool ChooseFromTrayMenu(int iEntry) const;
-
     /// What stands in a cell of the table; empty when there is no such cell.
     QString Cell(int iRow, int iColumn) const;
     int RowCount() const;

@@ -111,13 +111,22 @@ std::optional<Desktop::Window> TrayHost::Menu(const Tool& tool) const
 
 void TrayHost::ClickIcon(const Tool& tool, Desktop::enButton button) const
 {
-    if (!QTest::qWaitFor([&] { return KnowsItsFocus(tool); })) {
-        return;
-    }
+    (void)QTest::qWaitFor([&] { return KnowsItsFocus(tool); }, 1000);
     const std::optional<Desktop::Window> icon = Icon(tool);
     if (icon) {
         Desktop::Click(*icon, Centre(*icon), button);
     }
+}
+
+bool TrayHost::ClickIconUntil(const Tool& tool, const std::function<bool()>& condition, Desktop::enButton button) const
+{
+    for (int iTry = 0; iTry < 3; ++iTry) {
+        ClickIcon(tool, button);
+        if (QTest::qWaitFor(condition, 2000)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void TrayHost::DoubleClickIcon(const Tool& tool) const
@@ -128,15 +137,14 @@ void TrayHost::DoubleClickIcon(const Tool& tool) const
     }
 }
 
+bool TrayHost::ShowWindow(const Tool& tool) const
+{
+    return ClickIconUntil(tool, [&] { return tool.MainWindow().has_value(); }, Desktop::enButtonLeft);
+}
+
 bool TrayHost::OpenMenu(const Tool& tool) const
 {
-    // A click can miss while the panel still arranges its icons: a user clicks again.
-    bool bOpen = false;
-    for (int i = 0; i < 2 && !bOpen; ++i) {
-        ClickIcon(tool, Desktop::enButtonRight);
-        bOpen = QTest::qWaitFor([&] { return Menu(tool).has_value(); });
-    }
-    return bOpen;
+    return ClickIconUntil(tool, [&] { return Menu(tool).has_value(); }, Desktop::enButtonRight);
 }
 
 bool TrayHost::ChooseFromMenu(const Tool& tool, int iEntry) const

@@ -7,6 +7,8 @@
 
 #include <QProcess>
 
+#include <functional>
+
 class Tool;
 
 /// A panel of the desktop that shows tray icons, by one of the two protocols. Killed with this object.
@@ -38,6 +40,14 @@ public:
 
     void ClickIcon(const Tool& tool, Desktop::enButton button = Desktop::enButtonLeft) const;
     void DoubleClickIcon(const Tool& tool) const;
+
+    /// Clicks until a condition holds, as a user would, up to three times: a panel that still arranges its icons loses
+    /// a click, and Qt closes a menu when it hears late that the keyboard has gone elsewhere.
+    bool ClickIconUntil(const Tool& tool, const std::function<bool()>& condition,
+                        Desktop::enButton button = Desktop::enButtonLeft) const;
+
+    /// Clicks on the icon until the hidden main window is there.
+    bool ShowWindow(const Tool& tool) const;
     bool OpenMenu(const Tool& tool) const;
 
     /// Opens the menu and clicks on one of its four entries, counted from 0.

@@ -98,8 +98,7 @@ void tst_Balloon::ownBalloon()
 
     // The last window of the program has closed by itself, yet the program lives on.
     QTRY_VERIFY_WITH_TIMEOUT(!tool.Popup(), 6000);
-    m_tray->ClickIcon(tool);
-    QTRY_VERIFY(tool.MainWindow());
+    QVERIFY(m_tray->ShowWindow(tool));
 }
 
 void tst_Balloon::notificationServer()
@@ -126,8 +125,7 @@ void tst_Balloon::notificationServer()
     QTRY_VERIFY(!Desktop::Windows(QStringLiteral("Dunst")).isEmpty());
 
     QTRY_VERIFY_WITH_TIMEOUT(Desktop::Windows(QStringLiteral("Dunst")).isEmpty(), 6000);
-    m_tray->ClickIcon(*m_tool);
-    QTRY_VERIFY(m_tool->MainWindow());
+    QVERIFY(m_tray->ShowWindow(*m_tool));
 }
 
 QTEST_GUILESS_MAIN(tst_Balloon)

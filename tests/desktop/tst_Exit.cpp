@@ -45,7 +45,7 @@ void tst_Exit::Start()
     m_listBefore = Processes();
     m_tool->Start();
     QTRY_VERIFY(m_tool->MainWindow());
-    QTRY_VERIFY(m_tray->HasIcon(*m_tool));
+    QVERIFY(WaitForTrayIcon());
 }
 
 void tst_Exit::Exit()

@@ -86,7 +86,7 @@ void tst_PrintServer::StartWithPrinters(const QStringList& listName)
 
 void tst_PrintServer::ExitFromTrayMenu()
 {
-    QVERIFY(m_tool->ChooseFromTrayMenu(3));
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 3));
     QVERIFY(m_tool->Process().waitForFinished(2000));
     QCOMPARE(m_tool->Process().exitStatus(), QProcess::NormalExit);
     QCOMPARE(m_tool->Process().exitCode(), 0);

@@ -41,10 +41,9 @@ void tst_RealRun::followsTheDriverPackageFromStartToExit()
     Desktop::CloseWindow(*tool.MainWindow());
     QTRY_VERIFY(!tool.MainWindow());
     QCOMPARE(tool.Process().state(), QProcess::Running);
-    tool.ClickTrayIcon();
-    QTRY_VERIFY(tool.MainWindow());
+    QVERIFY(m_tray->ShowWindow(tool));
 
-    QVERIFY(tool.ChooseFromTrayMenu(3)); // exit
+    QVERIFY(m_tray->ChooseFromMenu(tool, 3)); // exit
     QVERIFY(tool.Process().waitForFinished(2000));
     QCOMPARE(tool.Process().exitStatus(), QProcess::NormalExit);
     QCOMPARE(tool.Process().exitCode(), 0);

@@ -263,7 +263,7 @@ void tst_SecondCopy::leavesTheFirstCopyAlone()
     QTRY_COMPARE(m_tool->RowCount(), 2);
     QCOMPARE(m_tool->MainWindow()->geometry, geometry);
     QCOMPARE(m_tool->TrayIcon()->geometry, icon);
-    QVERIFY(m_tool->ChooseFromTrayMenu(3));
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 3));
     QVERIFY(m_tool->Process().waitForFinished(2000));
     QCOMPARE(m_tool->Process().exitCode(), 0);
 }

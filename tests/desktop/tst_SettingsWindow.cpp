@@ -97,7 +97,7 @@ bool tst_SettingsWindow::IsChecked() const
 /// By the tray's menu.
 bool tst_SettingsWindow::Open() const
 {
-    return m_tool->ChooseFromTrayMenu(2) &&
+    return m_tray->ChooseFromMenu(*m_tool, 2) &&
            QTest::qWaitFor([this] { return m_tool->SettingsWindow() && CheckBox().has_value(); });
 }
 
@@ -266,8 +266,7 @@ void tst_SettingsWindow::worksWhileTheMainWindowIsHidden()
     }
     QVERIFY(Open()); // the program is still there
     QVERIFY(Leave(QString()));
-    m_tool->ClickTrayIcon();
-    QTRY_VERIFY(m_tool->MainWindow());
+    QVERIFY(m_tray->ShowWindow(*m_tool));
     QCOMPARE(m_tool->Process().state(), QProcess::Running);
 }
 

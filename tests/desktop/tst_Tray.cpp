@@ -3,6 +3,8 @@
 
 #include "DesktopTest.h"
 
+#include <QScopeGuard>
+
 /// The icon in the trays of three desktops, and a desktop without one.
 class tst_Tray : public DesktopTest
 {
@@ -47,28 +49,28 @@ void tst_Tray::clickShowsTheWindow()
     QCOMPARE(WindowId(), strId);
 
     HideWindow();
-    m_tray->ClickIcon(tool);
-    QTRY_VERIFY(tool.MainWindow());
+    QVERIFY(m_tray->ShowWindow(tool));
     QTRY_COMPARE(Desktop::ActiveWindow(), WindowId());
 
     const auto iWindows = Desktop::Stacking().size();
     QProcess cover;
+    const auto uncover = qScopeGuard([&] {
+        cover.kill();
+        cover.waitForFinished();
+    });
     cover.start(QStringLiteral("xev"), {QStringLiteral("-geometry"), QStringLiteral("1000x500+140+150"),
                                         QStringLiteral("-name"), QStringLiteral("cover")});
     QTRY_VERIFY(Desktop::Stacking().size() > iWindows);
     QTRY_VERIFY(!QStringList({QString(), WindowId()}).contains(Desktop::ActiveWindow()));
     const QString strCover = Desktop::ActiveWindow();
     QVERIFY(Desktop::Stacking().indexOf(strCover) > Desktop::Stacking().indexOf(WindowId()));
-    m_tray->ClickIcon(tool);
-    QTRY_COMPARE(Desktop::ActiveWindow(), WindowId());
+    QVERIFY(m_tray->ClickIconUntil(tool, [&] { return Desktop::ActiveWindow() == WindowId(); }));
     QTRY_VERIFY(Desktop::Stacking().indexOf(WindowId()) > Desktop::Stacking().indexOf(strCover));
 
     HideWindow();
     m_tray->DoubleClickIcon(tool);
     LetClicksArrive();
     QTRY_VERIFY(tool.MainWindow());
-    cover.kill();
-    cover.waitForFinished();
 }
 
 void tst_Tray::iconComesBackWithTheTray()
@@ -80,9 +82,8 @@ void tst_Tray::iconComesBackWithTheTray()
     HideWindow();
 
     QVERIFY(m_tray->Start());
-    QTRY_VERIFY(m_tray->HasIcon(*m_tool));
-    m_tray->ClickIcon(*m_tool);
-    QTRY_VERIFY(m_tool->MainWindow());
+    QVERIFY(WaitForTrayIcon());
+    QVERIFY(m_tray->ShowWindow(*m_tool));
 }
 
 void tst_Tray::runsWithoutATray()

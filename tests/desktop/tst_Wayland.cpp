@@ -53,7 +53,7 @@ void tst_Wayland::runsFromStartToExit()
     qputenv("QT_QPA_PLATFORM", "wayland");
     m_tool = std::make_unique<Tool>();
     m_tool->Start();
-    QTRY_VERIFY(m_tray->HasIcon(*m_tool));
+    QVERIFY(WaitForTrayIcon());
     QTRY_VERIFY(IsWindowVisible(strTitle));
     QVERIFY(!m_tool->MainWindow()); // not on the X display
 

@@ -218,8 +218,7 @@ void tst_Window::maximiseButtonIsGoneUntilShownFromTheTray()
 
     Desktop::CloseWindow(*m_tool->MainWindow());
     QTRY_VERIFY(!m_tool->MainWindow());
-    m_tool->ClickTrayIcon();
-    QTRY_VERIFY(m_tool->MainWindow());
+    QVERIFY(m_tray->ShowWindow(*m_tool));
     QCOMPARE(MotifHint(1) & c_iMaximiseFunction, c_iMaximiseFunction);
     QCOMPARE(MotifHint(2) & c_iMaximiseDecoration, c_iMaximiseDecoration);
     TryToResize();
@@ -234,8 +233,7 @@ void tst_Window::closeButtonHidesIt()
     QTRY_VERIFY(!m_tool->MainWindow());
 
     WriteStatus(QStringLiteral("Office"), Reply(0x11));
-    m_tool->ClickTrayIcon();
-    QTRY_VERIFY(m_tool->MainWindow());
+    QVERIFY(m_tray->ShowWindow(*m_tool));
     QTRY_COMPARE(m_tool->Cell(0, enColumnState), QStringLiteral("正在扫描"));
     QCOMPARE(m_tool->Process().state(), QProcess::Running);
 }
@@ -264,11 +262,10 @@ void tst_Window::hideSwitch()
     QVERIFY(m_tray->Start());
     m_tool->Start(arguments);
     QVERIFY(WaitForTrayIcon());
-    QVERIFY(m_tool->ChooseFromTrayMenu(2)); // a main window would be shown before the settings
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 2)); // a main window would be shown before the settings
     QTRY_VERIFY(m_tool->SettingsWindow());
     QVERIFY(!m_tool->MainWindow());
-    m_tool->ClickTrayIcon();
-    QTRY_VERIFY(m_tool->MainWindow());
+    QVERIFY(m_tray->ShowWindow(*m_tool));
 }
 
 void tst_Window::columnsHaveTheirHeadersAndWidths()
@@ -353,9 +350,11 @@ void tst_Window::textsFitTheirCells()
 void tst_Window::toolTipsCarryWholeTexts()
 {
     const QString strLongName = QString(QStringLiteral("彩色打印机Office")).repeated(6).left(60);
-    const QString strLongPort = QStringLiteral("三楼东侧走廊尽头的打印服务器");
+    const QString strLongPort = QStringLiteral("printserver.east-wing.example.org");
+    const QString strTagName = QStringLiteral("<b>Office");
     WritePrinters({{strLongName, QString(), 0, strLongPort, QString()},
-                   {QStringLiteral("Office"), QString(), 1, QString(), QString()}});
+                   {QStringLiteral("Office"), QString(), 1, QString(), QString()},
+                   {strTagName, QString(), 1, QString(), QString()}});
     WriteStatus(strLongName, Reply(0x10, {0x6105}));
     WriteStatus(QStringLiteral("Office"), Reply(0x10, {}, {0x6105}));
     m_tool->Start();
@@ -374,6 +373,7 @@ void tst_Window::toolTipsCarryWholeTexts()
     QTRY_COMPARE(ToolTipAt(0, enColumnConnection),
                  QStringList{QStringLiteral("网络(") + strLongPort + QLatin1Char(')')});
     QTRY_COMPARE(ToolTipAt(1, enColumnName), QStringList{QStringLiteral("Office")}); // a text that fits has one too
+    QTRY_COMPARE(ToolTipAt(2, enColumnName), QStringList{strTagName});
 }
 
 QTEST_GUILESS_MAIN(tst_Window)
