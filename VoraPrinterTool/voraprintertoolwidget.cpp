@@ -20,6 +20,7 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QProcess>
+#include <QTextDocument> // Qt::mightBeRichText
 #include <QThread>
 
 #include <array>
@@ -27,7 +28,6 @@
 namespace {
 
 const QString c_strTitle = QStringLiteral("星原喷墨打印机助手");
-const QString c_strIcon = QStringLiteral(":/Icon/Resource/Vora.png");
 
 constexpr int c_iBalloonMSec = 3000;
 constexpr int c_iThreadWaitMSec = 1000;
@@ -44,7 +44,9 @@ enum enColumn
 void SetCellText(QTableWidgetItem& item, const QString& strText)
 {
     item.setData(Qt::DisplayRole, strText);
-    item.setToolTip(strText); // a text may be wider than its column
+    // A text may be wider than its column, and a printer's name may look like a tag, which a tool tip would obey.
+    item.setToolTip(Qt::mightBeRichText(strText) ? QStringLiteral("<span>%1</span>").arg(strText.toHtmlEscaped())
+                                                 : strText);
 }
 
 QString ConnectionText(const stPrinterInfo& info)
@@ -79,9 +81,7 @@ bool EndWorker(QThread* pThread, UtilThreadBase* pWorker, const QDeadlineTimer& 
 VoraPrinterToolWidget::VoraPrinterToolWidget(QWidget* parent)
     : QWidget(parent), ui(std::make_unique<Ui::VoraPrinterToolWidget>())
 {
-    Q_INIT_RESOURCE(res); // the linker drops a static library's resources unless they are asked for
     ui->setupUi(this);
-    setWindowIcon(QIcon(c_strIcon));
     SetUpFixedWindow(*this, c_strTitle);
     m_pAppSetting = new AppSetting;
     m_iStatusThreadCount = 0;
@@ -136,6 +136,7 @@ void VoraPrinterToolWidget::InitDeviceTable()
     pTable->horizontalHeader()->setStretchLastSection(true);
     pTable->horizontalHeader()->setSectionsClickable(false);
     pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    pTable->setWordWrap(false); // a long name is cut at the column's end and not before its first blank
     pTable->setHorizontalHeaderLabels({QStringLiteral("打印机名称"), QStringLiteral("连接方式"),
                                        QStringLiteral("剩余墨水量"), QStringLiteral("状态")});
     pTable->horizontalHeader()->resizeSection(enColumnName, 120);
@@ -148,7 +149,7 @@ void VoraPrinterToolWidget::InitDeviceTable()
 void VoraPrinterToolWidget::InitTrayIcon()
 {
     WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitTrayIcon start"));
-    m_pTrayIcon = new QSystemTrayIcon(QIcon(c_strIcon), this);
+    m_pTrayIcon = new QSystemTrayIcon(windowIcon(), this);
     m_pTrayIcon->setToolTip(c_strTitle);
     connect(m_pTrayIcon, &QSystemTrayIcon::activated, this, &VoraPrinterToolWidget::SlotActivatedTrayIcon);
 
