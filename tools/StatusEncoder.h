@@ -14,8 +14,9 @@ struct stSuppliesRecord
     QByteArray data;
 };
 
-/// A binary status reply field by field, with the printer's raw codes. What the program does not interpret is here too, so
-/// that every reply can be written. A string has at most 65535 bytes, a list at most 255 entries; longer ones are cut.
+/// A binary status reply field by field, with the printer's raw codes. What the program does not interpret is here too,
+/// so that every reply can be written. A string has at most 65535 bytes, a list at most 255 entries; longer ones are
+/// cut.
 struct stStatusReply
 {
     QByteArray unexamined = QByteArray(7, '\0'); ///< bytes 0 to 6

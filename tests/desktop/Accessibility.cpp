@@ -24,8 +24,8 @@ QDBusConnection ConnectToBus()
                                        QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress")));
     const QString strAddress = address.arguments().value(0).toString();
 
-    // As on a desktop whose bus knows its display. Without this property Qt 5.15 calls the accessibility bus before it is
-    // connected in about every second start ("Error in contacting registry"), and the program stays hidden from it.
+    // As on a desktop whose bus knows its display. Without this property Qt 5.15 calls the accessibility bus before it
+    // is connected in about every second start ("Error in contacting registry"), and the program stays hidden from it.
     const QString strProperty = QStringLiteral("AT_SPI_BUS");
     Desktop::Run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("-f"), strProperty,
                                            QStringLiteral("8s"), QStringLiteral("-set"), strProperty, strAddress});

@@ -20,7 +20,8 @@ struct AccessibleNode
 };
 
 /// Reads a program's windows from outside, as a screen reader does. The program must start after this is made, with
-/// QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1. The table is looked up once for each program, all else is asked anew at each call.
+/// QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1. The table is looked up once for each program, all else is asked anew at each
+/// call.
 class Accessibility
 {
 public:
@@ -50,8 +51,8 @@ public:
 
     QString Name(const AccessibleNode& node) const;
 
-    /// From now on calls the receiver's slot (const QDBusMessage&, whose service and path are the object's) whenever the
-    /// keyboard comes to another object of any program, entries of menus included.
+    /// From now on calls the receiver's slot (const QDBusMessage&, whose service and path are the object's) whenever
+    /// the keyboard comes to another object of any program, entries of menus included.
     void HearFocus(QObject* pReceiver, const char* pSlot);
 
     /// Whether the program takes one of its windows for the one with the keyboard.

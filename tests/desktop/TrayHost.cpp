@@ -52,7 +52,8 @@ bool IsWatched()
     return !watcher.property("RegisteredStatusNotifierItems").toStringList().isEmpty();
 }
 
-/// Qt hears late, by about a tenth of a second, that the keyboard has gone to another program, and then closes open menus.
+/// Qt hears late, by about a tenth of a second, that the keyboard has gone to another program, and then closes open
+/// menus.
 bool KnowsItsFocus(const Tool& tool)
 {
     const QString strActive = Desktop::ActiveWindow();
@@ -139,12 +140,13 @@ void TrayHost::DoubleClickIcon(const Tool& tool) const
 
 bool TrayHost::ShowWindow(const Tool& tool) const
 {
-    return ClickIconUntil(tool, [&] { return tool.MainWindow().has_value(); }, Desktop::enButtonLeft);
+    return ClickIconUntil(tool, [&] { return tool.MainWindow().has_value(); });
 }
 
 bool TrayHost::OpenMenu(const Tool& tool) const
 {
-    return ClickIconUntil(tool, [&] { return Menu(tool).has_value(); }, Desktop::enButtonRight);
+    return ClickIconUntil(
+        tool, [&] { return Menu(tool).has_value(); }, Desktop::enButtonRight);
 }
 
 bool TrayHost::ChooseFromMenu(const Tool& tool, int iEntry) const

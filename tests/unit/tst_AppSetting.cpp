@@ -95,6 +95,7 @@ void tst_AppSetting::windowIsFixedAndCentred()
 {
     QCOMPARE(m_pWindow->objectName(), QStringLiteral("AppSetting"));
     QCOMPARE(m_pWindow->windowTitle(), QStringLiteral("设置"));
+    QVERIFY(!m_pWindow->windowIcon().isNull());
     QVERIFY(m_pWindow->isWindow());
     QVERIFY(m_pWindow->isHidden());
     QCOMPARE(m_pWindow->windowModality(), Qt::NonModal);
