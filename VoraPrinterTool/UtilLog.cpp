@@ -15,6 +15,7 @@
 #include <cstdio>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -71,7 +72,9 @@ void WriteStringLog(const char* pFile, int iLine, const char* pFunction, QString
     }
     // Everybody may write to the folder: a link planted under the log's name must not lead a line into another file.
     QFile file;
-    if (OpenWithoutBlocking(file, s_strLogName, QIODevice::Append | QIODevice::Text, O_APPEND | O_NOFOLLOW)) {
+    struct stat fileStat = {};
+    if (OpenWithoutBlocking(file, s_strLogName, QIODevice::Append | QIODevice::Text, O_APPEND | O_NOFOLLOW) &&
+        ::fstat(file.handle(), &fileStat) == 0 && fileStat.st_nlink == 1) {
         file.write(strLine.toLocal8Bit());
     }
 }

@@ -85,7 +85,8 @@ public:
     {
         QDBusConnection bus = QDBusConnection::sessionBus();
         bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
-                           QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSignals);
+                           QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSignals |
+                               QDBusConnection::ExportAllSlots);
         bus.registerService(c_strService);
     }
     ~StatusNotifierWatcher() override { QDBusConnection::sessionBus().unregisterService(c_strService); }
@@ -97,12 +98,18 @@ public:
         StatusNotifierHostRegistered();
     }
 
+    int Icons() const { return m_iIcons; }
+
+public slots:
+    void RegisterStatusNotifierItem(const QString& /*strService*/) { ++m_iIcons; }
+
 signals:
     void StatusNotifierHostRegistered();
 
 private:
     const QString c_strService = QStringLiteral("org.kde.StatusNotifierWatcher");
     bool m_bHost = false;
+    int m_iIcons = 0;
 };
 
 /// A login: the desktop starts the tool's starter, and its panel before, after or never.
@@ -114,6 +121,7 @@ private slots:
     void initTestCase();
     void iconFollowsPanel_data();
     void iconFollowsPanel();
+    void followsStatusNotifierHost_data();
     void followsStatusNotifierHost();
     void startsAnywayWithoutPanel();
     void endsWithTheDisplay();
@@ -183,20 +191,38 @@ void tst_LoginStart::iconFollowsPanel()
     QVERIFY(!m_tool->MainWindow());
 }
 
+void tst_LoginStart::followsStatusNotifierHost_data()
+{
+    QTest::addColumn<int>("lateMSec");
+    QTest::newRow("early") << -1;
+    QTest::newRow("1s") << 1000;
+    QTest::newRow("5s") << 5000;
+    QTest::newRow("20s") << 20000;
+}
+
 /// The panels above have an XEmbed tray, too.
 void tst_LoginStart::followsStatusNotifierHost()
 {
+    QFETCH(const int, lateMSec);
     Login login;
-    login.start();
-    Wait(login, 1000);
+    if (lateMSec > 0) {
+        login.start();
+        Wait(login, lateMSec);
+        if (QTest::currentTestFailed()) {
+            return;
+        }
+    }
     StatusNotifierWatcher watcher;
-    QVERIFY(!QTest::qWaitFor([&] { return IsTool(login); }, 1000)); // nobody shows the icons yet
+    if (lateMSec > 0) {
+        QVERIFY(!QTest::qWaitFor([&] { return IsTool(login); }, 1000)); // nobody shows the icons yet
+    }
     watcher.RegisterHost();
-    QTRY_VERIFY_WITH_TIMEOUT(IsTool(login), 2000);
-
-    Login late;
-    late.start();
-    QTRY_VERIFY_WITH_TIMEOUT(IsTool(late), 2000);
+    if (lateMSec < 0) {
+        login.start();
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(watcher.Icons(), 1, lateMSec < 0 ? 5000 : 2000);
+    QVERIFY(IsTool(login));
+    QVERIFY(!m_tool->MainWindow());
 }
 
 void tst_LoginStart::startsAnywayWithoutPanel()

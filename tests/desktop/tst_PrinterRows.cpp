@@ -19,17 +19,24 @@ private slots:
     void emptyListHasNoRows();
 
 private:
+    QStringList ReadRows() const;
     QStringList Rows() const;
 };
 
-/// "name: state" of each row.
-QStringList tst_PrinterRows::Rows() const
+QStringList tst_PrinterRows::ReadRows() const
 {
     QStringList listRow;
     for (int iRow = 0; iRow < m_tool->RowCount(); ++iRow) {
         listRow.append(m_tool->Cell(iRow, 0) + QStringLiteral(": ") + m_tool->Cell(iRow, 3));
     }
     return listRow;
+}
+
+/// "name: state" of each row; nothing when the table was rebuilt between one cell and the next.
+QStringList tst_PrinterRows::Rows() const
+{
+    const QStringList listRow = ReadRows();
+    return listRow == ReadRows() ? listRow : QStringList();
 }
 
 void tst_PrinterRows::rowsFollowTheList()

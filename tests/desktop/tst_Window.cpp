@@ -245,8 +245,13 @@ void tst_Window::hideSwitch_data()
     QTest::newRow("-hide") << QStringList{QStringLiteral("-hide")} << false;
     QTest::newRow("-HIDE") << QStringList{QStringLiteral("-HIDE")} << false;
     QTest::newRow("x -Hide") << QStringList{QStringLiteral("x"), QStringLiteral("-Hide")} << false;
+    QTest::newRow("-hide x y") << QStringList{QStringLiteral("-hide"), QStringLiteral("x"), QStringLiteral("y")}
+                               << false;
     QTest::newRow("--hide") << QStringList{QStringLiteral("--hide")} << true;
     QTest::newRow("-hidden") << QStringList{QStringLiteral("-hidden")} << true;
+    QTest::newRow("-hid") << QStringList{QStringLiteral("-hid")} << true;
+    QTest::newRow("hide") << QStringList{QStringLiteral("hide")} << true;
+    QTest::newRow("blank before") << QStringList{QStringLiteral(" -hide")} << true;
 }
 
 void tst_Window::hideSwitch()

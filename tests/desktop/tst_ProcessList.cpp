@@ -1,0 +1,141 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+#include <QDir>
+
+namespace {
+
+const QString c_strToolFolder = QStringLiteral(VORA_PACKAGE_PATH "tool");
+const QString c_strProcessList = c_strToolFolder + QStringLiteral("/pslist.tmp");
+const QByteArray c_ownLine = "    100 ?        00:00:00 VoraPrinterTool\n";
+
+QByteArray Content(const QString& strPath)
+{
+    QFile file(strPath);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+/// What the program takes for a running copy in the process list that `ps` prints.
+class tst_ProcessList : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void linesThatCount_data();
+    void linesThatCount();
+    void longNameIsCutToFifteenCharacters_data();
+    void longNameIsCutToFifteenCharacters();
+    void listThatCannotBeWrittenCountsNothing_data();
+    void listThatCannotBeWrittenCountsNothing();
+
+private:
+    static void FakeProcessList(const QByteArray& lines);
+    bool IsUp() const;
+};
+
+void tst_ProcessList::FakeProcessList(const QByteArray& lines)
+{
+    QFile file(QStringLiteral("/tmp/lines"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(lines);
+    FakeProgram(QStringLiteral("ps"), "echo \"$*\" > /tmp/arguments\ncat /tmp/lines\n");
+}
+
+/// Whether the program shows its window or the message box.
+bool tst_ProcessList::IsUp() const
+{
+    return !Desktop::Windows(m_tool->Class()).isEmpty();
+}
+
+void tst_ProcessList::linesThatCount_data()
+{
+    QTest::addColumn<QByteArray>("lines");
+    QTest::addColumn<bool>("running");
+    QTest::newRow("none") << QByteArray() << false;
+    QTest::newRow("itself") << c_ownLine << false;
+    QTest::newRow("one other") << c_ownLine + "    101 ?        00:00:00 VoraPrinterTool\n" << true;
+    QTest::newRow("two others") << c_ownLine.repeated(3) << true;
+    QTest::newRow("other letter case") << c_ownLine + "101 VoraPrinterTool 00:00:00 voraprinterTOOL\n" << true;
+    QTest::newRow("longer name") << c_ownLine + "101 ? 00:00:00 VoraPrinterTool2\n" << false;
+    QTest::newRow("name within a name") << c_ownLine + "101 ? 00:00:00 myVoraPrinterTool\n" << false;
+    QTest::newRow("three columns") << c_ownLine + "101 ? VoraPrinterTool\n" << false;
+    QTest::newRow("name in the first column") << c_ownLine + "VoraPrinterTool ? 00:00:00 bash\n" << false;
+    QTest::newRow("name in the second column") << c_ownLine + "101 VoraPrinterTool 00:00:00 bash\n" << false;
+    QTest::newRow("name in the third column") << c_ownLine + "101 ? VoraPrinterTool bash\n" << false;
+    QTest::newRow("name in the fifth column") << c_ownLine + "101 ? 00:00:00 grep VoraPrinterTool\n" << false;
+    QTest::newRow("more columns after the name") << c_ownLine + "101 ? 00:00:00 VoraPrinterTool <defunct>\n" << true;
+    QTest::newRow("trailing blanks") << c_ownLine + "101 ? 00:00:00 VoraPrinterTool   \n" << true;
+    QTest::newRow("trailing tab") << c_ownLine + "101 ? 00:00:00 VoraPrinterTool\t\n" << true;
+    QTest::newRow("carriage return") << c_ownLine + "101 ? 00:00:00 VoraPrinterTool\r\n" << true;
+    QTest::newRow("no line end") << c_ownLine + "101 ? 00:00:00 VoraPrinterTool" << true;
+    QTest::newRow("tabs are no separators") << c_ownLine + "101\t?\t00:00:00\tVoraPrinterTool\n" << false;
+}
+
+void tst_ProcessList::linesThatCount()
+{
+    QFETCH(QByteArray, lines);
+    QFETCH(bool, running);
+    FakeProcessList(lines);
+    m_tool->Start();
+    QTRY_VERIFY(IsUp());
+    QCOMPARE(m_tool->MainWindow().has_value(), !running);
+    QCOMPARE(Content(QStringLiteral("/tmp/arguments")), QByteArray("-A\n"));
+    QVERIFY(!QFile::exists(c_strProcessList));
+}
+
+void tst_ProcessList::longNameIsCutToFifteenCharacters_data()
+{
+    QTest::addColumn<QString>("second");
+    QTest::newRow("same name") << QStringLiteral("/tmp/copies/printer-assistant-k507");
+    QTest::newRow("name with the same fifteen characters") << QStringLiteral("/tmp/copies/printer-assistance");
+}
+
+void tst_ProcessList::longNameIsCutToFifteenCharacters()
+{
+    QFETCH(QString, second);
+    FakeProgram(QStringLiteral("ps"), "exec /bin/ps \"$@\"\n");
+    const QString strFirst = QStringLiteral("/tmp/copies/printer-assistant-k507");
+    QDir().mkpath(QStringLiteral("/tmp/copies"));
+    for (const QString& strCopy : {strFirst, second}) {
+        QVERIFY(QFile::exists(strCopy) || QFile::copy(QStringLiteral(VORA_TOOL), strCopy));
+    }
+    m_tool = std::make_unique<Tool>(strFirst);
+    m_tool->Start();
+    QTRY_VERIFY(m_tool->MainWindow());
+    Tool other(second);
+    other.Start();
+    const auto box = [&] {
+        return Desktop::FindWindow(other.Class(), m_tool->MainWindow()->strTitle, {1, 1}, {859, 299});
+    };
+    QTRY_VERIFY(box());
+}
+
+void tst_ProcessList::listThatCannotBeWrittenCountsNothing_data()
+{
+    QTest::addColumn<QString>("obstacle");
+    QTest::newRow("a folder in the list's place") << c_strProcessList + QStringLiteral("/inside");
+    QTest::newRow("a file in the tool folder's place") << c_strToolFolder;
+}
+
+void tst_ProcessList::listThatCannotBeWrittenCountsNothing()
+{
+    QFETCH(QString, obstacle);
+    FakeProcessList(c_ownLine.repeated(2));
+    QVERIFY(QDir().mkpath(QFileInfo(obstacle).path()));
+    QFile file(obstacle);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("in the way");
+    file.close();
+    m_tool->Start();
+    QTRY_VERIFY(IsUp());
+    QVERIFY(m_tool->MainWindow());
+    QCOMPARE(Content(obstacle), QByteArray("in the way"));
+}
+
+QTEST_GUILESS_MAIN(tst_ProcessList)
+
+#include "tst_ProcessList.moc"
