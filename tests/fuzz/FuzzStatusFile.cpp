@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "StatusFile.h"
+#include "StatusRendering.h"
+#include "StatusReport.h"
+#include "StatusSource.h"
+#include "Verdict.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace {
+
+/// A regular file that is in memory only; its name.
+QString WriteFile(const std::uint8_t* pData, std::size_t iSize)
+{
+    static const int s_iFd = ::memfd_create("reply", MFD_CLOEXEC);
+    Require(::ftruncate(s_iFd, 0) == 0 && ::pwrite(s_iFd, pData, iSize, 0) == static_cast<ssize_t>(iSize));
+    return QStringLiteral("/proc/self/fd/%1").arg(s_iFd);
+}
+
+enReplyFault ExpectedFault(enVerdict enResult)
+{
+    switch (enResult) {
+    case enRejected: return enReplyTruncated;
+    case enEnded: return enReplyFatalSupplies;
+    default: return enReplyAccepted;
+    }
+}
+
+} // namespace
+
+/// Any bytes, as a file that vora-status is to read. It must say of each reply what the program does with it, and live
+/// on where the program ends.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSize)
+{
+    StatusOptions options;
+    options.m_listPath.append(WriteFile(pData, iSize));
+    // Neither the program nor vora-status interprets a reply's first byte: here it chooses the output.
+    const int iChoice = iSize > 0 ? pData[0] : 0;
+    options.m_enFormat = static_cast<enOutputFormat>(iChoice % 3);
+    options.m_enLang = iChoice / 3 % 2 == 0 ? enLanguageEnglish : enLanguageChinese;
+    StatusSource source(options);
+    const StatusRendering rendering(options, source);
+
+    UtilPrinterStatus decoder;
+    const auto iRead = std::min<std::size_t>(iSize, StatusFile::c_iMaxLength);
+    const enVerdict enResult = Decode(decoder, pData, iRead);
+    const QByteArray reply(reinterpret_cast<const char*>(pData), static_cast<int>(iRead));
+    Require(ReplyLayout(reply).Fault() == ExpectedFault(enResult));
+    const enExitStatus enExpected = decoder.m_listErrorCode.empty() ? enExitGood : enExitErrors;
+    Require(rendering.ExitStatus() == (enResult == enDecoded ? enExpected : enExitFailure));
+    return 0;
+}

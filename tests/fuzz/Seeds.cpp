@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "Seeds.h"
+
+#include "JsonReader.h"
+#include "ReplyFields.h"
+#include "Scenario.h"
+#include "ScenarioLibrary.h"
+
+namespace {
+
+constexpr int c_iMaxOfScenario = 4; // printers and steps; the others are much the same
+
+/// Every supplies key, every list and text filled.
+stStatusReply FullReply()
+{
+    stStatusReply reply;
+    reply.unexamined = "VORA\1\2\3";
+    reply.vendorName = "Vora";
+    reply.productName = "Vora RA7QX";
+    reply.serialNumber = "SN1234";
+    reply.byStatus = 0x10;
+    reply.firmwareVersion = "2.1.7";
+    reply.fifthString = "xyz";
+    reply.listErrorCode = {0x6110, 0x6156};
+    reply.listWarningCode = {0x6160};
+    reply.listSupplies = {{enSuppliesSerialNumber, "INK42"}};
+    for (const enSuppliesKey enKey :
+         {enSuppliesType, enSuppliesRemainingToner, enSuppliesWasteToner, enSuppliesOPCRotation,
+          enSuppliesNumberOfPages, enSuppliesNumberOfPrint, enSuppliesPrintDotsCount, enSuppliesPrinterNumOfPages,
+          enSuppliesPrinterNumOfPrint, enSuppliesBlackInk, enSuppliesBlueInk, enSuppliesRedInk, enSuppliesYellowInk}) {
+        reply.listSupplies.append(SuppliesNumber(enKey, 42));
+    }
+    return reply;
+}
+
+/// Each bound of the decoder met exactly.
+stStatusReply WidestReply()
+{
+    stStatusReply reply;
+    reply.vendorName = QByteArray(255, 'v');
+    reply.productName = QByteArray(256, 'p');
+    reply.fifthString = QByteArray(257, 'f');
+    for (int i = 0; i < 255; ++i) {
+        reply.listErrorCode.append(0x6100);
+    }
+    reply.listSupplies = {{enSuppliesSerialNumber, QByteArray(65, 's')}, {0x7777, QByteArray(65, 'u')}};
+    return reply;
+}
+
+void AddScenario(QMap<QString, QByteArray>& seeds, const QString& strName)
+{
+    const stScenario scenario = ReadScenario(BuiltInScenario(strName), strName);
+    for (int i = 0; i < scenario.listPrinter.size() && i < c_iMaxOfScenario; ++i) {
+        seeds.insert(QStringLiteral("%1-printer-%2").arg(strName).arg(i),
+                     EncodeStatusReply(scenario.listPrinter.at(i).reply));
+    }
+    for (int i = 0; i < scenario.listStep.size() && i < c_iMaxOfScenario; ++i) {
+        const stStep& step = scenario.listStep.at(i);
+        stStatusReply reply = scenario.listPrinter.at(step.listPrinter.constFirst()).reply;
+        ApplyReplyFields(JsonReader(step.fields, QString()), reply);
+        seeds.insert(QStringLiteral("%1-step-%2").arg(strName).arg(i), EncodeStatusReply(reply));
+    }
+}
+
+} // namespace
+
+QMap<QString, QByteArray> ReplySeeds()
+{
+    QMap<QString, QByteArray> seeds = {
+        {QStringLiteral("blank"), EncodeStatusReply(stStatusReply())},
+        {QStringLiteral("full"), EncodeStatusReply(FullReply())},
+        {QStringLiteral("widest"), EncodeStatusReply(WidestReply())},
+    };
+    for (const QString& strName : BuiltInScenarios()) {
+        AddScenario(seeds, strName);
+    }
+    return seeds;
+}

@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "Verdict.h"
+
+#include <algorithm>
+#include <csetjmp>
+#include <csignal>
+
+#include <unistd.h>
+
+namespace {
+
+std::jmp_buf s_beforeDecoding;
+bool s_bDecoding = false;
+
+bool AreErrors(const QList<enErrorStatus>& listError)
+{
+    return listError.size() <= 255 && std::all_of(listError.begin(), listError.end(),
+                                                  [](int iError) { return iError >= 0 && iError < enErrorCount; });
+}
+
+} // namespace
+
+/// The C library's function, defined anew. The decoder's frame, which the jump leaves, holds plain values only.
+extern "C" void abort() noexcept
+{
+    if (s_bDecoding) {
+        s_bDecoding = false;
+        std::longjmp(s_beforeDecoding, 1);
+    }
+    std::raise(SIGABRT);
+    ::_exit(128 + SIGABRT);
+}
+
+enVerdict Decode(UtilPrinterStatus& decoder, const unsigned char* pData, std::size_t iSize)
+{
+    if (_setjmp(s_beforeDecoding) != 0) {
+        return enEnded;
+    }
+    s_bDecoding = true;
+    const bool bDecoded = decoder.parseRecvBuf(const_cast<unsigned char*>(pData), iSize);
+    s_bDecoding = false;
+    return bDecoded ? enDecoded : enRejected;
+}
+
+bool IsWithinBounds(const stPrinterState& state)
+{
+    const bool bTexts = state.strVenderName.size() <= 255 && state.strProductName.size() <= 255 &&
+                        state.strPrinterSerialNumber.size() <= 255 && state.strFWVersion.size() <= 255 &&
+                        state.strSupplySerialNumber.size() <= 64;
+    const unsigned long dwHighest =
+        std::max({state.dwRemainingToner, state.dwWasteToner, state.dwBlackInkRemainer, state.dwBlueInkRemainer,
+                  state.dwRedInkRemainer, state.dwYellowInkRemainer, state.dwOPCRotation, state.dwNumberOfPages,
+                  state.dwNumberOfPrint, state.dwPrintDotsCount, state.dwPrinterNumOfPages, state.dwPrinterNumOfPrint});
+    return bTexts && state.enCurrentStatus >= 0 && state.enCurrentStatus < enStatusCount &&
+           state.enSpplyType == enSupplyTypeDefault && AreErrors(state.listErrorStatus) &&
+           AreErrors(state.listWarningStatus) && dwHighest <= 0xFFFFFFFF && state.iReadFailCount == 0;
+}
+
+void Require(bool bCondition)
+{
+    if (!bCondition) {
+        std::abort();
+    }
+}

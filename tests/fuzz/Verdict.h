@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "PrinterCommon.h"
+#include "UtilPrinterStatus.h"
+
+#include <cstddef>
+
+// What the decoder may do with bytes that nobody vouches for. Shared by the fuzzers and the test of damaged replies.
+
+enum enVerdict
+{
+    enRejected,
+    enDecoded,
+    enEnded ///< at a supplies record of more than 65 data bytes the decoder ends the process, by design
+};
+
+/// Decodes into a new decoder and comes back even from the end by design: abort() is this program's own while the
+/// decoder runs. Of all of the product's code this function alone may meet that end. Called from one thread.
+enVerdict Decode(UtilPrinterStatus& decoder, const unsigned char* pData, std::size_t iSize);
+
+/// Whether every value of a decoded reply lies within the tables that it is looked up in and the bounds of its field.
+bool IsWithinBounds(const stPrinterState& state);
+
+/// Ends the process, so that the fuzzer keeps the input, unless the condition holds.
+void Require(bool bCondition);

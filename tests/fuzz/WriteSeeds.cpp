@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DriverFolder.h"
+#include "InputError.h"
+#include "Scenario.h"
+#include "ScenarioLibrary.h"
+#include "Seeds.h"
+
+#include <QDir>
+#include <QSaveFile>
+
+#include <cstdio>
+
+namespace {
+
+void Write(const QString& strFolder, const QString& strName, const QByteArray& content)
+{
+    QDir().mkpath(strFolder);
+    QSaveFile file(strFolder + QLatin1Char('/') + strName);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
+        throw InputError(file.fileName() + QLatin1String(": ") + file.errorString());
+    }
+}
+
+void WritePrinterList(const QString& strFolder, const QString& strName, const stScenario& scenario)
+{
+    QList<stPrinterInfo> listPrinter;
+    for (int i = 0; i < scenario.listPrinter.size() && i < 5; ++i) {
+        listPrinter.append(scenario.listPrinter.at(i).info);
+    }
+    const DriverFolder folder(strFolder + QLatin1Char('/') + strName);
+    if (!folder.WritePrinterList(listPrinter)) {
+        throw InputError(folder.ErrorString());
+    }
+}
+
+} // namespace
+
+/// The argument is the folder into which the seeds of all fuzzers go: reply/, printer-list/ and scenario/.
+int main(int argc, char** argv)
+{
+    const QString strFolder = QString::fromLocal8Bit(argc == 2 ? argv[1] : ".");
+    try {
+        const QMap<QString, QByteArray> seeds = ReplySeeds();
+        for (auto seed = seeds.begin(); seed != seeds.end(); ++seed) {
+            Write(strFolder + QStringLiteral("/reply"), seed.key(), seed.value());
+        }
+        for (const QString& strName : BuiltInScenarios()) {
+            const QByteArray json = BuiltInScenario(strName);
+            Write(strFolder + QStringLiteral("/scenario"), strName, json);
+            WritePrinterList(strFolder + QStringLiteral("/printer-list"), strName, ReadScenario(json, strName));
+        }
+    } catch (const InputError& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+    return 0;
+}
