@@ -3,12 +3,15 @@
 
 #include "TrdDeviceManage.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
 #include <numeric>
 #include <vector>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -48,6 +51,19 @@ std::vector<int> PrinterIndexes(const QSettings& settings, int iCount)
     }
     std::sort(listIndex.begin(), listIndex.end());
     return listIndex;
+}
+
+/// What differs between two versions of the list file; all zero when there is none.
+std::array<qint64, 6> ListFileStamp()
+{
+    struct stat fileStat = {};
+    (void)::stat(QFile::encodeName(c_strCfgPath + c_strPrinterListName).constData(), &fileStat);
+    return {static_cast<qint64>(fileStat.st_ino),
+            fileStat.st_size,
+            fileStat.st_mtim.tv_sec,
+            fileStat.st_mtim.tv_nsec,
+            fileStat.st_ctim.tv_sec,
+            fileStat.st_ctim.tv_nsec};
 }
 
 bool IsSamePrinter(const stPrinterInfo& left, const stPrinterManager& right)
@@ -125,13 +141,24 @@ void TrdDeviceManage::SlotTaskStart()
     }
     m_bTaskRunning = true;
     do {
-        UpdateSharedList(GetPrinterInfo(true));
+        ReadChangedList();
+        UpdateSharedList(m_listPrinterInfo);
     } while (!WaitForSleep(3000));
 }
 
 void TrdDeviceManage::SlotThreadQuit()
 {
     m_bThreadQuit = true;
+}
+
+/// Looking up thousands of unchanged values every three seconds would be most of an idle program's work.
+void TrdDeviceManage::ReadChangedList()
+{
+    const auto stamp = ListFileStamp(); // before the file is read: what is written meanwhile is read by the next pass
+    if (stamp != m_listStamp) {
+        m_listStamp = stamp;
+        m_listPrinterInfo = GetPrinterInfo(true);
+    }
 }
 
 void TrdDeviceManage::UpdateSharedList(const QList<stPrinterInfo>& listPrinterInfo)

@@ -7,6 +7,8 @@
 #include "QtCompat.h"
 #include "UtilThreadBase.h"
 
+#include <array>
+
 /// Keeps the shared printer list current: reads the driver package's printer list file every three seconds and, when
 /// the printers differ, replaces the shared list. Lives in a thread of its own.
 class TrdDeviceManage : public UtilThreadBase
@@ -48,5 +50,9 @@ public:
 #endif
 
 private:
+    void ReadChangedList();
     void UpdateSharedList(const QList<stPrinterInfo>& listPrinterInfo);
+
+    std::array<qint64, 6> m_listStamp{};    // of the list file when m_listPrinterInfo was read
+    QList<stPrinterInfo> m_listPrinterInfo; // the printers of the last pass
 };

@@ -37,6 +37,28 @@ QByteArray CancelCommand(QString strName)
     return command;
 }
 
+bool IsVisiblyChanged(const stPrinterState& current, const stPrinterState& published)
+{
+    return current.enCurrentStatus != published.enCurrentStatus ||
+           current.dwRemainingToner != published.dwRemainingToner ||
+           current.dwBlackInkRemainer != published.dwBlackInkRemainer ||
+           current.dwBlueInkRemainer != published.dwBlueInkRemainer ||
+           current.dwRedInkRemainer != published.dwRedInkRemainer ||
+           current.dwYellowInkRemainer != published.dwYellowInkRemainer ||
+           current.listErrorStatus != published.listErrorStatus ||
+           current.listWarningStatus != published.listWarningStatus;
+}
+
+QList<enErrorStatus> ErrorStatusList(const std::vector<unsigned long>& listCode)
+{
+    QList<enErrorStatus> listStatus;
+    listStatus.reserve(static_cast<int>(listCode.size()));
+    for (const unsigned long dwCode : listCode) {
+        listStatus.append(GetErrorStatusEnum(dwCode));
+    }
+    return listStatus;
+}
+
 } // namespace
 
 TrdGetPrinterStatus::TrdGetPrinterStatus(QObject* parent) : UtilThreadBase(parent) {}
@@ -86,7 +108,7 @@ void TrdGetPrinterStatus::PollOnce()
             return; // the list was rebuilt meanwhile
         }
         const stPrinterState& current = m_printerManager.printerState;
-        bChanged = CheckStatusChange(current, pElement->printerState);
+        bChanged = IsVisiblyChanged(current, pElement->printerState);
         // Decided and written in one step: of two workers that follow the same printer only one sees the change.
         bCancel = bChanged && pElement->printerState.enCurrentStatus != enStatusCanceling &&
                   current.enCurrentStatus == enStatusCanceling;
@@ -144,14 +166,7 @@ void TrdGetPrinterStatus::CancelJobs() const
 
 bool TrdGetPrinterStatus::CheckStatusChange(stPrinterState current, stPrinterState published)
 {
-    return current.enCurrentStatus != published.enCurrentStatus ||
-           current.dwRemainingToner != published.dwRemainingToner ||
-           current.dwBlackInkRemainer != published.dwBlackInkRemainer ||
-           current.dwBlueInkRemainer != published.dwBlueInkRemainer ||
-           current.dwRedInkRemainer != published.dwRedInkRemainer ||
-           current.dwYellowInkRemainer != published.dwYellowInkRemainer ||
-           current.listErrorStatus != published.listErrorStatus ||
-           current.listWarningStatus != published.listWarningStatus;
+    return IsVisiblyChanged(current, published);
 }
 
 bool TrdGetPrinterStatus::CheckNeedStatus(int& iInterval)
@@ -210,11 +225,14 @@ int TrdGetPrinterStatus::GetPrinterStatusUSB(QString)
 
 int TrdGetPrinterStatus::ReadStatusFile(const QString& strName, bool bForce)
 {
-    const QString strPath = c_strCfgPath + strName + c_strStatusFileSuffix;
+    if (strName != m_strPathName || m_statusPath.isEmpty()) {
+        m_strPathName = strName;
+        m_statusPath = QFile::encodeName(c_strCfgPath + strName + c_strStatusFileSuffix);
+    }
     // One system call a second; QFileInfo and local time take three.
     struct stat fileStat = {};
     const bool bExists = !strName.contains(QChar(0)) && // which would end the path and name another queue's file
-                         ::stat(QFile::encodeName(strPath).constData(), &fileStat) == 0;
+                         ::stat(m_statusPath.constData(), &fileStat) == 0;
     if (!bExists) {
         m_dtLastModified = QDateTime();
         return -1;
@@ -227,8 +245,8 @@ int TrdGetPrinterStatus::ReadStatusFile(const QString& strName, bool bForce)
     m_dtLastModified = dtModified;
 
     QFile file;
-    if (!S_ISREG(fileStat.st_mode) ||
-        !OpenWithoutBlocking(file, strPath, QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    if (!S_ISREG(fileStat.st_mode) || !OpenWithoutBlocking(file, c_strCfgPath + strName + c_strStatusFileSuffix,
+                                                           QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         return -1;
     }
     m_buffer.fill(0);
@@ -279,12 +297,8 @@ int TrdGetPrinterStatus::CheckPrinterStatus(unsigned char* pBuffer, unsigned lon
     state.strFWVersion = QString::fromLatin1(reply.m_firmwareVersion.data());
     state.strVenderName = QString::fromLatin1(reply.m_vendorName.data());
     state.strProductName = QString::fromLatin1(reply.m_productName.data());
-    for (const unsigned long dwCode : reply.m_listErrorCode) {
-        state.listErrorStatus.append(GetErrorStatusEnum(dwCode));
-    }
-    for (const unsigned long dwCode : reply.m_listWarningCode) {
-        state.listWarningStatus.append(GetErrorStatusEnum(dwCode));
-    }
+    state.listErrorStatus = ErrorStatusList(reply.m_listErrorCode);
+    state.listWarningStatus = ErrorStatusList(reply.m_listWarningCode);
     state.strSupplySerialNumber = QString::fromLatin1(reply.m_supplySerialNumber.data());
     state.enSpplyType = GetTonerTypeEnum(reply.m_dwSupplyType);
     state.dwRemainingToner = reply.m_dwRemainingToner;
@@ -300,6 +314,6 @@ int TrdGetPrinterStatus::CheckPrinterStatus(unsigned char* pBuffer, unsigned lon
     state.dwPrinterNumOfPages = reply.m_dwPrinterNumOfPages;
     state.dwPrinterNumOfPrint = reply.m_dwPrinterNumOfPrint;
     state.iReadFailCount = 0;
-    m_printerManager.printerState = state;
+    m_printerManager.printerState = std::move(state);
     return 0;
 }

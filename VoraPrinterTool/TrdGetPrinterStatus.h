@@ -7,6 +7,7 @@
 #include "UtilStatusQuery.h"
 #include "UtilThreadBase.h"
 
+#include <QByteArray>
 #include <QDateTime>
 
 /// Keeps one printer's state current: polls its status file every second, publishes the state into the shared list and
@@ -74,4 +75,7 @@ private:
     void PollOnce();
     int ReadStatusFile(const QString& strName, bool bForce);
     void CancelJobs() const;
+
+    QString m_strPathName;   // the queue of m_statusPath
+    QByteArray m_statusPath; // composed once and not at every poll
 };

@@ -80,6 +80,7 @@ public:
             return false;
         }
         dwCount = byCount;
+        listCode.reserve(listCode.size() + dwCount);
         for (unsigned long i = 0; i < dwCount; ++i) {
             unsigned long dwCode = 0;
             if (!Number(rawLast, dwCode)) {
