@@ -48,7 +48,7 @@ enum enPrinterStatus
 };
 
 /// An error or a warning (which one is decided by the reply's list that it stands in); the row of c_strErrorDescText.
-enum enErrorStatus
+enum enErrorStatus : int
 {
     enErrorUnknown = 0,
     enErrorWifiInitFailed = 1,

@@ -203,7 +203,10 @@ void VoraPrinterToolWidget::AddStatusWorker(int iIndex)
     connect(pWorker, &TrdGetPrinterStatus::SgnUpdatePrinterStatus, this,
             &VoraPrinterToolWidget::SlotUpdatePrinterStatus);
     emit
-    SgnStatusThreadStart(); // reaches the earlier workers too, which ignore it
+    SgnStatusThreadStart();
+    // A running worker never takes the start signals of those after it from its queue: with 1000 printers half a million
+    // would wait there until exit.
+    disconnect(this, &VoraPrinterToolWidget::SgnStatusThreadStart, pWorker, &TrdGetPrinterStatus::SlotTaskStart);
     m_listTrdGetPrinterStatus.append(pWorker);
     m_listStatusThread.append(pThread);
 }
@@ -254,8 +257,9 @@ void VoraPrinterToolWidget::changeEvent(QEvent*) {}
 
 QList<stPrinterManager> VoraPrinterToolWidget::PrinterList() const
 {
+    // Element by element: a copy that shares its storage would be read while a worker writes its element there.
     const std::lock_guard lock(g_mutexPrinterList);
-    return m_listPrinterManager;
+    return {m_listPrinterManager.cbegin(), m_listPrinterManager.cend()};
 }
 
 std::optional<stPrinterManager> VoraPrinterToolWidget::PrinterAt(int iIndex) const
