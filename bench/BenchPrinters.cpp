@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "BenchPrinters.h"
+
+#include "DriverFolder.h"
+#include "StatusEncoder.h"
+
+QString BenchPrinterName(int i)
+{
+    return QStringLiteral("printer%1").arg(i);
+}
+
+stPrinterInfo BenchPrinter(int i)
+{
+    return {BenchPrinterName(i), QStringLiteral("RA7Q"), 0, QStringLiteral("192.168.1.%1").arg(i % 250),
+            QStringLiteral("ipp://%1").arg(i)};
+}
+
+QByteArray PlainReply(quint8 byStatus)
+{
+    stStatusReply reply;
+    reply.byStatus = byStatus;
+    reply.listSupplies = {SuppliesNumber(enSuppliesBlackInk, 50)};
+    return EncodeStatusReply(reply);
+}
+
+QByteArray RichReply()
+{
+    stStatusReply reply;
+    reply.vendorName = "Vora";
+    reply.productName = "Vora RA7QX Series";
+    reply.serialNumber = "RA7QX20261104000187";
+    reply.byStatus = 0x10;
+    reply.firmwareVersion = "2.14.03.20260918";
+    reply.listErrorCode = {0x6105, 0x6103, 0x6111};
+    reply.listWarningCode = {0x6400, 0x6401};
+    reply.listSupplies.append({enSuppliesSerialNumber, "CRG-0099887766"});
+    for (const enSuppliesKey enKey :
+         {enSuppliesType, enSuppliesRemainingToner, enSuppliesWasteToner, enSuppliesOPCRotation,
+          enSuppliesNumberOfPages, enSuppliesNumberOfPrint, enSuppliesPrintDotsCount, enSuppliesPrinterNumOfPages,
+          enSuppliesPrinterNumOfPrint, enSuppliesBlackInk, enSuppliesBlueInk, enSuppliesRedInk, enSuppliesYellowInk}) {
+        reply.listSupplies.append(SuppliesNumber(enKey, 77));
+    }
+    return EncodeStatusReply(reply);
+}
+
+void WriteBenchPrinters(int iCount)
+{
+    const DriverFolder folder(c_strCfgPath);
+    QList<stPrinterInfo> listPrinter;
+    for (int i = 0; i < iCount; ++i) {
+        listPrinter.append(BenchPrinter(i));
+        WriteBenchStatus(i, PlainReply(0x00));
+    }
+    if (!folder.WritePrinterList(listPrinter)) {
+        qFatal("%s", qPrintable(folder.ErrorString()));
+    }
+}
+
+void WriteBenchStatus(int i, const QByteArray& reply)
+{
+    static const DriverFolder s_folder(c_strCfgPath);
+    if (!s_folder.WriteStatus(BenchPrinterName(i), reply)) {
+        qFatal("%s", qPrintable(s_folder.ErrorString()));
+    }
+}
