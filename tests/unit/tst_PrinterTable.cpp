@@ -3,7 +3,9 @@
 
 #include "DriverFolder.h"
 #include "StatusEncoder.h"
+#include "TestFiles.h"
 #include "TrdGetPrinterStatus.h"
+#include "UtilLog.h"
 #include "WindowTest.h"
 
 #include <QHeaderView>
@@ -11,7 +13,10 @@
 #include <QTableWidget>
 #include <QtTest>
 
+#include <atomic>
+#include <future>
 #include <memory>
+#include <thread>
 
 namespace {
 
@@ -28,6 +33,12 @@ private slots:
     void cleanup();
     void columnsHaveTheirHeadersAndWidths();
     void cellsCannotBeEditedNorSorted();
+    void longNamesAreNotWrapped();
+    void buildingTheTableIsLogged();
+    void cellHasItsTextAsToolTip_data();
+    void cellHasItsTextAsToolTip();
+    void reportsWaitForTheLock_data();
+    void reportsWaitForTheLock();
     void emptyListGivesAnEmptyTableAndNoWorker();
     void newRowsShowIdentityAndDefaults_data();
     void newRowsShowIdentityAndDefaults();
@@ -80,6 +91,72 @@ void tst_PrinterTable::cellsCannotBeEditedNorSorted()
     QCOMPARE(Table()->editTriggers(), QAbstractItemView::NoEditTriggers);
     QVERIFY(!Table()->horizontalHeader()->sectionsClickable());
     QVERIFY(!Table()->isSortingEnabled());
+}
+
+void tst_PrinterTable::longNamesAreNotWrapped()
+{
+    QVERIFY(!Table()->wordWrap());
+}
+
+void tst_PrinterTable::buildingTheTableIsLogged()
+{
+    SetLogEnable(true);
+    m_pWindow->InitDeviceTable();
+    SetLogEnable(false);
+    const QDir folder(QStringLiteral("/opt/vora/vora-printer-k507/tool"));
+    const QStringList listName = folder.entryList(QDir::Files);
+    QCOMPARE(listName.size(), 1);
+    const QList<QByteArray> listLine = ReadFile(folder.filePath(listName.first())).split('\n');
+    QCOMPARE(listLine.size(), 3); // the last one is what follows the second line's end
+    QVERIFY(listLine.at(0).endsWith(" InitDeviceTable) InitDeviceTable start"));
+    QVERIFY(listLine.at(1).endsWith(" InitDeviceTable) InitDeviceTable end"));
+}
+
+void tst_PrinterTable::cellHasItsTextAsToolTip_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("toolTip");
+    QTest::newRow("plain") << QStringLiteral("Office & <home>") << QStringLiteral("Office & <home>");
+    QTest::newRow("looks like a tag") << QStringLiteral("<b>Office</b> & home")
+                                      << QStringLiteral("<span>&lt;b&gt;Office&lt;/b&gt; &amp; home</span>");
+}
+
+void tst_PrinterTable::cellHasItsTextAsToolTip()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, toolTip);
+    ShowPrinters(*m_pWindow, {MakePrinter(name)});
+    QCOMPARE(Cell(0, 0), name);
+    QCOMPARE(Table()->item(0, 0)->toolTip(), toolTip);
+    QCOMPARE(Table()->item(0, 2)->toolTip(), c_strNoInk);
+}
+
+void tst_PrinterTable::reportsWaitForTheLock_data()
+{
+    QTest::addColumn<bool>("list");
+    QTest::newRow("of the list") << true;
+    QTest::newRow("of a state") << false;
+}
+
+void tst_PrinterTable::reportsWaitForTheLock()
+{
+    QFETCH(bool, list);
+    ShowPrinters(*m_pWindow, {MakePrinter(QStringLiteral("Office"))});
+    std::atomic<bool> bHeld{false};
+    std::atomic<bool> bReleased{false};
+    const auto holding = std::async(std::launch::async, [&] {
+        const std::lock_guard lock(g_mutexPrinterList);
+        bHeld = true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        bReleased = true;
+    });
+    QTRY_VERIFY(bHeld);
+    if (list) {
+        m_pWindow->SlotUpdatePrinterList();
+    } else {
+        m_pWindow->SlotUpdatePrinterStatus(0);
+    }
+    QVERIFY(bReleased);
 }
 
 void tst_PrinterTable::emptyListGivesAnEmptyTableAndNoWorker()
@@ -212,7 +289,11 @@ void tst_PrinterTable::growingListMakesOneWorkerForEachNewRow()
         QCOMPARE(pWorker->m_pListPrinterManager, &m_pWindow->m_listPrinterManager);
         QCOMPARE(pWorker->parent(), nullptr);
         QCOMPARE(pWorker->thread(), m_pWindow->m_listStatusThread.at(i));
+        QCOMPARE(pWorker->thread()->objectName(), QString::asprintf("vora-status-%d", i));
         QTRY_VERIFY(pWorker->m_bTaskRunning);
+        // The start of those after it would wait in its queue for ever.
+        QVERIFY(!QObject::disconnect(m_pWindow.get(), &VoraPrinterToolWidget::SgnStatusThreadStart, pWorker,
+                                     &TrdGetPrinterStatus::SlotTaskStart));
     }
 
     m_pWindow->SlotUpdatePrinterList(); // the same number of printers

@@ -216,6 +216,7 @@ private slots:
 
     void initPrinterListCopiesIdentityAndResetsState();
     void initPrinterListOfNothingIsEmpty();
+    void initResetsAFilledRecord();
 
     void refresh_data();
     void refresh();
@@ -583,6 +584,16 @@ void tst_TrdDeviceManage::initPrinterListCopiesIdentityAndResetsState()
 void tst_TrdDeviceManage::initPrinterListOfNothingIsEmpty()
 {
     QVERIFY(TrdDeviceManage().GetInitPrinterList({}).isEmpty());
+}
+
+void tst_TrdDeviceManage::initResetsAFilledRecord()
+{
+    stPrinterManager printer = Reached({Printer("A", "1", "RB9Q", 2, "socket://a")}).first();
+    TrdDeviceManage worker;
+    worker.InitStPrinterInfo(printer.printerInfo);
+    QCOMPARE(Text(printer.printerInfo), QStringLiteral("|-1|0||"));
+    worker.InitStPrinterState(printer.printerState);
+    QVERIFY(IsReset(printer.printerState));
 }
 
 void tst_TrdDeviceManage::refresh_data()

@@ -8,11 +8,14 @@
 #include <QtTest>
 
 #include <array>
+#include <atomic>
 #include <ctime>
+#include <future>
 #include <thread>
 #include <vector>
 
 #include <fcntl.h>
+#include <printf.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -72,6 +75,27 @@ void Log(const char* pMessage)
     WriteStringLog("f", 1, "f", QStringLiteral("%s"), pMessage);
 }
 
+std::atomic<bool> s_bFormatting{false};
+std::atomic<bool> s_bGoOn{false};
+
+/// Holds whoever formats a text with the placeholder that is bound to it.
+int HoldFormatting(FILE*, const printf_info*, const void* const*)
+{
+    s_bFormatting = true;
+    while (!s_bGoOn) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return 0;
+}
+
+int TakesADouble(const printf_info*, std::size_t uRoom, int* pTypes, int*)
+{
+    if (uRoom > 0) {
+        *pTypes = PA_DOUBLE;
+    }
+    return 1;
+}
+
 } // namespace
 
 class tst_UtilLog : public QObject
@@ -107,9 +131,11 @@ private slots:
     void folderUnderTheNameLosesTheLinesQuietly();
     void plantedLinkIsNotFollowed_data();
     void plantedLinkIsNotFollowed();
+    void plantedHardLinkGetsNoLines();
     void plantedFifoNeitherBlocksNorGetsLines_data();
     void plantedFifoNeitherBlocksNorGetsLines();
     void threadsNeitherLoseNorMixLines();
+    void secondWriterWaitsForTheFirst();
 };
 
 void tst_UtilLog::initTestCase()
@@ -134,7 +160,9 @@ void tst_UtilLog::cleanup()
 
 void tst_UtilLog::isOffAtFirst()
 {
-    Log("x");
+    int iFormatted = -1;
+    WriteStringLog("f", 1, "f", QStringLiteral("x%n"), &iFormatted);
+    QCOMPARE(iFormatted, -1); // there is no file name yet that a line could be written under
     QVERIFY(!QFile::exists(QStringLiteral("/opt/vora")));
 }
 
@@ -432,6 +460,22 @@ void tst_UtilLog::plantedLinkIsNotFollowed()
     QVERIFY(QFileInfo(strPath).isSymLink());
 }
 
+void tst_UtilLog::plantedHardLinkGetsNoLines()
+{
+    SetLogEnable(true);
+    Log("first");
+    const QString strPath = OnlyLogFile();
+    QVERIFY(QFile::remove(strPath));
+    const QString strVictim = QStringLiteral("/opt/vora/victim");
+    QVERIFY(WriteFile(strVictim, "theirs"));
+    QCOMPARE(::link(QFile::encodeName(strVictim).constData(), QFile::encodeName(strPath).constData()), 0);
+    Log("second");
+    QCOMPARE(ReadFile(strVictim), "theirs");
+    QVERIFY(QFile::remove(strVictim));
+    Log("third"); // now it is the file's only name
+    QVERIFY(ReadFile(strPath).endsWith(" (f@1 f) third\n"));
+}
+
 void tst_UtilLog::plantedFifoNeitherBlocksNorGetsLines_data()
 {
     QTest::addColumn<bool>("reader");
@@ -501,6 +545,22 @@ void tst_UtilLog::threadsNeitherLoseNorMixLines()
     for (const int iNext : listNext) {
         QCOMPARE(iNext, c_iLines);
     }
+}
+
+void tst_UtilLog::secondWriterWaitsForTheFirst()
+{
+    QCOMPARE(::register_printf_specifier('A', HoldFormatting, TakesADouble), 0); // a placeholder that sanitizers know
+    SetLogEnable(true);
+    const auto first =
+        std::async(std::launch::async, [] { WriteStringLog("f", 1, "f", QStringLiteral("first%A"), 0.0); });
+    QTRY_VERIFY(s_bFormatting);
+    const auto second = std::async(std::launch::async, [] { Log("second"); });
+    const bool bWaited = second.wait_for(std::chrono::milliseconds(100)) == std::future_status::timeout;
+    s_bGoOn = true;
+    first.wait();
+    second.wait();
+    QVERIFY(bWaited);
+    QCOMPARE(Messages(OnlyLogFile()), (QList<QByteArray>{"first", "second"}));
 }
 
 QTEST_MAIN(tst_UtilLog)

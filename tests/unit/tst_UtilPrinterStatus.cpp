@@ -82,6 +82,7 @@ private slots:
     void longTextIsCut_data();
     void longTextIsCut();
     void supplySerialNumberIsCutTo64Bytes();
+    void supplySerialNumberIsNoNumber();
     void everyPrefixIsRejected();
     void rejectedReplyKeepsWhatWasStored();
     void missingErrorCodeIsRejected();
@@ -112,6 +113,21 @@ void tst_UtilPrinterStatus::newDecoderIsZero()
         QCOMPARE(*pText, UtilPrinterStatus::Text{});
     }
     QCOMPARE(Hex(pDecoder->m_supplySerialNumber), QByteArray(130, '0'));
+    for (const UtilPrinterStatus::Raw2& raw :
+         {pDecoder->m_headerField1, pDecoder->m_headerField2, pDecoder->m_vendorNameLength,
+          pDecoder->m_productNameLength, pDecoder->m_serialNumberLength, pDecoder->m_afterSerialNumber,
+          pDecoder->m_firmwareVersionLength, pDecoder->m_fifthStringLength, pDecoder->m_lastErrorCode,
+          pDecoder->m_lastWarningCode, pDecoder->m_beforeSupplies1, pDecoder->m_beforeSupplies2}) {
+        QCOMPARE(Hex(raw), "000000");
+    }
+    QCOMPARE((std::vector<int>{pDecoder->m_byHeader, pDecoder->m_byErrorCount, pDecoder->m_byWarningCount,
+                               pDecoder->m_byBeforeSupplies, pDecoder->m_bySuppliesCount}),
+             std::vector<int>(5, 0));
+    QCOMPARE((std::vector<unsigned long>{pDecoder->m_dwVendorNameLength, pDecoder->m_dwProductNameLength,
+                                         pDecoder->m_dwSerialNumberLength, pDecoder->m_dwFifthStringLength,
+                                         pDecoder->m_dwErrorCount, pDecoder->m_dwWarningCount, pDecoder->m_dwStatus,
+                                         pDecoder->m_dwSuppliesCount}),
+             std::vector<unsigned long>(8, 0));
     QCOMPARE(*pDecoder->getPrinterStatusValue(), 0);
     QVERIFY(pDecoder->m_listErrorCode.empty() && pDecoder->m_listWarningCode.empty());
     pDecoder->~UtilPrinterStatus();
@@ -347,6 +363,15 @@ void tst_UtilPrinterStatus::supplySerialNumberIsCutTo64Bytes()
     QCOMPARE(strSerialNumber, QString(64, QLatin1Char('c')));
 }
 
+void tst_UtilPrinterStatus::supplySerialNumberIsNoNumber()
+{
+    UtilPrinterStatus decoder;
+    QVERIFY(Decode(decoder, ReplyWithSupplies({{0x0000, "INK42"}})));
+    QCOMPARE(decoder.m_supplySerialNumber.data(), "INK42");
+    QCOMPARE(Numbers(decoder), std::vector<unsigned long>(13, 0));
+    QCOMPARE(RawValues(decoder), RawValues(UtilPrinterStatus()));
+}
+
 void tst_UtilPrinterStatus::everyPrefixIsRejected()
 {
     const QByteArray reply = HandMadeReply();
@@ -381,6 +406,11 @@ void tst_UtilPrinterStatus::missingErrorCodeIsRejected()
     UtilPrinterStatus decoder;
     QVERIFY(!Decode(decoder, QByteArray(25, '\0') + QByteArray::fromHex("03 6100 6105")));
     QCOMPARE(decoder.m_listErrorCode, (std::vector<unsigned long>{0x6100, 0x6105}));
+
+    // Half a code is no number of warnings.
+    UtilPrinterStatus half;
+    QVERIFY(!Decode(half, QByteArray(25, '\0') + QByteArray::fromHex("01 61")));
+    QCOMPARE(half.m_byWarningCount, 0);
 }
 
 void tst_UtilPrinterStatus::fullListsAreDecoded()

@@ -8,8 +8,15 @@
 #include <chrono>
 #include <limits>
 #include <thread>
+#include <vector>
+
+#include <unistd.h>
+
+Q_DECLARE_METATYPE(std::vector<useconds_t>)
 
 namespace {
+
+std::vector<useconds_t> s_listSlept;
 
 /// Sets the quit flag from another thread some time after its making.
 class QuitLater
@@ -32,6 +39,14 @@ private:
 
 } // namespace
 
+/// Stands for the C library's function of that name.
+int usleep(useconds_t dwMicroSec)
+{
+    s_listSlept.push_back(dwMicroSec);
+    std::this_thread::sleep_for(std::chrono::microseconds(dwMicroSec));
+    return 0;
+}
+
 class tst_UtilThreadBase : public QObject
 {
     Q_OBJECT
@@ -44,6 +59,8 @@ private slots:
     void zeroAndNegativeReturnAtOnce();
     void sleepsSlicesAndRemainder_data();
     void sleepsSlicesAndRemainder();
+    void slicesHaveTheirLength_data();
+    void slicesHaveTheirLength();
     void quitWhileSleeping_data();
     void quitWhileSleeping();
     void quitBeforeSleeping_data();
@@ -123,6 +140,25 @@ void tst_UtilThreadBase::sleepsSlicesAndRemainder()
     const qint64 iElapsed = timer.elapsed();
     QVERIFY2(iElapsed >= mSec, qPrintable(QString::number(iElapsed)));
     QVERIFY2(iElapsed < mSec + 450, qPrintable(QString::number(iElapsed)));
+}
+
+void tst_UtilThreadBase::slicesHaveTheirLength_data()
+{
+    using List = std::vector<useconds_t>;
+    QTest::addColumn<int>("mSec");
+    QTest::addColumn<List>("slept");
+    QTest::newRow("nothing") << 0 << List{};
+    QTest::newRow("remainder alone") << 3 << List{3000};
+    QTest::newRow("one slice") << 500 << List{500000};
+    QTest::newRow("two slices and a remainder") << 1001 << List{500000, 500000, 1000};
+}
+
+void tst_UtilThreadBase::slicesHaveTheirLength()
+{
+    QFETCH(const int, mSec);
+    s_listSlept.clear();
+    QVERIFY(!UtilThreadBase().WaitForSleep(mSec));
+    QTEST(s_listSlept, "slept");
 }
 
 void tst_UtilThreadBase::quitWhileSleeping_data()

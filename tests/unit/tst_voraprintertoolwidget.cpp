@@ -195,7 +195,9 @@ void tst_voraprintertoolwidget::closeButtonOfTheDesktopHidesTheWindow()
 {
     m_pWindow->show();
     QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
-    QVERIFY(Desktop({QStringLiteral("key"), QStringLiteral("alt+F4")}));
+    QCOMPARE(QProcess::execute(QStringLiteral("wmctrl"),
+                               {QStringLiteral("-i"), QStringLiteral("-c"), QString::number(m_pWindow->winId())}),
+             0);
     QTRY_VERIFY(m_pWindow->isHidden());
     QVERIFY(m_pWindow->m_pTrayIcon->isVisible());
 }

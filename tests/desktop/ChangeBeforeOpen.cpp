@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+// Preloaded into the program: a status file named Vanishing.dat goes away between the moment when the program has
+// looked at it and the moment when it opens it, for as long as there is a file /tmp/vanish.
+
+#include <cstdarg>
+#include <cstring>
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+int OpenTooLate(const char* pRealName, const char* pPath, int iFlags, va_list arguments)
+{
+    if (std::strstr(pPath, "/Changing.dat") != nullptr) {
+        if (::access("/tmp/vanish", F_OK) == 0) {
+            ::unlink(pPath);
+        }
+        if (::access("/tmp/become-fifo", F_OK) == 0) {
+            ::unlink(pPath);
+            ::mkfifo(pPath, 0666);
+        }
+    }
+    const auto realOpen = reinterpret_cast<int (*)(const char*, int, ...)>(::dlsym(RTLD_NEXT, pRealName));
+    const mode_t iMode = (iFlags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
+    return realOpen(pPath, iFlags, iMode);
+}
+
+} // namespace
+
+extern "C" int open(const char* pPath, int iFlags, ...)
+{
+    va_list arguments;
+    va_start(arguments, iFlags);
+    const int iFd = OpenTooLate("open", pPath, iFlags, arguments);
+    va_end(arguments);
+    return iFd;
+}
+
+extern "C" int open64(const char* pPath, int iFlags, ...)
+{
+    va_list arguments;
+    va_start(arguments, iFlags);
+    const int iFd = OpenTooLate("open64", pPath, iFlags, arguments);
+    va_end(arguments);
+    return iFd;
+}

@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "FaultTest.h"
+
+#include <QDir>
+
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+namespace {
+
+/// A file system whose server does not answer, like that of a remote machine that is out of reach: whoever looks into
+/// it waits. The kernel's requests to the server stay unread. Mounting takes root.
+class HangingFileSystem
+{
+public:
+    explicit HangingFileSystem(const QString& strFolder) : m_path(QFile::encodeName(strFolder))
+    {
+        QDir().mkpath(strFolder);
+        m_iServer = ::open("/dev/fuse", O_RDWR | O_CLOEXEC);
+        const QByteArray options = "fd=" + QByteArray::number(m_iServer) + ",rootmode=40000,user_id=0,group_id=0";
+        m_iError = ::mount("hanging", m_path.constData(), "fuse", 0, options.constData()) == 0 ? 0 : errno;
+    }
+    ~HangingFileSystem()
+    {
+        ::close(m_iServer); // everybody who waits gets an error
+        ::umount2(m_path.constData(), MNT_DETACH);
+    }
+    HangingFileSystem(const HangingFileSystem&) = delete;
+    HangingFileSystem& operator=(const HangingFileSystem&) = delete;
+
+    int m_iError = 0;
+
+private:
+    QByteArray m_path;
+    int m_iServer;
+};
+
+} // namespace
+
+/// Files that nobody can even look at without waiting.
+class tst_HangingFiles : public FaultTest
+{
+    Q_OBJECT
+
+private slots:
+    void hangingFileHoldsUpItsPrinterAlone();
+    void hangingFolderHoldsUpNeitherWindowNorExit();
+};
+
+void tst_HangingFiles::hangingFileHoldsUpItsPrinterAlone()
+{
+    const QString strName = QStringLiteral("Remote");
+    StartBeside({strName});
+    {
+        const HangingFileSystem server(QStringLiteral("/tmp/hanging"));
+        QVERIFY2(server.m_iError == 0, std::strerror(server.m_iError));
+        QVERIFY(QFile::remove(StatusPath(1)));
+        QVERIFY(QFile::link(QStringLiteral("/tmp/hanging/Remote.dat"), StatusPath(1)));
+        for (int i = 0; i < 5; ++i) { // longer than eleven failed reads take: waiting is no failure
+            CheckNeighbour();
+        }
+        QCOMPARE(State(1), QStringLiteral("就绪"));
+    }
+    QVERIFY(QFile::remove(StatusPath(1)));
+    WriteStatus(strName, Reply(0x10));
+    QTRY_COMPARE_WITH_TIMEOUT(State(1), QStringLiteral("正在打印"), c_iTimeOutMSec);
+
+    const HangingFileSystem server(QStringLiteral("/tmp/hanging"));
+    QVERIFY2(server.m_iError == 0, std::strerror(server.m_iError));
+    QVERIFY(QFile::remove(StatusPath(1)));
+    QVERIFY(QFile::link(QStringLiteral("/tmp/hanging/Remote.dat"), StatusPath(1)));
+    CheckNeighbour();
+    CheckAnswersAndExit();
+}
+
+void tst_HangingFiles::hangingFolderHoldsUpNeitherWindowNorExit()
+{
+    StartBeside({QStringLiteral("Office")});
+    const HangingFileSystem server(m_folder.Path());
+    QVERIFY2(server.m_iError == 0, std::strerror(server.m_iError));
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 4000) { // the list's worker hangs by then as well
+        QCOMPARE(State(0), QStringLiteral("就绪"));
+        QTest::qWait(10);
+    }
+    CheckAnswersAndExit();
+}
+
+QTEST_GUILESS_MAIN(tst_HangingFiles)
+
+#include "tst_HangingFiles.moc"

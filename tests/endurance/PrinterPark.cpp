@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "PrinterPark.h"
+
+#include <algorithm>
+
+PrinterPark::PrinterPark(const DriverFolder& folder, int iCount) : m_folder(folder)
+{
+    for (int i = 0; i < iCount; ++i) {
+        const QString strName = QStringLiteral("Printer%1").arg(i);
+        const stPrinterInfo info = {strName, QStringLiteral("RA7Q"), 0, QStringLiteral("10.0.0.%1").arg(i),
+                                    QStringLiteral("ipp://") + strName};
+        m_listPrinter.append(stPrinter{info, {0x00, {}, {}, QStringLiteral("就绪")}});
+    }
+}
+
+int PrinterPark::RowOf(const QString& strName) const
+{
+    const auto found = std::find_if(m_listPrinter.begin(), m_listPrinter.end(),
+                                    [&](const stPrinter& printer) { return printer.info.strPrinterName == strName; });
+    return static_cast<int>(found - m_listPrinter.begin());
+}
+
+QStringList PrinterPark::Row(int iRow) const
+{
+    const stPrinter& printer = m_listPrinter.at(iRow);
+    return {printer.info.strPrinterName, QStringLiteral("网络(%1)").arg(printer.info.strPort), printer.state.strText};
+}
+
+bool PrinterPark::WriteAll() const
+{
+    return std::all_of(m_listPrinter.begin(), m_listPrinter.end(),
+                       [this](const stPrinter& printer) { return WriteStatus(printer); }) &&
+           WriteList();
+}
+
+bool PrinterPark::SetState(int iRow, const stState& state)
+{
+    m_listPrinter[iRow].state = state;
+    return WriteStatus(m_listPrinter.at(iRow));
+}
+
+QList<int> PrinterPark::SwapWithNext(int iRow)
+{
+    std::swap(m_listPrinter[iRow], m_listPrinter[iRow + 1]);
+    return WriteList() ? QList<int>{iRow, iRow + 1} : QList<int>();
+}
+
+QList<int> PrinterPark::Rename(int iRow)
+{
+    stPrinter& printer = m_listPrinter[iRow];
+    const QString strOldName = printer.info.strPrinterName;
+    printer.info.strPrinterName = QStringLiteral("Renamed%1").arg(m_iRenamed++);
+    // The list last: a printer whose status file is not there yet would show as off-line.
+    const bool bWritten = WriteStatus(printer) && WriteList() && m_folder.RemoveStatus(strOldName);
+    return bWritten ? QList<int>{iRow} : QList<int>();
+}
+
+QList<int> PrinterPark::Move(int iRow)
+{
+    m_listPrinter[iRow].info.strPort = QStringLiteral("10.1.0.%1").arg(m_iMoved++);
+    return WriteList() ? QList<int>{iRow} : QList<int>();
+}
+
+bool PrinterPark::WriteStatus(const stPrinter& printer) const
+{
+    stStatusReply reply;
+    reply.byStatus = printer.state.byStatus;
+    reply.listErrorCode = printer.state.listErrorCode;
+    reply.listWarningCode = printer.state.listWarningCode;
+    return m_folder.WriteStatus(printer.info.strPrinterName, EncodeStatusReply(reply));
+}
+
+bool PrinterPark::WriteList() const
+{
+    QList<stPrinterInfo> listInfo;
+    for (const stPrinter& printer : m_listPrinter) {
+        listInfo.append(printer.info);
+    }
+    return m_folder.WritePrinterList(listInfo);
+}

@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "ToolFigures.h"
+
+#include <QDir>
+#include <QFile>
+#include <QThread>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+QByteArray ReadProcFile(const QString& strPath)
+{
+    QFile file(strPath);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// A line of /proc/PID/status, such as "Threads:\t3".
+int StatusNumber(const QByteArray& status, const QByteArray& key)
+{
+    const auto iStart = status.indexOf('\n' + key + ':') + key.size() + 2;
+    const QByteArray value = status.mid(iStart, status.indexOf('\n', iStart) - iStart);
+    return value.trimmed().split(' ').constFirst().toInt();
+}
+
+int FewestDescriptors(const QString& strProcess)
+{
+    auto iFewest = std::numeric_limits<int>::max();
+    for (int i = 0; i < 10; ++i) {
+        const QDir folder(strProcess + QStringLiteral("/fd"));
+        iFewest = std::min(
+            iFewest, static_cast<int>(folder.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size()));
+        QThread::msleep(2);
+    }
+    return iFewest;
+}
+
+int Workers(const QString& strProcess)
+{
+    int iWorkers = 0;
+    for (const QString& strThread : QDir(strProcess + QStringLiteral("/task")).entryList({QStringLiteral("[0-9]*")})) {
+        iWorkers +=
+            ReadProcFile(strProcess + QStringLiteral("/task/%1/comm").arg(strThread)).startsWith("vora-") ? 1 : 0;
+    }
+    return iWorkers;
+}
+
+int Zombies(qint64 iParent)
+{
+    int iZombies = 0;
+    for (const QString& strPid : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
+        const QByteArray status = ReadProcFile(QStringLiteral("/proc/%1/status").arg(strPid));
+        if (status.contains("\nState:\tZ") && StatusNumber(status, "PPid") == iParent) {
+            ++iZombies;
+        }
+    }
+    return iZombies;
+}
+
+} // namespace
+
+stToolFigures LookAt(qint64 iPid)
+{
+    const QString strProcess = QStringLiteral("/proc/%1").arg(iPid);
+    const QByteArray status = ReadProcFile(strProcess + QStringLiteral("/status"));
+    stToolFigures figures;
+    figures.iThreads = StatusNumber(status, "Threads");
+    figures.iWorkers = Workers(strProcess);
+    figures.iDescriptors = FewestDescriptors(strProcess);
+    figures.iZombies = Zombies(iPid);
+    figures.iResidentKB = StatusNumber(status, "VmRSS");
+    return figures;
+}
+
+double ResidentSlope(const QList<stToolFigures>& listFigures)
+{
+    const double dCount = static_cast<double>(listFigures.size());
+    double dSumX = 0;
+    double dSumY = 0;
+    double dSumXX = 0;
+    double dSumXY = 0;
+    for (const stToolFigures& figures : listFigures) {
+        dSumX += figures.dMinutes;
+        dSumY += figures.iResidentKB;
+        dSumXX += figures.dMinutes * figures.dMinutes;
+        dSumXY += figures.dMinutes * figures.iResidentKB;
+    }
+    const double dDivisor = dCount * dSumXX - dSumX * dSumX;
+    return dDivisor > 0 ? (dCount * dSumXY - dSumX * dSumY) / dDivisor : 0;
+}

@@ -1,0 +1,229 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+#include "PrinterPark.h"
+#include "ToolFigures.h"
+
+#include <QElapsedTimer>
+
+#include <cstdlib>
+
+namespace {
+
+constexpr int c_iPrinters = 200;
+constexpr int c_iTimeOutMSec = 30000; // for what takes three seconds on an idle machine
+constexpr int c_iStepsToShow = 3;     // a state is written three seconds before it must be seen
+constexpr int c_iStepsToWarmUp = 20;
+constexpr int c_iStepsToALook = 5;
+constexpr int c_iLongMinutes = 30;
+constexpr int c_iMaxGrowthKB = 100; // over the last 20 minutes
+
+int s_iMinutes = 1;
+
+const PrinterPark::stState c_ready = {0x00, {}, {}, QStringLiteral("就绪")};
+
+// The error, the warning and the cancelling do not stay: each change of the list announces again what is wrong then.
+const QList<PrinterPark::stState> c_listState = {
+    {0x10, {}, {}, QStringLiteral("正在打印")}, {0x10, {0x6100}, {}, QStringLiteral("进纸托盘处无纸,请放入纸张")},
+    {0x11, {}, {}, QStringLiteral("正在扫描")}, {0x10, {}, {0x6160}, QStringLiteral("正在打印(墨水量低)")},
+    {0x02, {}, {}, QStringLiteral("忙碌")},     {0x03, {}, {}, QStringLiteral("正在取消任务")},
+};
+
+bool Stays(const PrinterPark::stState& state)
+{
+    return state.listErrorCode.isEmpty() && state.listWarningCode.isEmpty() && state.byStatus != 0x03;
+}
+
+} // namespace
+
+/// The built program for hours: what it holds does not grow, and what it shows stays true.
+class tst_Endurance : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void holdsWhatItHeld();
+    void workersStayWhenTheListShrinks();
+
+private:
+    struct stWritten
+    {
+        int iStep;
+        QString strName;
+        bool bStays;
+    };
+
+    QStringList ShownRow(int iRow) const;
+    void ChangeState(PrinterPark& park, int iStep);
+    void CheckState(PrinterPark& park, int iStep);
+    QList<int> ChangeList(PrinterPark& park) const;
+    bool WaitForList(int iCount) const;
+
+    QList<stWritten> m_listWritten;
+    int m_iStateChanges = 0;
+    int m_iListChanges = 0;
+};
+
+QStringList tst_Endurance::ShownRow(int iRow) const
+{
+    return {m_tool->Cell(iRow, 0), m_tool->Cell(iRow, 1), m_tool->Cell(iRow, 3)};
+}
+
+void tst_Endurance::ChangeState(PrinterPark& park, int iStep)
+{
+    const int iRow = iStep * 7 % c_iPrinters;
+    const PrinterPark::stState& state = c_listState.at(iStep % c_listState.size());
+    QVERIFY(park.SetState(iRow, state));
+    m_listWritten.append({iStep, park.Name(iRow), Stays(state)});
+    ++m_iStateChanges;
+}
+
+/// Of the states that were written three seconds ago.
+void tst_Endurance::CheckState(PrinterPark& park, int iStep)
+{
+    while (!m_listWritten.isEmpty() && m_listWritten.first().iStep <= iStep - c_iStepsToShow) {
+        const stWritten written = m_listWritten.takeFirst();
+        const int iRow = park.RowOf(written.strName);
+        QTRY_COMPARE_WITH_TIMEOUT(ShownRow(iRow), park.Row(iRow), c_iTimeOutMSec);
+        if (!written.bStays) {
+            QVERIFY(park.SetState(iRow, c_ready));
+            m_listWritten.append({iStep, written.strName, true});
+            ++m_iStateChanges;
+        }
+    }
+}
+
+/// The rows that must look different then. None of them is one of the printers whose state was just written.
+QList<int> tst_Endurance::ChangeList(PrinterPark& park) const
+{
+    int iRow = m_iListChanges * 13 % (c_iPrinters - 1);
+    const auto isWritten = [&](int iAnyRow) {
+        return std::any_of(m_listWritten.begin(), m_listWritten.end(),
+                           [&](const stWritten& written) { return written.strName == park.Name(iAnyRow); });
+    };
+    while (isWritten(iRow) || isWritten(iRow + 1)) {
+        iRow = (iRow + 1) % (c_iPrinters - 1);
+    }
+    switch (m_iListChanges % 3) {
+    case 0: return park.SwapWithNext(iRow);
+    case 1: return park.Rename(iRow);
+    default: return park.Move(iRow);
+    }
+}
+
+void tst_Endurance::holdsWhatItHeld()
+{
+    FakeProgram(QStringLiteral("cancel"), "echo >> /tmp/cancelled\n");
+    m_tool = std::make_unique<Tool>(); // with the new PATH
+    PrinterPark park(m_folder, c_iPrinters);
+    QVERIFY(park.WriteAll());
+    StartWithTray();
+    const qint64 iPid = m_tool->Process().processId();
+    QTRY_COMPARE_WITH_TIMEOUT(ShownRow(c_iPrinters - 1), park.Row(c_iPrinters - 1), c_iTimeOutMSec);
+
+    QList<stToolFigures> listFigures;
+    QList<int> listChangedRow;
+    int iBalloons = 0;
+    QElapsedTimer sinceStart;
+    sinceStart.start();
+    for (int iStep = 0; sinceStart.elapsed() < s_iMinutes * 60000; ++iStep) {
+        QElapsedTimer sinceStep;
+        sinceStep.start();
+        ChangeState(park, iStep);
+        CheckState(park, iStep);
+        if (QTest::currentTestFailed()) {
+            return;
+        }
+        if (iStep % 3 == 0) {
+            for (const int iRow : std::as_const(listChangedRow)) {
+                QTRY_COMPARE_WITH_TIMEOUT(ShownRow(iRow).mid(0, 2), park.Row(iRow).mid(0, 2), c_iTimeOutMSec);
+            }
+            listChangedRow = ChangeList(park);
+            QVERIFY(!listChangedRow.isEmpty());
+            ++m_iListChanges;
+        }
+        if (iStep >= c_iStepsToWarmUp && iStep % c_iStepsToALook == 0) {
+            stToolFigures figures = LookAt(iPid);
+            figures.dMinutes = static_cast<double>(sinceStart.elapsed()) / 60000;
+            listFigures.append(figures);
+            QCOMPARE(figures.iWorkers, c_iPrinters + 1); // and the list's
+            QVERIFY(figures.iThreads <= listFigures.first().iThreads);
+            QVERIFY(figures.iDescriptors <= listFigures.first().iDescriptors);
+            QCOMPARE(figures.iZombies, 0);
+            iBalloons += m_tool->Popup() ? 1 : 0;
+            qInfo("%5.1f min: %d kB, %d threads, %d descriptors, %d states, %d lists, %d balloons", figures.dMinutes,
+                  figures.iResidentKB, figures.iThreads, figures.iDescriptors, m_iStateChanges, m_iListChanges,
+                  iBalloons);
+        }
+        QTest::qWait(static_cast<int>(std::max<qint64>(0, 1000 - sinceStep.elapsed())));
+    }
+
+    QVERIFY(listFigures.size() > 1);
+    QVERIFY(iBalloons > 0);
+    QVERIFY(QFile::exists(QStringLiteral("/tmp/cancelled")));
+    for (int iRow = 0; iRow < c_iPrinters; ++iRow) {
+        QTRY_COMPARE_WITH_TIMEOUT(ShownRow(iRow), park.Row(iRow), c_iTimeOutMSec);
+    }
+
+    const double dLastThird = static_cast<double>(s_iMinutes) / 3;
+    while (listFigures.first().dMinutes < dLastThird) {
+        listFigures.removeFirst();
+    }
+    const double dGrowthKB = ResidentSlope(listFigures) * 20;
+    qInfo("%d kB resident, growing by %.0f kB in 20 minutes (the last two thirds, linear fit)",
+          listFigures.last().iResidentKB, dGrowthKB);
+    if (s_iMinutes >= c_iLongMinutes) { // a minute says nothing of the kind
+        QVERIFY2(dGrowthKB < c_iMaxGrowthKB, QByteArray::number(dGrowthKB).constData());
+    }
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 3)); // exit
+    QVERIFY(m_tool->Process().waitForFinished(c_iTimeOutMSec));
+    QCOMPARE(m_tool->Process().exitCode(), 0);
+}
+
+bool tst_Endurance::WaitForList(int iCount) const
+{
+    PrinterPark park(m_folder, iCount);
+    const QStringList lastRow = park.Row(iCount - 1);
+    return park.WriteAll() &&
+           QTest::qWaitFor([&] { return m_tool->RowCount() == iCount && ShownRow(iCount - 1) == lastRow; },
+                           c_iTimeOutMSec);
+}
+
+/// By design: a worker that has no printer now waits for the list to grow, and beside it new ones are made for the rows
+/// that come.
+void tst_Endurance::workersStayWhenTheListShrinks()
+{
+    m_tool->Start();
+    QVERIFY(WaitForList(50));
+    const qint64 iPid = m_tool->Process().processId();
+    const stToolFigures first = LookAt(iPid);
+    qInfo("50 printers: %d threads, %d kB", first.iThreads, first.iResidentKB);
+    for (int iRound = 1; iRound <= 3; ++iRound) {
+        QVERIFY(WaitForList(10));
+        QCOMPARE(LookAt(iPid).iWorkers, 51 + 40 * (iRound - 1));
+        QVERIFY(WaitForList(50));
+        const stToolFigures figures = LookAt(iPid);
+        qInfo("10 and 50 again, %d: %d threads, %d kB", iRound, figures.iThreads, figures.iResidentKB);
+        QCOMPARE(figures.iWorkers, 51 + 40 * iRound);
+        QVERIFY(figures.iDescriptors - first.iDescriptors <= figures.iWorkers - first.iWorkers);
+    }
+}
+
+/// tst_Endurance [MINUTES] [what a test program takes]
+int main(int argc, char** argv)
+{
+    if (argc > 1 && std::atoi(argv[1]) > 0) {
+        s_iMinutes = std::atoi(argv[1]);
+        argv[1] = argv[0];
+        --argc;
+        ++argv;
+    }
+    // A test function that takes longer than this ends the program; five minutes unless told.
+    qputenv("QTEST_FUNCTION_TIMEOUT", QByteArray::number((s_iMinutes + 10) * 60000));
+    QCoreApplication application(argc, argv);
+    tst_Endurance test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_Endurance.moc"
