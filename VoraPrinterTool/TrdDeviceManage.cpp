@@ -155,9 +155,13 @@ void TrdDeviceManage::SlotThreadQuit()
 void TrdDeviceManage::ReadChangedList()
 {
     const auto stamp = ListFileStamp(); // before the file is read: what is written meanwhile is read by the next pass
-    if (stamp != m_listStamp) {
+    if (stamp == m_listStamp) {
+        return;
+    }
+    m_listPrinterInfo = GetPrinterInfo(true);
+    m_listStamp = {}; // a list without printers may be a file that could not be opened just now
+    if (!m_listPrinterInfo.isEmpty()) {
         m_listStamp = stamp;
-        m_listPrinterInfo = GetPrinterInfo(true);
     }
 }
 

@@ -53,6 +53,6 @@ private:
     void ReadChangedList();
     void UpdateSharedList(const QList<stPrinterInfo>& listPrinterInfo);
 
-    std::array<qint64, 6> m_listStamp{};    // of the list file when m_listPrinterInfo was read
+    std::array<qint64, 6> m_listStamp{};    // of the list file when m_listPrinterInfo was read; zero: read it again
     QList<stPrinterInfo> m_listPrinterInfo; // the printers of the last pass
 };

@@ -13,6 +13,7 @@
 #include <memory>
 #include <vector>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -228,6 +229,7 @@ private slots:
     void initWithNullTakesTheListAway();
     void initWaitsForTheLock();
 
+    void listThatCouldNotBeOpenedIsReadAgain();
     void loopFollowsTheFileEveryThreeSeconds();
 };
 
@@ -731,6 +733,32 @@ void tst_TrdDeviceManage::initWaitsForTheLock()
     QCOMPARE(taking.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
     lock.unlock();
     QCOMPARE(taking.wait_for(std::chrono::seconds(10)), std::future_status::ready);
+}
+
+void tst_TrdDeviceManage::listThatCouldNotBeOpenedIsReadAgain()
+{
+    QVERIFY(WriteList({Printer("A", "1")}));
+    QList<stPrinterManager> listPrinter;
+    TrdDeviceManage worker;
+    worker.Init(&listPrinter);
+    worker.SlotThreadQuit(); // each start makes one pass
+    const auto pass = [&worker] {
+        worker.m_bTaskRunning = false;
+        worker.SlotTaskStart();
+    };
+
+    const int iFree = ::dup(0);
+    ::close(iFree);
+    rlimit limit = {};
+    QCOMPARE(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+    rlimit noneLeft = limit;
+    noneLeft.rlim_cur = static_cast<rlim_t>(iFree);
+    QCOMPARE(::setrlimit(RLIMIT_NOFILE, &noneLeft), 0);
+    pass();
+    QCOMPARE(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+    QVERIFY(listPrinter.isEmpty());
+    pass();
+    QCOMPARE(listPrinter.size(), 1);
 }
 
 void tst_TrdDeviceManage::loopFollowsTheFileEveryThreeSeconds()
