@@ -33,8 +33,8 @@ QByteArray RichReply()
     reply.serialNumber = "RA7QX20261104000187";
     reply.byStatus = 0x10;
     reply.firmwareVersion = "2.14.03.20260918";
-    reply.listErrorCode = {0x6105, 0x6103, 0x6111};
-    reply.listWarningCode = {0x6400, 0x6401};
+    reply.listErrorCode = {0x6105, 0x6100, 0x6110};
+    reply.listWarningCode = {0x6160, 0x6161};
     reply.listSupplies.append({enSuppliesSerialNumber, "CRG-0099887766"});
     for (const enSuppliesKey enKey :
          {enSuppliesType, enSuppliesRemainingToner, enSuppliesWasteToner, enSuppliesOPCRotation,
