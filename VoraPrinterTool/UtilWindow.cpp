@@ -5,13 +5,29 @@
 
 #include <QGuiApplication>
 #include <QIcon>
+#include <QImageReader>
+#include <QPixmap>
 #include <QScreen>
 #include <QWidget>
+
+namespace {
+
+/// Told the format, Qt does not load every image plugin of the system first.
+QIcon ProgramIcon()
+{
+    QImageReader reader(QStringLiteral(":/Icon/Resource/Vora.png"), "png");
+    reader.setAutoDetectImageFormat(false);
+    return QIcon(QPixmap::fromImageReader(&reader));
+}
+
+} // namespace
 
 void SetUpFixedWindow(QWidget& window, const QString& strTitle)
 {
     Q_INIT_RESOURCE(res); // the linker drops a static library's resources unless they are asked for
-    window.setWindowIcon(QIcon(QStringLiteral(":/Icon/Resource/Vora.png")));
+    if (QGuiApplication::windowIcon().isNull()) {
+        QGuiApplication::setWindowIcon(ProgramIcon()); // every window's, decoded once
+    }
     window.setWindowFlags(window.windowFlags() & ~Qt::WindowMaximizeButtonHint);
     window.setFixedSize(window.size());
     window.setWindowTitle(strTitle);
