@@ -6,6 +6,7 @@
 #include "AppSetting.h"
 #include "TrdDeviceManage.h"
 #include "TrdGetPrinterStatus.h"
+#include "UtilDiagnosticDump.h"
 #include "UtilLanguageCtrl.h"
 #include "UtilLog.h"
 #include "UtilShell.h"
@@ -52,15 +53,6 @@ void SetCellText(QTableWidgetItem& item, const QString& strText)
 QString ConnectionText(const stPrinterInfo& info)
 {
     return info.iConnectType == 1 ? QStringLiteral("USB") : QStringLiteral("网络(") + info.strPort + QLatin1Char(')');
-}
-
-QString CodeText(const QList<enErrorStatus>& listCode)
-{
-    QString strText;
-    for (const enErrorStatus enCode : listCode) {
-        strText += QString::number(enCode) + QLatin1Char(',');
-    }
-    return strText;
 }
 
 /// Ends a thread whose worker was told to quit and frees both; false, with both left alone, when it has not ended by
@@ -204,8 +196,8 @@ void VoraPrinterToolWidget::AddStatusWorker(int iIndex)
             &VoraPrinterToolWidget::SlotUpdatePrinterStatus);
     emit
     SgnStatusThreadStart();
-    // A running worker never takes the start signals of those after it from its queue: with 1000 printers half a million
-    // would wait there until exit.
+    // A running worker never takes the start signals of those after it from its queue: with 1000 printers half a
+    // million would wait there until exit.
     disconnect(this, &VoraPrinterToolWidget::SgnStatusThreadStart, pWorker, &TrdGetPrinterStatus::SlotTaskStart);
     m_listTrdGetPrinterStatus.append(pWorker);
     m_listStatusThread.append(pThread);
@@ -370,18 +362,9 @@ void VoraPrinterToolWidget::ChmodVendorPath(QString strPath)
 
 void VoraPrinterToolWidget::DebugOutputPrinterInfo()
 {
-    const auto write = [](int iLine, const QString& strText) {
-        WriteStringLog(__FILE__, iLine, "DebugOutputPrinterInfo", QStringLiteral("%s"), qPrintable(strText));
-    };
-    const QList<stPrinterManager> listPrinter = PrinterList();
-    const int iCount = static_cast<int>(listPrinter.size());
-    write(__LINE__, QString::asprintf("printer number=%d", iCount));
-    for (int i = 0; i < iCount; ++i) {
-        const stPrinterInfo& info = listPrinter.at(i).printerInfo;
-        const QByteArray name = info.strPrinterName.toUtf8();
-        write(__LINE__, QString::asprintf("printer[%d] %s=%s", i, name.constData(), qUtf8Printable(info.strPort)));
-        write(__LINE__, QString::asprintf("%s: enType=%s", name.constData(), qUtf8Printable(info.enType)));
-        write(__LINE__, QString::asprintf("%s: iConnectType=%d", name.constData(), info.iConnectType));
+    const QStringList listLine = PrinterInfoLines(PrinterList());
+    for (const QString& strLine : listLine) {
+        WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("%s"), qPrintable(strLine));
     }
 }
 
@@ -391,38 +374,8 @@ void VoraPrinterToolWidget::DebugOutputPrinterStatus(int iIndex)
     if (!printer) {
         return;
     }
-    const QString& strName = printer->printerInfo.strPrinterName;
-    const stPrinterState& state = printer->printerState;
-    const auto write = [](int iLine, const QString& strText) {
-        WriteStringLog(__FILE__, iLine, "DebugOutputPrinterStatus", QStringLiteral("%s"), qPrintable(strText));
-    };
-    const auto text = [&](int iLine, const char* pField, const QString& strValue) {
-        write(iLine, strName + QLatin1String(": ") + QLatin1String(pField) + QLatin1Char('=') + strValue);
-    };
-    const auto number = [&](int iLine, const char* pField, auto value) { text(iLine, pField, QString::number(value)); };
-
-    write(__LINE__, QString::asprintf("printer[%d]=%s", iIndex, qUtf8Printable(strName)));
-    text(__LINE__, "strPrinterSerialNumber", state.strPrinterSerialNumber);
-    number(__LINE__, "enCurrentStatus", state.enCurrentStatus);
-    text(__LINE__, "strFWVersion", state.strFWVersion);
-    text(__LINE__, "strVenderName", state.strVenderName);
-    text(__LINE__, "strProductName", state.strProductName);
-    number(__LINE__, "iNumberOfError", state.listErrorStatus.size());
-    number(__LINE__, "iNumberOfWarning", state.listWarningStatus.size());
-    text(__LINE__, "error code", CodeText(state.listErrorStatus));
-    text(__LINE__, "warning code", CodeText(state.listWarningStatus));
-    text(__LINE__, "strSupplySerialNumber", state.strSupplySerialNumber);
-    number(__LINE__, "enSpplyType", state.enSpplyType);
-    number(__LINE__, "dwRemainingToner", state.dwRemainingToner);
-    number(__LINE__, "dwWasteToner", state.dwWasteToner);
-    number(__LINE__, "dwBlackInkRemainer", state.dwBlackInkRemainer);
-    number(__LINE__, "dwBlueInkRemainer", state.dwBlueInkRemainer);
-    number(__LINE__, "dwRedInkRemainer", state.dwRedInkRemainer);
-    number(__LINE__, "dwYellowInkRemainer", state.dwYellowInkRemainer);
-    number(__LINE__, "dwOPCRotation", state.dwOPCRotation);
-    number(__LINE__, "dwNumberOfPages", state.dwNumberOfPages);
-    number(__LINE__, "dwNumberOfPrint", state.dwNumberOfPrint);
-    number(__LINE__, "dwPrintDotsCount", state.dwPrintDotsCount);
-    number(__LINE__, "dwPrinterNumOfPages", state.dwPrinterNumOfPages);
-    number(__LINE__, "dwPrinterNumOfPrint", state.dwPrinterNumOfPrint);
+    const QStringList listLine = PrinterStatusLines(iIndex, *printer);
+    for (const QString& strLine : listLine) {
+        WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("%s"), qPrintable(strLine));
+    }
 }
