@@ -175,6 +175,5 @@ void TrdDeviceManage::UpdateSharedList(const QList<stPrinterInfo>& listPrinterIn
         return;
     }
     *m_pListPrinterManager = GetInitPrinterList(listPrinterInfo);
-    emit
-    SgnUpdatePrinterList();
+    emit SgnUpdatePrinterList();
 }

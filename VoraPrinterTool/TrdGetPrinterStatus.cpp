@@ -119,8 +119,7 @@ void TrdGetPrinterStatus::PollOnce()
         CancelJobs();
     }
     if (bChanged) {
-        emit
-        SgnUpdatePrinterStatus(iIndex);
+        emit SgnUpdatePrinterStatus(iIndex);
     }
 }
 

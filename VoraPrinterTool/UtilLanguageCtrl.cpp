@@ -3,8 +3,8 @@
 
 #include "UtilLanguageCtrl.h"
 
-// One row a value, English and Chinese side by side. A missing or surplus row does not compile: the sizes are the
-// header's.
+// One row a value, English and Chinese side by side. The sizes are the header's: a surplus row does not compile, but a
+// missing one leaves empty texts at the end.
 // clang-format off
 const QString c_strStatusLanguageText[][enLanguageCount] = {
     /*  0 */ {QStringLiteral("Unknown"), QStringLiteral("未知")},

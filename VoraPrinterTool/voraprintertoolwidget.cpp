@@ -76,7 +76,6 @@ VoraPrinterToolWidget::VoraPrinterToolWidget(QWidget* parent)
     ui->setupUi(this);
     SetUpFixedWindow(*this, c_strTitle);
     m_pAppSetting = new AppSetting;
-    m_iStatusThreadCount = 0;
     InitLog();
     InitLanguage();
     InitDeviceTable();
@@ -177,8 +176,7 @@ void VoraPrinterToolWidget::InitThread()
     connect(this, &VoraPrinterToolWidget::SgnThreadQuit, m_pTrdDeviceManage, &TrdDeviceManage::SlotThreadQuit);
     connect(m_pTrdDeviceManage, &TrdDeviceManage::SgnUpdatePrinterList, this,
             &VoraPrinterToolWidget::SlotUpdatePrinterList);
-    emit
-    SgnManageThreadStart();
+    emit SgnManageThreadStart();
     WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitThread end"));
 }
 
@@ -194,8 +192,7 @@ void VoraPrinterToolWidget::AddStatusWorker(int iIndex)
     connect(this, &VoraPrinterToolWidget::SgnThreadQuit, pWorker, &TrdGetPrinterStatus::SlotThreadQuit);
     connect(pWorker, &TrdGetPrinterStatus::SgnUpdatePrinterStatus, this,
             &VoraPrinterToolWidget::SlotUpdatePrinterStatus);
-    emit
-    SgnStatusThreadStart();
+    emit SgnStatusThreadStart();
     // A running worker never takes the start signals of those after it from its queue: with 1000 printers half a
     // million would wait there until exit.
     disconnect(this, &VoraPrinterToolWidget::SgnStatusThreadStart, pWorker, &TrdGetPrinterStatus::SlotTaskStart);
@@ -234,8 +231,7 @@ void VoraPrinterToolWidget::SlotTrayActionExit()
     m_pAppSetting->close();
     setVisible(false);
     m_pTrayIcon->setVisible(false);
-    emit
-    SgnThreadQuit();
+    emit SgnThreadQuit();
     QCoreApplication::quit();
 }
 

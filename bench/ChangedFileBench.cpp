@@ -9,7 +9,6 @@
 #include "Sampling.h"
 #include "TrdGetPrinterStatus.h"
 
-#include <QDeadlineTimer>
 #include <QThread>
 
 #include <algorithm>

@@ -3,7 +3,6 @@
 
 #include "Sampling.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
 #include <algorithm>

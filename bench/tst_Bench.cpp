@@ -4,9 +4,7 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
-#include <QSet>
 #include <QTest>
 
 /// That every benchmark runs and leaves its figures. How good they are is for people to read.

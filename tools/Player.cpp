@@ -116,11 +116,9 @@ void Player::Advance()
         BeginRound();
     }
     if (!m_strError.isEmpty()) {
-        emit
-        SgnFailed();
+        emit SgnFailed();
     } else if (bRoundEnds && !m_scenario.bLoop) {
-        emit
-        SgnFinished();
+        emit SgnFinished();
     } else {
         WaitForNext();
     }

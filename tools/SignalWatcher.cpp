@@ -23,8 +23,7 @@ SignalWatcher::SignalWatcher(QObject* parent) : QObject(parent)
     connect(pNotifier, &QSocketNotifier::activated, this, [this] {
         signalfd_siginfo info{};
         if (::read(m_iFd, &info, sizeof(info)) == sizeof(info)) {
-            emit
-            SgnEnd();
+            emit SgnEnd();
         }
     });
 }

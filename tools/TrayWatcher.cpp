@@ -118,11 +118,9 @@ bool TrayWatcher::HasStatusNotifierHost()
 void TrayWatcher::SlotX11Event()
 {
     if (TakeX11Message()) {
-        emit
-        SgnTrayMayBeThere();
+        emit SgnTrayMayBeThere();
     }
     if (xcb_connection_has_error(m_pX11) != 0) {
-        emit
-        SgnDisplayGone();
+        emit SgnDisplayGone();
     }
 }

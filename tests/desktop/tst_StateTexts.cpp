@@ -3,7 +3,6 @@
 
 #include "DesktopTest.h"
 
-#include <QDateTime>
 #include <QElapsedTimer>
 #include <QFileInfo>
 
