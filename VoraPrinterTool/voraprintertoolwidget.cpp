@@ -25,6 +25,9 @@
 #include <QThread>
 
 #include <array>
+#include <cstdlib>
+
+#include <unistd.h>
 
 namespace {
 
@@ -55,11 +58,10 @@ QString ConnectionText(const stPrinterInfo& info)
     return info.iConnectType == 1 ? QStringLiteral("USB") : QStringLiteral("网络(") + info.strPort + QLatin1Char(')');
 }
 
-/// Ends a thread whose worker was told to quit and frees both; false, with both left alone, when it has not ended by
-/// the deadline.
+/// Waits for a thread that was told to quit, as its worker was, and frees both; false, with both left alone, when it
+/// has not ended by the deadline.
 bool EndWorker(QThread* pThread, UtilThreadBase* pWorker, const QDeadlineTimer& deadline)
 {
-    pThread->quit();
     const bool bEnded = pThread->wait(deadline);
     if (bEnded) {
         delete pThread;
@@ -87,20 +89,29 @@ VoraPrinterToolWidget::~VoraPrinterToolWidget()
 {
     // All first, then one deadline for all: the time to exit does not grow with the number of printers.
     m_pTrdDeviceManage->SlotThreadQuit();
-    for (TrdGetPrinterStatus* pWorker : std::as_const(m_listTrdGetPrinterStatus)) {
-        pWorker->SlotThreadQuit();
+    m_pManageThread->quit();
+    for (int i = 0; i < m_listTrdGetPrinterStatus.size(); ++i) {
+        m_listTrdGetPrinterStatus[i]->SlotThreadQuit();
+        m_listStatusThread[i]->quit();
     }
     const QDeadlineTimer deadline(c_iThreadWaitMSec);
 
     // A worker that does not end in time waits for a shell command. Deleting it under its running loop would crash, so
     // it is abandoned, without the list that ends with the window.
+    bool bAllEnded = true;
     if (!EndWorker(m_pManageThread, m_pTrdDeviceManage, deadline)) {
         m_pTrdDeviceManage->Init(nullptr);
+        bAllEnded = false;
     }
     for (int i = 0; i < m_listTrdGetPrinterStatus.size(); ++i) {
         if (!EndWorker(m_listStatusThread[i], m_listTrdGetPrinterStatus[i], deadline)) {
             m_listTrdGetPrinterStatus[i]->Init(-1, nullptr);
+            bAllEnded = false;
         }
+    }
+    if (!bAllEnded) {
+        // Its command may end at any moment. What it uses then, Qt's global objects too, stays until the process ends.
+        ::on_exit([](int iStatus, void*) { ::_exit(iStatus); }, nullptr);
     }
     delete m_pAppSetting;
 }

@@ -118,3 +118,27 @@ void DesktopTest::FakeProgram(const QString& strName, const QByteArray& script)
         qputenv("PATH", strFolder.toLocal8Bit() + ':' + path);
     }
 }
+
+void DesktopTest::Preload(const char* pModule)
+{
+    AddSanitizerOption("verify_asan_link_order=0"); // which wants to come before all other libraries
+    qputenv("LD_PRELOAD", pModule);
+}
+
+void DesktopTest::AddSanitizerOption(const QByteArray& option)
+{
+    qputenv("ASAN_OPTIONS", qgetenv("ASAN_OPTIONS") + ':' + option);
+}
+
+bool DesktopTest::WriteFile(const QString& strPath, const QByteArray& content)
+{
+    QDir().mkpath(QFileInfo(strPath).path());
+    QFile file(strPath);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+QByteArray DesktopTest::ReadFile(const QString& strPath)
+{
+    QFile file(strPath);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}

@@ -46,6 +46,18 @@ protected:
     /// Puts an executable shell script in front of the system's program of that name. It is gone with the test program.
     static void FakeProgram(const QString& strName, const QByteArray& script);
 
+    /// Programs that start after this have a module of ours in them, until LD_PRELOAD is unset.
+    static void Preload(const char* pModule);
+
+    /// For programs that start after this, in a build with the address sanitizer.
+    static void AddSanitizerOption(const QByteArray& option);
+
+    /// Writes a file, its folder too when that is missing.
+    static bool WriteFile(const QString& strPath, const QByteArray& content);
+
+    /// What a file holds; null when it cannot be read.
+    static QByteArray ReadFile(const QString& strPath);
+
     DriverFolder m_folder{c_strCfgPath};
     std::unique_ptr<TrayHost> m_tray;
     std::unique_ptr<Tool> m_tool;

@@ -7,7 +7,8 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QDBusInterface>
+#include <QDBusMessage>
+#include <QDBusReply>
 #include <QDir>
 #include <QFile>
 #include <QTest>
@@ -48,8 +49,12 @@ bool ConfigureXfcePanel()
 
 bool IsWatched()
 {
-    const QDBusInterface watcher(c_strWatcher, QStringLiteral("/StatusNotifierWatcher"), c_strWatcher);
-    return !watcher.property("RegisteredStatusNotifierItems").toStringList().isEmpty();
+    QDBusMessage get =
+        QDBusMessage::createMethodCall(c_strWatcher, QStringLiteral("/StatusNotifierWatcher"),
+                                       QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    get << c_strWatcher << QStringLiteral("RegisteredStatusNotifierItems");
+    const QDBusReply<QVariant> reply = QDBusConnection::sessionBus().call(get);
+    return !reply.value().toStringList().isEmpty();
 }
 
 /// Qt hears late, by about a tenth of a second, that the keyboard has gone to another program, and then closes open

@@ -2,55 +2,13 @@
 // SPDX-License-Identifier: MIT
 
 #include "DesktopTest.h"
-
-#include <QDBusConnectionInterface>
+#include "NotificationServer.h"
 
 namespace {
 
 const QString c_strPrinter = QStringLiteral("Office");
 const QString c_strNoPaper = QStringLiteral("进纸托盘处无纸,请放入纸张"); // error 0x6100
 const QString c_strInkLow = QStringLiteral("墨水量低");                   // warning 0x6160
-
-/// A desktop's notification server, which says what it is told.
-class NotificationServer
-{
-public:
-    ~NotificationServer()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-
-    bool Start()
-    {
-        m_process.setStandardOutputFile(m_strOutput);
-        m_process.start(QStringLiteral("dunst"), {QStringLiteral("-print")});
-        return QTest::qWaitFor([] {
-            return QDBusConnection::sessionBus()
-                .interface()
-                ->isServiceRegistered(QStringLiteral("org.freedesktop.Notifications"))
-                .value();
-        });
-    }
-
-    /// One of the last notification's fields; empty before the first.
-    QString Last(const QString& strField) const
-    {
-        QFile file(m_strOutput);
-        if (!file.open(QIODevice::ReadOnly)) {
-            return QString();
-        }
-        const QStringList listLine = QString::fromUtf8(file.readAll())
-                                         .section(QStringLiteral("\n}\n"), -2)
-                                         .split(QLatin1Char('\n'))
-                                         .filter(QLatin1Char('\t') + strField + QLatin1String(": "));
-        return listLine.value(0).section(QStringLiteral(": "), 1).remove(QLatin1Char('\''));
-    }
-
-private:
-    QString m_strOutput = QStringLiteral("/tmp/notifications.txt");
-    QProcess m_process;
-};
 
 } // namespace
 

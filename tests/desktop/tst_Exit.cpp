@@ -34,6 +34,9 @@ private:
     void Start();
     void Exit();
 
+    /// Whether the program destroyed its global objects, which a thread that it left behind may still use.
+    static bool AreGlobalsDestroyed() { return QFile::exists(QStringLiteral("/tmp/globals-destroyed")); }
+
     QStringList m_listBefore; ///< the processes without the program
 };
 
@@ -43,7 +46,10 @@ void tst_Exit::Start()
     QVERIFY(m_tray->Start());
     QCOMPARE(m_tool->RowCount(), 0); // starts the accessibility service
     m_listBefore = Processes();
+    QFile::remove(QStringLiteral("/tmp/globals-destroyed"));
+    Preload(VORA_TELL_DESTRUCTION);
     m_tool->Start();
+    qunsetenv("LD_PRELOAD");
     QTRY_VERIFY(m_tool->MainWindow());
     QVERIFY(WaitForTrayIcon());
 }
@@ -63,6 +69,7 @@ void tst_Exit::windowShown()
 {
     Start();
     Exit();
+    QVERIFY(AreGlobalsDestroyed());
     QCOMPARE(Processes(), m_listBefore);
 }
 
@@ -71,6 +78,7 @@ void tst_Exit::windowHidden()
     Start();
     HideWindow();
     Exit();
+    QVERIFY(AreGlobalsDestroyed());
     QCOMPARE(Processes(), m_listBefore);
 }
 
@@ -80,6 +88,7 @@ void tst_Exit::settingsOpen()
     QVERIFY(m_tray->ChooseFromMenu(*m_tool, 2));
     QTRY_VERIFY(m_tool->SettingsWindow());
     Exit();
+    QVERIFY(AreGlobalsDestroyed());
     QCOMPARE(Processes(), m_listBefore);
 }
 
@@ -94,6 +103,7 @@ void tst_Exit::manyPrinters()
     QTRY_COMPARE(m_tool->RowCount(), 200);
     QTRY_COMPARE(m_tool->Cell(199, 3), QStringLiteral("就绪"));
     Exit();
+    QVERIFY(AreGlobalsDestroyed());
     QCOMPARE(Processes(), m_listBefore);
 }
 
@@ -108,6 +118,7 @@ void tst_Exit::commandHangs()
     WriteStatus(QStringLiteral("Office"), Reply(0x03));
     QTRY_VERIFY(Processes().contains(QStringLiteral("cancel")));
     Exit();
+    QVERIFY(!AreGlobalsDestroyed());
 
     // The command is the print system's: it may still reach the server, and then ends by itself.
     Desktop::Run(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("echo > /tmp/nobody-writes")});

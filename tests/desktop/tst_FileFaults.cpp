@@ -164,7 +164,7 @@ void tst_FileFaults::fileChangesBeforeItIsOpened()
 {
     QFETCH(QString, strSwitch);
     const QString strName = QStringLiteral("Changing");
-    qputenv("LD_PRELOAD", VORA_CHANGE_BEFORE_OPEN);
+    Preload(VORA_CHANGE_BEFORE_OPEN);
     StartBeside({strName});
     qunsetenv("LD_PRELOAD");
     QVERIFY(WriteBytes(strSwitch, {}));

@@ -94,8 +94,7 @@ public:
     void RegisterHost()
     {
         m_bHost = true;
-        emit
-        StatusNotifierHostRegistered();
+        emit StatusNotifierHostRegistered();
     }
 
     int Icons() const { return m_iIcons; }

@@ -11,12 +11,6 @@ const QString c_strToolFolder = QStringLiteral(VORA_PACKAGE_PATH "tool");
 const QString c_strProcessList = c_strToolFolder + QStringLiteral("/pslist.tmp");
 const QByteArray c_ownLine = "    100 ?        00:00:00 VoraPrinterTool\n";
 
-QByteArray Content(const QString& strPath)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 } // namespace
 
 /// What the program takes for a running copy in the process list that `ps` prints.
@@ -39,9 +33,7 @@ private:
 
 void tst_ProcessList::FakeProcessList(const QByteArray& lines)
 {
-    QFile file(QStringLiteral("/tmp/lines"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(lines);
+    QVERIFY(WriteFile(QStringLiteral("/tmp/lines"), lines));
     FakeProgram(QStringLiteral("ps"), "echo \"$*\" > /tmp/arguments\ncat /tmp/lines\n");
 }
 
@@ -83,7 +75,7 @@ void tst_ProcessList::linesThatCount()
     m_tool->Start();
     QTRY_VERIFY(IsUp());
     QCOMPARE(m_tool->MainWindow().has_value(), !running);
-    QCOMPARE(Content(QStringLiteral("/tmp/arguments")), QByteArray("-A\n"));
+    QCOMPARE(ReadFile(QStringLiteral("/tmp/arguments")), QByteArray("-A\n"));
     QVERIFY(!QFile::exists(c_strProcessList));
 }
 
@@ -125,15 +117,11 @@ void tst_ProcessList::listThatCannotBeWrittenCountsNothing()
 {
     QFETCH(QString, obstacle);
     FakeProcessList(c_ownLine.repeated(2));
-    QVERIFY(QDir().mkpath(QFileInfo(obstacle).path()));
-    QFile file(obstacle);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("in the way");
-    file.close();
+    QVERIFY(WriteFile(obstacle, "in the way"));
     m_tool->Start();
     QTRY_VERIFY(IsUp());
     QVERIFY(m_tool->MainWindow());
-    QCOMPARE(Content(obstacle), QByteArray("in the way"));
+    QCOMPARE(ReadFile(obstacle), QByteArray("in the way"));
 }
 
 QTEST_GUILESS_MAIN(tst_ProcessList)

@@ -135,18 +135,6 @@ bool ShowsIcon(const Desktop::Window& window, QMessageBox::Icon icon)
                     QMessageBox(icon, QString(), QString()).iconPixmap().toImage());
 }
 
-bool WriteFile(const QString& strPath, const QByteArray& content)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
-QByteArray ReadFile(const QString& strPath)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 } // namespace
 
 /// What a second start of the program does, and what it takes for a copy of itself.

@@ -25,21 +25,6 @@ QString Target()
     return AutoStartFolder() + QLatin1Char('/') + c_strEntryName;
 }
 
-/// What a file holds; a null text when there is none.
-QByteArray Content(const QString& strPath)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void Write(const QString& strPath, const QByteArray& content)
-{
-    QDir().mkpath(QFileInfo(strPath).path());
-    QFile file(strPath);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
-}
-
 } // namespace
 
 /// The settings window under mouse clicks, with the desktop entry beside the program and the user's autostart folder.
@@ -158,14 +143,14 @@ void tst_SettingsWindow::isFixedCentredAndLabelled()
 void tst_SettingsWindow::okTurnsAutoStartOnAndOff()
 {
     QDir(AutoStartFolder()).removeRecursively();
-    Write(c_strSource, c_entry);
+    QVERIFY(WriteFile(c_strSource, c_entry));
     StartInTray();
     QVERIFY(Open());
     QVERIFY(!IsChecked());
     QVERIFY(ToggleCheckBox());
     QVERIFY(!QFile::exists(Target())); // not before OK
     QVERIFY(Leave(c_strOK));
-    QTRY_COMPARE(Content(Target()), c_entry);
+    QTRY_COMPARE(ReadFile(Target()), c_entry);
 
     QVERIFY(Open());
     QVERIFY(IsChecked());
@@ -174,7 +159,7 @@ void tst_SettingsWindow::okTurnsAutoStartOnAndOff()
     QTRY_VERIFY(!QFile::exists(Target()));
     QVERIFY(Open());
     QVERIFY(!IsChecked());
-    QCOMPARE(Content(c_strSource), c_entry);
+    QCOMPARE(ReadFile(c_strSource), c_entry);
 }
 
 void tst_SettingsWindow::discardingLeavesTheFile_data()
@@ -187,8 +172,8 @@ void tst_SettingsWindow::discardingLeavesTheFile_data()
 void tst_SettingsWindow::discardingLeavesTheFile()
 {
     QFETCH(QString, button);
-    Write(c_strSource, c_entry);
-    Write(Target(), ""); // counts whatever it holds
+    QVERIFY(WriteFile(c_strSource, c_entry));
+    QVERIFY(WriteFile(Target(), "")); // counts whatever it holds
     StartInTray();
     QVERIFY(Open());
     QVERIFY(IsChecked());
@@ -212,16 +197,16 @@ void tst_SettingsWindow::discardingLeavesTheFile()
 void tst_SettingsWindow::existingEntryIsKept()
 {
     QDir(AutoStartFolder()).removeRecursively();
-    Write(c_strSource, c_entry);
+    QVERIFY(WriteFile(c_strSource, c_entry));
     StartInTray();
     QVERIFY(Open());
     QVERIFY(ToggleCheckBox());
     const QByteArray own = "[Desktop Entry]\nHidden=true\n";
-    Write(Target(), own);
+    QVERIFY(WriteFile(Target(), own));
     QVERIFY(Leave(c_strOK));
     QVERIFY(Open());
     QVERIFY(IsChecked());
-    QCOMPARE(Content(Target()), own);
+    QCOMPARE(ReadFile(Target()), own);
 }
 
 void tst_SettingsWindow::failureShowsTheRealState_data()
@@ -239,10 +224,10 @@ void tst_SettingsWindow::failureShowsTheRealState()
     QFile::remove(c_strSource);
     QDir(AutoStartFolder()).removeRecursively();
     if (hasSource) {
-        Write(c_strSource, c_entry);
+        QVERIFY(WriteFile(c_strSource, c_entry));
     }
     if (folderIsFile) {
-        Write(AutoStartFolder(), "");
+        QVERIFY(WriteFile(AutoStartFolder(), ""));
     }
     StartInTray();
     QVERIFY(Open());

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "DesktopTest.h"
+#include "NotificationServer.h"
 #include "PrinterPark.h"
 #include "ToolFigures.h"
 
@@ -17,7 +18,8 @@ constexpr int c_iStepsToShow = 3;     // a state is written three seconds before
 constexpr int c_iStepsToWarmUp = 20;
 constexpr int c_iStepsToALook = 5;
 constexpr int c_iLongMinutes = 30;
-constexpr int c_iMaxGrowthKB = 100; // over the last 20 minutes
+constexpr int c_iMaxGrowthKB = 100;   // over the last 20 minutes
+constexpr int c_iLateDescriptors = 4; // what Qt opens for itself after the first look
 
 int s_iMinutes = 1;
 
@@ -55,10 +57,12 @@ private:
     };
 
     QStringList ShownRow(int iRow) const;
+    bool WaitForRow(int iRow, const QStringList& row) const;
     void ChangeState(PrinterPark& park, int iStep);
     void CheckState(PrinterPark& park, int iStep);
     QList<int> ChangeList(PrinterPark& park) const;
     bool WaitForList(int iCount) const;
+    stToolFigures SettledFigures(int iWorkers) const;
 
     QList<stWritten> m_listWritten;
     int m_iStateChanges = 0;
@@ -68,6 +72,13 @@ private:
 QStringList tst_Endurance::ShownRow(int iRow) const
 {
     return {m_tool->Cell(iRow, 0), m_tool->Cell(iRow, 1), m_tool->Cell(iRow, 3)};
+}
+
+/// A row that was right once was right: QTRY_COMPARE would look again, and a change of the list empties all rows for a
+/// moment. The row may leave out what comes after its name and its connection.
+bool tst_Endurance::WaitForRow(int iRow, const QStringList& row) const
+{
+    return QTest::qWaitFor([&] { return ShownRow(iRow).mid(0, row.size()) == row; }, c_iTimeOutMSec);
 }
 
 void tst_Endurance::ChangeState(PrinterPark& park, int iStep)
@@ -85,7 +96,7 @@ void tst_Endurance::CheckState(PrinterPark& park, int iStep)
     while (!m_listWritten.isEmpty() && m_listWritten.first().iStep <= iStep - c_iStepsToShow) {
         const stWritten written = m_listWritten.takeFirst();
         const int iRow = park.RowOf(written.strName);
-        QTRY_COMPARE_WITH_TIMEOUT(ShownRow(iRow), park.Row(iRow), c_iTimeOutMSec);
+        QVERIFY2(WaitForRow(iRow, park.Row(iRow)), qPrintable(ShownRow(iRow).join(QLatin1Char(','))));
         if (!written.bStays) {
             QVERIFY(park.SetState(iRow, c_ready));
             m_listWritten.append({iStep, written.strName, true});
@@ -118,13 +129,15 @@ void tst_Endurance::holdsWhatItHeld()
     m_tool = std::make_unique<Tool>(); // with the new PATH
     PrinterPark park(m_folder, c_iPrinters);
     QVERIFY(park.WriteAll());
-    StartWithTray();
+    // The balloons that Qt draws itself beside an XEmbed icon each leave 2.9 kB behind in Qt 6.4.
+    NotificationServer server;
+    QVERIFY(server.Start());
+    StartWithTray(TrayHost::enXfcePanel);
     const qint64 iPid = m_tool->Process().processId();
-    QTRY_COMPARE_WITH_TIMEOUT(ShownRow(c_iPrinters - 1), park.Row(c_iPrinters - 1), c_iTimeOutMSec);
+    QVERIFY(WaitForRow(c_iPrinters - 1, park.Row(c_iPrinters - 1)));
 
     QList<stToolFigures> listFigures;
     QList<int> listChangedRow;
-    int iBalloons = 0;
     QElapsedTimer sinceStart;
     sinceStart.start();
     for (int iStep = 0; sinceStart.elapsed() < s_iMinutes * 60000; ++iStep) {
@@ -137,7 +150,7 @@ void tst_Endurance::holdsWhatItHeld()
         }
         if (iStep % 3 == 0) {
             for (const int iRow : std::as_const(listChangedRow)) {
-                QTRY_COMPARE_WITH_TIMEOUT(ShownRow(iRow).mid(0, 2), park.Row(iRow).mid(0, 2), c_iTimeOutMSec);
+                QVERIFY2(WaitForRow(iRow, park.Row(iRow).mid(0, 2)), qPrintable(ShownRow(iRow).join(QLatin1Char(','))));
             }
             listChangedRow = ChangeList(park);
             QVERIFY(!listChangedRow.isEmpty());
@@ -151,19 +164,18 @@ void tst_Endurance::holdsWhatItHeld()
             QVERIFY(figures.iThreads <= listFigures.first().iThreads);
             QVERIFY(figures.iDescriptors <= listFigures.first().iDescriptors);
             QCOMPARE(figures.iZombies, 0);
-            iBalloons += m_tool->Popup() ? 1 : 0;
             qInfo("%5.1f min: %d kB, %d threads, %d descriptors, %d states, %d lists, %d balloons", figures.dMinutes,
                   figures.iResidentKB, figures.iThreads, figures.iDescriptors, m_iStateChanges, m_iListChanges,
-                  iBalloons);
+                  server.Count());
         }
         QTest::qWait(static_cast<int>(std::max<qint64>(0, 1000 - sinceStep.elapsed())));
     }
 
     QVERIFY(listFigures.size() > 1);
-    QVERIFY(iBalloons > 0);
+    QVERIFY(server.Count() > 0);
     QVERIFY(QFile::exists(QStringLiteral("/tmp/cancelled")));
     for (int iRow = 0; iRow < c_iPrinters; ++iRow) {
-        QTRY_COMPARE_WITH_TIMEOUT(ShownRow(iRow), park.Row(iRow), c_iTimeOutMSec);
+        QVERIFY2(WaitForRow(iRow, park.Row(iRow)), qPrintable(ShownRow(iRow).join(QLatin1Char(','))));
     }
 
     const double dLastThird = static_cast<double>(s_iMinutes) / 3;
@@ -190,25 +202,40 @@ bool tst_Endurance::WaitForList(int iCount) const
                            c_iTimeOutMSec);
 }
 
+/// With so many workers, and twice the same. A new thread takes its name and its descriptor when it first runs, which
+/// may be after the others have filled the rows.
+stToolFigures tst_Endurance::SettledFigures(int iWorkers) const
+{
+    stToolFigures figures;
+    const bool bSettled = QTest::qWaitFor(
+        [&] {
+            const stToolFigures last = figures;
+            figures = LookAt(m_tool->Process().processId());
+            return figures.iWorkers == iWorkers && figures.iDescriptors == last.iDescriptors;
+        },
+        c_iTimeOutMSec);
+    return bSettled ? figures : stToolFigures();
+}
+
 /// By design: a worker that has no printer now waits for the list to grow, and beside it new ones are made for the rows
 /// that come.
 void tst_Endurance::workersStayWhenTheListShrinks()
 {
     m_tool->Start();
     QVERIFY(WaitForList(50));
-    const qint64 iPid = m_tool->Process().processId();
-    QTRY_COMPARE_WITH_TIMEOUT(LookAt(iPid).iWorkers, 51, c_iTimeOutMSec);
-    const stToolFigures first = LookAt(iPid);
-    qInfo("50 printers: %d threads, %d kB", first.iThreads, first.iResidentKB);
+    const stToolFigures first = SettledFigures(51); // and the list's
+    QCOMPARE(first.iWorkers, 51);
+    qInfo("50 printers: %d threads, %d descriptors, %d kB", first.iThreads, first.iDescriptors, first.iResidentKB);
     for (int iRound = 1; iRound <= 3; ++iRound) {
         QVERIFY(WaitForList(10));
-        QCOMPARE(LookAt(iPid).iWorkers, 51 + 40 * (iRound - 1));
+        QCOMPARE(SettledFigures(51 + 40 * (iRound - 1)).iWorkers, 51 + 40 * (iRound - 1));
         QVERIFY(WaitForList(50));
-        // A new thread takes its name when it runs, which may be after the first report of the others.
-        QTRY_COMPARE_WITH_TIMEOUT(LookAt(iPid).iWorkers, 51 + 40 * iRound, c_iTimeOutMSec);
-        const stToolFigures figures = LookAt(iPid);
-        qInfo("10 and 50 again, %d: %d threads, %d kB", iRound, figures.iThreads, figures.iResidentKB);
-        QVERIFY(figures.iDescriptors - first.iDescriptors <= figures.iWorkers - first.iWorkers);
+        const stToolFigures figures = SettledFigures(51 + 40 * iRound);
+        QCOMPARE(figures.iWorkers, 51 + 40 * iRound);
+        qInfo("10 and 50 again, %d: %d threads, %d descriptors, %d kB", iRound, figures.iThreads, figures.iDescriptors,
+              figures.iResidentKB);
+        const int iGrowth = figures.iDescriptors - first.iDescriptors;
+        QVERIFY2(iGrowth <= figures.iWorkers - first.iWorkers + c_iLateDescriptors, QByteArray::number(iGrowth));
     }
 }
 

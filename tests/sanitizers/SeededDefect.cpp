@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
-// Has the defect that its argument names, so that a sanitizer build can show that it reports it. "guarded" has none.
+// Has the defect that its argument names, so that a sanitizer build can show that it reports it. "guarded" has none,
+// "later-race" has its race after a program was started beside another thread.
 
 #include <QByteArray>
 #include <QCoreApplication>
+#include <QProcess>
 #include <QThread>
 
 #include <atomic>
@@ -57,6 +59,19 @@ int CountInTwoThreads(bool bGuarded)
     return 0;
 }
 
+void StartAProgram()
+{
+    std::atomic<bool> bStarted{false};
+    std::thread other([&] {
+        while (!bStarted) {
+            std::this_thread::yield();
+        }
+    });
+    QProcess::execute(QStringLiteral("true"), QStringList());
+    bStarted = true;
+    other.join();
+}
+
 [[gnu::noinline]] int Leak()
 {
     int* volatile pLost = new int[8];
@@ -83,6 +98,10 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     const QByteArray kind(argc > 1 ? argv[1] : "");
+    if (kind == "later-race") {
+        StartAProgram();
+        return CountInTwoThreads(false);
+    }
     if (kind == "race" || kind == "guarded") {
         return CountInTwoThreads(kind == "guarded");
     }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "DriverFolder.h"
+#include "OrderOfEnds.h"
 #include "StatusEncoder.h"
 #include "TrdGetPrinterStatus.h"
 #include "voraprintertoolwidget.h"
@@ -111,21 +112,6 @@ QStringList ColumnTexts(const QTableWidget& table, int iColumn)
     return listText;
 }
 
-std::atomic<int> s_iEnded{0};
-
-/// QThread::wait() orders what a thread did before what follows. It does so with a lock of Qt's own, which the thread
-/// sanitizer does not see, so the same order is shown to it here: from the thread's end to the thread object's, which
-/// the window deletes after it has waited and before it deletes the worker. Without captures: their way through Qt is
-/// no more visible.
-void ShowOrderOfEnds(const QList<QThread*>& listThread)
-{
-    for (QThread* pThread : listThread) {
-        QObject::connect(
-            pThread, &QThread::finished, pThread, [] { s_iEnded.fetch_add(1); }, Qt::DirectConnection);
-        QObject::connect(pThread, &QObject::destroyed, [] { (void)s_iEnded.load(); });
-    }
-}
-
 /// Workers that did not end within the window's time on a busy machine end on their own; nobody else frees them.
 void FreeLateWorkers(const QList<QPointer<QThread>>& listThread, const QList<QPointer<QObject>>& listWorker)
 {
@@ -201,7 +187,7 @@ void tst_Stress::startAndQuit()
     for (QThread* pThread : std::as_const(pWindow->m_listStatusThread)) {
         listThread.append(pThread);
     }
-    ShowOrderOfEnds(pWindow->m_listStatusThread + QList<QThread*>{pWindow->m_pManageThread});
+    ShowOrderOfEnds(*pWindow);
     QList<QPointer<QObject>> listWorker;
     for (TrdGetPrinterStatus* pWorker : std::as_const(pWindow->m_listTrdGetPrinterStatus)) {
         listWorker.append(pWorker);

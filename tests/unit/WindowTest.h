@@ -6,8 +6,11 @@
 #include "TrdDeviceManage.h"
 #include "voraprintertoolwidget.h"
 
+#include <QTest>
 #include <QThread>
 #include <QTranslator>
+
+#include <atomic>
 
 // What the tests of the main window have in common.
 
@@ -34,6 +37,18 @@ inline void StopListWorker(VoraPrinterToolWidget& window)
     window.m_pTrdDeviceManage->SlotThreadQuit();
     window.m_pManageThread->quit();
     window.m_pManageThread->wait();
+}
+
+/// Whether a worker's loop was started. The worker's own flag is read when the loop is over: the worker is told to
+/// quit, and what waits in its queue behind the start gets its turn.
+inline bool WasTaskStarted(UtilThreadBase& worker)
+{
+    static std::atomic<bool> s_bOver;
+    s_bOver = false;
+    worker.m_bThreadQuit = true;
+    QMetaObject::invokeMethod(
+        &worker, [] { s_bOver = true; }, Qt::QueuedConnection);
+    return QTest::qWaitFor([] { return s_bOver.load(); }) && worker.m_bTaskRunning;
 }
 
 inline void SetPrinterList(VoraPrinterToolWidget& window, const QList<stPrinterManager>& listPrinter)

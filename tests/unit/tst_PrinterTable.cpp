@@ -284,13 +284,16 @@ void tst_PrinterTable::growingListMakesOneWorkerForEachNewRow()
     QCOMPARE(spyStart.count(), 3);
     QCOMPARE(m_pWindow->m_iStatusThreadCount, 3);
     for (int i = 0; i < 3; ++i) {
-        const TrdGetPrinterStatus* pWorker = m_pWindow->m_listTrdGetPrinterStatus.at(i);
+        TrdGetPrinterStatus* pWorker = m_pWindow->m_listTrdGetPrinterStatus.at(i);
         QCOMPARE(pWorker->m_iIndex, i);
         QCOMPARE(pWorker->m_pListPrinterManager, &m_pWindow->m_listPrinterManager);
         QCOMPARE(pWorker->parent(), nullptr);
         QCOMPARE(pWorker->thread(), m_pWindow->m_listStatusThread.at(i));
         QCOMPARE(pWorker->thread()->objectName(), QString::asprintf("vora-status-%d", i));
-        QTRY_VERIFY(pWorker->m_bTaskRunning);
+        QVERIFY(WasTaskStarted(*pWorker));
+        pWorker->m_bThreadQuit = false;
+        emit m_pWindow->SgnThreadQuit(); // reaches a worker without a loop
+        QTRY_VERIFY(pWorker->m_bThreadQuit);
         // The start of those after it would wait in its queue for ever.
         QVERIFY(!QObject::disconnect(m_pWindow.get(), &VoraPrinterToolWidget::SgnStatusThreadStart, pWorker,
                                      &TrdGetPrinterStatus::SlotTaskStart));

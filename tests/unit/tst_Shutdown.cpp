@@ -4,6 +4,7 @@
 #include "AppSetting.h"
 #include "DriverFolder.h"
 #include "FakeCommand.h"
+#include "OrderOfEnds.h"
 #include "StatusEncoder.h"
 #include "TrdGetPrinterStatus.h"
 #include "WindowTest.h"
@@ -49,6 +50,7 @@ private slots:
     void destructionOfManyWorkersIsBounded();
     void destructionLeavesAHungWorkerAlone();
     void destructionWithSeveralHungWorkersWaitsOnce();
+    void destructionFreesTheIdleBehindAHungWorker();
 
 private:
     static void WritePrinters(int iCount, quint8 byStatus);
@@ -149,6 +151,7 @@ void tst_Shutdown::destructionFreesWorkersThreadsAndSettings()
         listOwned.append(pWindow->m_listTrdGetPrinterStatus.at(i));
         listOwned.append(pWindow->m_listStatusThread.at(i));
     }
+    ShowOrderOfEnds(*pWindow);
     pWindow.reset();
     for (const QPointer<QObject>& pOwned : std::as_const(listOwned)) {
         QVERIFY(pOwned.isNull());
@@ -160,6 +163,7 @@ void tst_Shutdown::destructionOfManyWorkersIsBounded()
     WritePrinters(200, 0x00);
     auto pWindow = std::make_unique<VoraPrinterToolWidget>();
     QTRY_COMPARE(pWindow->m_listTrdGetPrinterStatus.size(), 200);
+    ShowOrderOfEnds(*pWindow);
     QElapsedTimer timer;
     timer.start();
     pWindow.reset();
@@ -175,6 +179,7 @@ void tst_Shutdown::destructionLeavesAHungWorkerAlone()
     const std::unique_ptr<TrdGetPrinterStatus> pWorker(pWindow->m_listTrdGetPrinterStatus.at(0));
     const std::unique_ptr<QThread> pThread(pWindow->m_listStatusThread.at(0));
     const QPointer<QObject> pListWorker(pWindow->m_pTrdDeviceManage);
+    ShowOrderOfEnds(*pWindow);
 
     QElapsedTimer timer;
     timer.start();
@@ -200,6 +205,7 @@ void tst_Shutdown::destructionWithSeveralHungWorkersWaitsOnce()
     QTRY_COMPARE(cancel.Calls().size(), 4);
     const QList<TrdGetPrinterStatus*> listWorker = pWindow->m_listTrdGetPrinterStatus;
     const QList<QThread*> listThread = pWindow->m_listStatusThread;
+    ShowOrderOfEnds(*pWindow);
     QElapsedTimer timer;
     timer.start();
     pWindow.reset();
@@ -210,6 +216,31 @@ void tst_Shutdown::destructionWithSeveralHungWorkersWaitsOnce()
     }
     qDeleteAll(listThread);
     qDeleteAll(listWorker);
+}
+
+void tst_Shutdown::destructionFreesTheIdleBehindAHungWorker()
+{
+    const FakeCommand cancel(QStringLiteral("cancel"), c_hang);
+    WritePrinters(3, 0x00);
+    stStatusReply canceling;
+    canceling.byStatus = 0x03;
+    QVERIFY(DriverFolder(c_strCfgPath).WriteStatus(Name(0), EncodeStatusReply(canceling)));
+    auto pWindow = std::make_unique<VoraPrinterToolWidget>();
+    QTRY_COMPARE(cancel.Calls().size(), 1);
+    QTRY_COMPARE(pWindow->m_listTrdGetPrinterStatus.size(), 3);
+    const std::unique_ptr<TrdGetPrinterStatus> pHung(pWindow->m_listTrdGetPrinterStatus.at(0));
+    const std::unique_ptr<QThread> pHungThread(pWindow->m_listStatusThread.at(0));
+    const QList<QPointer<QObject>> listIdle = {
+        pWindow->m_listTrdGetPrinterStatus.at(1), pWindow->m_listStatusThread.at(1),
+        pWindow->m_listTrdGetPrinterStatus.at(2), pWindow->m_listStatusThread.at(2)};
+    ShowOrderOfEnds(*pWindow);
+    pWindow.reset();
+    for (const QPointer<QObject>& pIdle : listIdle) {
+        QVERIFY(pIdle.isNull());
+    }
+    QVERIFY(pHungThread->isRunning());
+    QVERIFY(WriteFile(c_strGo, "go"));
+    QVERIFY(pHungThread->wait(5000));
 }
 
 QTEST_MAIN(tst_Shutdown)

@@ -159,7 +159,8 @@ void tst_vora_status_udp::udpWithoutTimeOut()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VORA_REFUSE_TIME_OUT));
-    environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("verify_asan_link_order=0"));
+    const QString strSanitizer = QStringLiteral("ASAN_OPTIONS");
+    environment.insert(strSanitizer, environment.value(strSanitizer) + QStringLiteral(":verify_asan_link_order=0"));
     const UdpResponder printer({});
     const QStringList listUdp{QStringLiteral("--udp"), QStringLiteral("127.0.0.1")};
     const stRun english = RunCommand(c_strProgram, listUdp, environment);

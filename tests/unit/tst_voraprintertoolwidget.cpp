@@ -176,7 +176,10 @@ void tst_voraprintertoolwidget::workersHaveNoParentAndTheirOwnThread()
 
 void tst_voraprintertoolwidget::constructionStartsTheListWorker()
 {
-    QTRY_VERIFY(m_pWindow->m_pTrdDeviceManage->m_bTaskRunning);
+    QVERIFY(WasTaskStarted(*m_pWindow->m_pTrdDeviceManage));
+    m_pWindow->m_pTrdDeviceManage->m_bThreadQuit = false;
+    emit m_pWindow->SgnThreadQuit(); // reaches a worker without a loop
+    QTRY_VERIFY(m_pWindow->m_pTrdDeviceManage->m_bThreadQuit);
 }
 
 void tst_voraprintertoolwidget::closingHidesTheWindowAndKeepsTheTrayIcon()
@@ -328,8 +331,7 @@ void tst_voraprintertoolwidget::otherActivationsDoNothing_data()
 void tst_voraprintertoolwidget::otherActivationsDoNothing()
 {
     QFETCH(int, reason);
-    emit
-    m_pWindow->m_pTrayIcon->activated(static_cast<QSystemTrayIcon::ActivationReason>(reason));
+    emit m_pWindow->m_pTrayIcon->activated(static_cast<QSystemTrayIcon::ActivationReason>(reason));
     QVERIFY(m_pWindow->isHidden());
     QVERIFY(m_pWindow->m_pAppSetting->isHidden());
 }
