@@ -92,7 +92,11 @@ void TrdGetPrinterStatus::PollOnce()
         return;
     }
     const bool bForce = m_printerManager.printerState.enCurrentStatus == enStatusOffline;
-    if (GetPrinterStatusFile(m_printerManager.printerInfo.strPrinterName, bForce) < 0) {
+    const int iResult = GetPrinterStatusFile(m_printerManager.printerInfo.strPrinterName, bForce);
+    if (iResult > 0) {
+        return; // an unchanged file leaves the copy as it is in the list
+    }
+    if (iResult < 0) {
         CountFailedRead();
     }
 
