@@ -63,15 +63,23 @@ const std::array<stSuppliesLabel, 14> c_suppliesLabelList = {{
     {0x4343, {"yellow", {"yellow ink left, per cent", "黄色墨水剩余百分比"}}},
 }};
 
-QString WithMeaning(const QString& strCode, const QString& strMeaning)
+QByteArray WithMeaning(QByteArray text, const QString& strMeaning)
 {
-    return strMeaning.isEmpty() ? strCode : strCode + QLatin1Char(' ') + strMeaning;
+    if (!strMeaning.isEmpty()) {
+        text += ' ' + strMeaning.toUtf8();
+    }
+    return text;
 }
 
 /// Control characters and those that turn the direction of the text.
 bool IsObeyed(QChar character)
 {
     return character.category() == QChar::Other_Control || character.category() == QChar::Other_Format;
+}
+
+bool NeedsEscape(QChar character)
+{
+    return IsObeyed(character) || character == QLatin1Char('\\');
 }
 
 } // namespace
@@ -88,17 +96,23 @@ const stReplyLabel* SuppliesLabel(unsigned long dwKey)
     return found == c_suppliesLabelList.end() ? nullptr : &found->label;
 }
 
-QString RawText(unsigned long dwValue, int iBytes)
+QByteArray RawText(unsigned long dwValue, int iBytes)
 {
-    return QString::asprintf("0x%0*lX", 2 * iBytes, dwValue);
+    QByteArray text(2 + 2 * iBytes, '0');
+    text[1] = 'x';
+    for (int i = 2 * iBytes + 1; i > 1; --i) {
+        text[i] = "0123456789ABCDEF"[dwValue & 0xFU];
+        dwValue >>= 4U;
+    }
+    return text;
 }
 
-QString StateText(unsigned long dwRawCode, enLanguage enLang)
+QByteArray StateText(unsigned long dwRawCode, enLanguage enLang)
 {
     return WithMeaning(RawText(dwRawCode, 1), GetStatusText(GetPrinterStatusEnum(dwRawCode), enLang));
 }
 
-QString CodeText(unsigned long dwRawCode, enLanguage enLang)
+QByteArray CodeText(unsigned long dwRawCode, enLanguage enLang)
 {
     const enErrorStatus enError = GetErrorStatusEnum(dwRawCode);
     QString strMeaning = GetErrorText(enError, enLang);
@@ -109,8 +123,11 @@ QString CodeText(unsigned long dwRawCode, enLanguage enLang)
     return WithMeaning(RawText(dwRawCode, 2), strMeaning);
 }
 
-QString Printable(const QString& strText)
+QByteArray Printable(const QString& strText)
 {
+    if (std::none_of(strText.begin(), strText.end(), NeedsEscape)) {
+        return strText.toUtf8();
+    }
     QString strPrintable;
     for (const QChar character : strText) {
         if (IsObeyed(character)) {
@@ -121,10 +138,10 @@ QString Printable(const QString& strText)
             strPrintable += character;
         }
     }
-    return strPrintable;
+    return strPrintable.toUtf8();
 }
 
-QString Quoted(const QString& strText)
+QByteArray Quoted(const QString& strText)
 {
-    return QLatin1Char('"') + Printable(strText).replace(QLatin1Char('"'), QStringLiteral("\\\"")) + QLatin1Char('"');
+    return '"' + Printable(strText).replace('"', "\\\"") + '"';
 }

@@ -6,11 +6,12 @@
 #include "ReplyLayout.h"
 #include "UtilLanguageCtrl.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <array>
 
-// What the pieces of a reply are called. The keys are those that scenarios use.
+// What the pieces of a reply are called; all texts for people as UTF-8. The keys are those that scenarios use.
 
 struct stReplyLabel
 {
@@ -18,7 +19,7 @@ struct stReplyLabel
     std::array<const char*, enLanguageCount> pName;
 
     QString Key() const { return QString::fromLatin1(pKey); }
-    QString Name(enLanguage enLang) const { return QString::fromUtf8(pName[enLang]); }
+    const char* Name(enLanguage enLang) const { return pName[enLang]; }
 };
 
 const stReplyLabel& FieldLabel(enReplyField enField);
@@ -27,17 +28,17 @@ const stReplyLabel& FieldLabel(enReplyField enField);
 const stReplyLabel* SuppliesLabel(unsigned long dwKey);
 
 /// "0x6100": a raw number of iBytes bytes.
-QString RawText(unsigned long dwValue, int iBytes);
+QByteArray RawText(unsigned long dwValue, int iBytes);
 
 /// "0x10 Printing": a raw state and what it means.
-QString StateText(unsigned long dwRawCode, enLanguage enLang);
+QByteArray StateText(unsigned long dwRawCode, enLanguage enLang);
 
 /// "0x6100 No Paper At The Input Tray": a raw error or warning and what it means. A code without a Chinese text has the
 /// English one in brackets, one without any stands alone.
-QString CodeText(unsigned long dwRawCode, enLanguage enLang);
+QByteArray CodeText(unsigned long dwRawCode, enLanguage enLang);
 
 /// A foreign text with what a terminal would obey, and backslashes, written as escapes.
-QString Printable(const QString& strText);
+QByteArray Printable(const QString& strText);
 
 /// The same in quotes.
-QString Quoted(const QString& strText);
+QByteArray Quoted(const QString& strText);

@@ -11,45 +11,48 @@ namespace {
 
 constexpr int c_iBytesPerLine = 8;
 
-QString LatinText(const QByteArray& bytes)
+QByteArray LatinText(const QByteArray& bytes)
 {
     return Quoted(QString::fromLatin1(bytes));
 }
 
-/// "error 2", "supplies data 1 (black ink left, per cent)": counted from 1, as people do.
-QString FieldName(const stReplyField& field, enLanguage enLang)
+QByteArray NumberText(unsigned long dwValue)
 {
-    QString strName = FieldLabel(field.enField).Name(enLang);
+    return QByteArray::number(static_cast<qulonglong>(dwValue));
+}
+
+/// "error 2", "supplies data 1 (black ink left, per cent)": counted from 1, as people do.
+QByteArray FieldName(const stReplyField& field, enLanguage enLang)
+{
+    const char* pName = FieldLabel(field.enField).Name(enLang);
     switch (field.enField) {
     case enFieldError:
     case enFieldWarning:
     case enFieldSuppliesKey:
     case enFieldSuppliesLength:
-    case enFieldSuppliesData: return strName + QStringLiteral(" %1").arg(field.iIndex + 1);
-    default: return strName;
+    case enFieldSuppliesData: return pName + (' ' + QByteArray::number(field.iIndex + 1));
+    default: return pName;
     }
 }
 
-QString SuppliesValue(const stReplyField& field, const QByteArray& bytes, enLanguage enLang)
+QByteArray SuppliesValue(const stReplyField& field, const QByteArray& bytes, enLanguage enLang)
 {
     const stReplyLabel* pLabel = SuppliesLabel(field.dwKey);
     if (field.enField == enFieldSuppliesKey) {
-        const QString strMeaning =
-            pLabel != nullptr ? pLabel->Name(enLang)
-                              : QString::fromUtf8(enLang == enLanguageEnglish ? "unknown, skipped" : "未知，跳过");
-        return RawText(field.dwKey, 2) + QLatin1Char(' ') + strMeaning;
+        const char* pUnknown = enLang == enLanguageEnglish ? "unknown, skipped" : "未知，跳过";
+        return RawText(field.dwKey, 2) + ' ' + (pLabel != nullptr ? pLabel->Name(enLang) : pUnknown);
     }
     if (pLabel == nullptr) {
-        return QString();
+        return QByteArray();
     }
-    return field.dwKey == 0x0000 ? LatinText(bytes) : QString::number(field.dwValue);
+    return field.dwKey == 0x0000 ? LatinText(bytes) : NumberText(field.dwValue);
 }
 
-QString FieldValue(const stReplyField& field, const QByteArray& bytes, enLanguage enLang)
+QByteArray FieldValue(const stReplyField& field, const QByteArray& bytes, enLanguage enLang)
 {
     switch (field.enField) {
     case enFieldUnexamined:
-    case enFieldIgnored: return QString();
+    case enFieldIgnored: return QByteArray();
     case enFieldVendor:
     case enFieldProduct:
     case enFieldSerial:
@@ -67,48 +70,48 @@ QString FieldValue(const stReplyField& field, const QByteArray& bytes, enLanguag
     case enFieldBeforeSupplies2: return RawText(field.dwValue, field.iLength);
     case enFieldSuppliesKey:
     case enFieldSuppliesData: return SuppliesValue(field, bytes, enLang);
-    default: return QString::number(field.dwValue);
+    default: return NumberText(field.dwValue);
     }
 }
 
 /// Eight bytes a line, the words beside the first.
-QString Lines(int iOffset, const QByteArray& bytes, const QString& strWords)
+QByteArray Lines(int iOffset, const QByteArray& bytes, const QByteArray& words)
 {
-    QString strLines;
+    QByteArray lines;
     int iDone = 0;
     do {
-        const QString strBytes = QString::fromLatin1(bytes.mid(iDone, c_iBytesPerLine).toHex(' ').toUpper());
-        QString strLine = QString::asprintf("%6d  ", iOffset + iDone) + strBytes;
+        QByteArray line = QByteArray::number(iOffset + iDone).rightJustified(6) + "  " +
+                          bytes.mid(iDone, c_iBytesPerLine).toHex(' ').toUpper();
         if (iDone == 0) {
-            strLine = strLine.leftJustified(8 + 3 * c_iBytesPerLine + 1) + strWords;
+            line = line.leftJustified(8 + 3 * c_iBytesPerLine + 1) + words;
         }
-        strLines += strLine + QLatin1Char('\n');
+        lines += line + '\n';
         iDone += c_iBytesPerLine;
     } while (iDone < bytes.size());
-    return strLines;
+    return lines;
 }
 
 } // namespace
 
-QString ReportHex(const StatusReport& report, enLanguage enLang)
+QByteArray ReportHex(const StatusReport& report, enLanguage enLang)
 {
     if (!report.IsReached()) {
-        return QString();
+        return QByteArray();
     }
-    QString strText = ReportHeading(report, enLang);
-    const QString strColon = QString::fromUtf8(enLang == enLanguageEnglish ? ": " : "：");
+    QByteArray text = ReportHeading(report, enLang);
+    const char* pColon = enLang == enLanguageEnglish ? ": " : "：";
     for (const stReplyField& field : report.m_layout.Fields()) {
         const QByteArray bytes = report.m_reply.mid(field.iOffset, field.iLength);
-        const QString strValue = FieldValue(field, bytes, enLang);
-        QString strWords = FieldName(field, enLang);
-        if (!strValue.isEmpty()) {
-            strWords += strColon + strValue;
+        const QByteArray value = FieldValue(field, bytes, enLang);
+        QByteArray words = FieldName(field, enLang);
+        if (!value.isEmpty()) {
+            words += pColon + value;
         }
-        strText += Lines(field.iOffset, bytes, strWords);
+        text += Lines(field.iOffset, bytes, words);
     }
     if (report.m_layout.Fault() == enReplyTruncated) {
         const stReplyField& broken = report.m_layout.BrokenField();
-        strText += Lines(broken.iOffset, report.m_reply.mid(broken.iOffset), FieldName(broken, enLang));
+        text += Lines(broken.iOffset, report.m_reply.mid(broken.iOffset), FieldName(broken, enLang));
     }
-    return report.IsRejected() ? strText + report.FailureText(enLang) + QLatin1Char('\n') : strText;
+    return report.IsRejected() ? text + report.FailureText(enLang).toUtf8() + '\n' : text;
 }

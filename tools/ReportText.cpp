@@ -12,99 +12,122 @@ namespace {
 
 constexpr int c_iConnectUsb = 1;
 
-QString ByLanguage(enLanguage enLang, const char* pEnglish, const char* pChinese)
+const char* ByLanguage(enLanguage enLang, const char* pEnglish, const char* pChinese)
 {
-    return QString::fromUtf8(enLang == enLanguageEnglish ? pEnglish : pChinese);
+    return enLang == enLanguageEnglish ? pEnglish : pChinese;
 }
 
-QString Line(enLanguage enLang, const QString& strName, const QString& strValue)
-{
-    return QStringLiteral("  ") + strName + ByLanguage(enLang, ": ", "：") + strValue + QLatin1Char('\n');
-}
-
-QString ModelText(const QString& strModel)
+QByteArray ModelText(const QString& strModel)
 {
     const auto* pFound = std::find_if(std::begin(c_stModelInfoList), std::end(c_stModelInfoList),
                                       [&strModel](const stModelInfo& row) { return row.strModel == strModel; });
     const bool bKnown = pFound != std::end(c_stModelInfoList);
-    return bKnown ? strModel + QStringLiteral(" (%1)").arg(pFound->strDisplayName) : Printable(strModel);
+    return bKnown ? strModel.toUtf8() + " (" + pFound->strDisplayName.toUtf8() + ')' : Printable(strModel);
 }
 
-QString ConnectionText(const stPrinterInfo& printerInfo, enLanguage enLang)
+QByteArray ConnectionText(const stPrinterInfo& printerInfo, enLanguage enLang)
 {
     if (printerInfo.iConnectType == c_iConnectUsb) {
-        return QStringLiteral("1 USB");
+        return "1 USB";
     }
-    return QString::number(printerInfo.iConnectType) + ByLanguage(enLang, " network (", " 网络(") +
-           Printable(printerInfo.strPort) + QLatin1Char(')');
+    return QByteArray::number(printerInfo.iConnectType) + ByLanguage(enLang, " network (", " 网络(") +
+           Printable(printerInfo.strPort) + ')';
 }
 
-QString PrinterText(const stPrinterInfo& printerInfo, enLanguage enLang)
+/// The text of one report, put together in one buffer: support looks at thousands of files at times.
+class ReportLines
 {
-    return Line(enLang, ByLanguage(enLang, "status file", "状态文件"),
-                Printable(StatusReport::StatusPath(printerInfo))) +
-           Line(enLang, ByLanguage(enLang, "model", "型号"), ModelText(printerInfo.enType)) +
-           Line(enLang, ByLanguage(enLang, "connection", "连接方式"), ConnectionText(printerInfo, enLang)) +
-           Line(enLang, QStringLiteral("URI"), Printable(printerInfo.strURI));
-}
+public:
+    explicit ReportLines(enLanguage enLang) : m_enLang(enLang) { m_text.reserve(4096); }
 
-QString EntryName(const stReplyEntry& entry, enLanguage enLang)
-{
-    const QString strName = entry.pLabel->Name(enLang);
-    return entry.bSupplies ? strName + QStringLiteral(" (%1)").arg(RawText(entry.dwKey, 2)) : strName;
-}
+    void Add(const QByteArray& text) { m_text.append(text); }
 
-QString EntryValue(const stReplyEntry& entry, enLanguage enLang)
-{
-    const QString strAbsent = entry.bPresent ? QString() : ByLanguage(enLang, " (not in the reply)", "（应答中没有）");
-    switch (entry.enKind) {
-    case enEntryRaw: return RawText(entry.dwValue, entry.iBytes);
-    case enEntryState: return StateText(entry.dwValue, enLang);
-    case enEntryText: return Quoted(entry.strText) + strAbsent;
-    default: return QString::number(entry.dwValue) + strAbsent;
+    void AddPrinter(const stPrinterInfo& printerInfo)
+    {
+        AddLine(ByLanguage(m_enLang, "status file", "状态文件"), Printable(StatusReport::StatusPath(printerInfo)));
+        AddLine(ByLanguage(m_enLang, "model", "型号"), ModelText(printerInfo.enType));
+        AddLine(ByLanguage(m_enLang, "connection", "连接方式"), ConnectionText(printerInfo, m_enLang));
+        AddLine("URI", Printable(printerInfo.strURI));
     }
-}
 
-QString EntryLines(const stReplyEntry& entry, enLanguage enLang)
-{
-    const QString strName = EntryName(entry, enLang);
-    if (entry.enKind != enEntryCodes) {
-        return Line(enLang, strName, EntryValue(entry, enLang));
+    void AddEntry(const stReplyEntry& entry)
+    {
+        if (entry.enKind != enEntryCodes) {
+            AddEntryLine(entry, EntryValue(entry));
+            return;
+        }
+        for (const unsigned long dwCode : entry.listCode) {
+            AddEntryLine(entry, CodeText(dwCode, m_enLang));
+        }
+        if (entry.listCode.empty()) {
+            AddEntryLine(entry, ByLanguage(m_enLang, "none", "无"));
+        }
     }
-    if (entry.listCode.empty()) {
-        return Line(enLang, strName, ByLanguage(enLang, "none", "无"));
+
+    const QByteArray& Text() const { return m_text; }
+
+private:
+    void AddLine(const char* pName, const QByteArray& value)
+    {
+        m_text.append("  ").append(pName);
+        AddValue(value);
     }
-    QString strLines;
-    for (const unsigned long dwCode : entry.listCode) {
-        strLines += Line(enLang, strName, CodeText(dwCode, enLang));
+
+    void AddEntryLine(const stReplyEntry& entry, const QByteArray& value)
+    {
+        m_text.append("  ").append(entry.pLabel->Name(m_enLang));
+        if (entry.bSupplies) {
+            m_text.append(" (").append(RawText(entry.dwKey, 2)).append(')');
+        }
+        AddValue(value);
     }
-    return strLines;
-}
+
+    void AddValue(const QByteArray& value)
+    {
+        m_text.append(ByLanguage(m_enLang, ": ", "：")).append(value).append('\n');
+    }
+
+    QByteArray EntryValue(const stReplyEntry& entry) const
+    {
+        const char* pAbsent = entry.bPresent ? "" : ByLanguage(m_enLang, " (not in the reply)", "（应答中没有）");
+        switch (entry.enKind) {
+        case enEntryRaw: return RawText(entry.dwValue, entry.iBytes);
+        case enEntryState: return StateText(entry.dwValue, m_enLang);
+        case enEntryText: return Quoted(entry.strText) + pAbsent;
+        default: return QByteArray::number(static_cast<qulonglong>(entry.dwValue)) + pAbsent;
+        }
+    }
+
+    enLanguage m_enLang;
+    QByteArray m_text;
+};
 
 } // namespace
 
-QString ReportText(const StatusReport& report, enLanguage enLang)
+QByteArray ReportText(const StatusReport& report, enLanguage enLang)
 {
     if (!report.IsDecoded() && !report.m_printerInfo) {
-        return QString();
+        return QByteArray();
     }
-    QString strText = ReportHeading(report, enLang);
+    ReportLines lines(enLang);
+    lines.Add(ReportHeading(report, enLang));
     if (report.m_printerInfo) {
-        strText += PrinterText(*report.m_printerInfo, enLang);
+        lines.AddPrinter(*report.m_printerInfo);
     }
     if (report.IsDecoded()) {
         for (const stReplyEntry& entry : ReplyEntries(report)) {
-            strText += EntryLines(entry, enLang);
+            lines.AddEntry(entry);
         }
     }
-    return strText;
+    return lines.Text();
 }
 
-QString ReportHeading(const StatusReport& report, enLanguage enLang)
+QByteArray ReportHeading(const StatusReport& report, enLanguage enLang)
 {
-    QString strHeading = Printable(report.m_strName);
+    QByteArray heading = Printable(report.m_strName);
     if (report.IsReached()) {
-        strHeading += ByLanguage(enLang, ": %1 bytes", "：%1字节").arg(report.m_reply.size());
+        heading += ByLanguage(enLang, ": ", "：") + QByteArray::number(report.m_reply.size()) +
+                   ByLanguage(enLang, " bytes", "字节");
     }
-    return strHeading + QLatin1Char('\n');
+    return heading + '\n';
 }

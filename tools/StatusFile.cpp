@@ -3,40 +3,42 @@
 
 #include "StatusFile.h"
 
-#include "UtilFile.h"
+#include <QFile>
 
-#include <QFileInfo>
-
+#include <algorithm>
 #include <array>
 #include <cerrno>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 enStatusFileResult StatusFile::Read()
 {
-    const QFileInfo fileInfo(m_strPath);
-    if (!fileInfo.exists()) {
+    const QByteArray path = QFile::encodeName(m_strPath);
+    struct stat status = {};
+    if (::stat(path.constData(), &status) != 0) {
         return enStatusFileMissing;
     }
-    if (!fileInfo.isFile()) {
+    if (!S_ISREG(status.st_mode)) {
         return enStatusFileNotRegular;
     }
-    m_iSize = fileInfo.size();
+    m_iSize = status.st_size;
 
-    QFile file;
-    errno = 0;
-    if (!OpenWithoutBlocking(file, m_strPath, QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        m_strErrorMessage = qt_error_string(errno);
-        return enStatusFileUnreadable;
-    }
+    // Not by QFile, which takes twice the system calls. No FIFO that took the file's place meanwhile blocks.
+    const int iFd = ::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     m_content.resize(c_iMaxLength);
-    const qint64 iLength = file.read(m_content.data(), m_content.size());
-    if (iLength < 0 || file.error() != QFileDevice::NoError) {
-        m_content.clear();
-        m_strErrorMessage = file.errorString();
+    const ssize_t iLength = iFd < 0 ? -1 : ::read(iFd, m_content.data(), c_iMaxLength);
+    if (iLength < 0) {
+        m_strErrorMessage = qt_error_string(errno);
+    }
+    if (iFd >= 0) {
+        ::close(iFd);
+    }
+    m_content.truncate(std::max(static_cast<int>(iLength), 0));
+    if (iLength < 0) {
         return enStatusFileUnreadable;
     }
-    m_content.truncate(static_cast<int>(iLength));
     return enStatusFileRead;
 }
 

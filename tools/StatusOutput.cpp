@@ -25,7 +25,7 @@ void WriteMessages(const QByteArray& lines)
     Write(stderr, lines);
 }
 
-QByteArray MessageLine(const QString& strText)
+QByteArray MessageLine(const QByteArray& text)
 {
-    return "vora-status: " + strText.toUtf8() + '\n';
+    return "vora-status: " + text + '\n';
 }

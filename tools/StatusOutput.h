@@ -4,7 +4,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
 
 /// Exit statuses; of those up to enExitFailure the highest of all printers counts.
 enum enExitStatus
@@ -21,5 +20,5 @@ bool WriteOutput(const QByteArray& text);
 /// Writes to standard error.
 void WriteMessages(const QByteArray& lines);
 
-/// One message as it stands on standard error.
-QByteArray MessageLine(const QString& strText);
+/// One message, UTF-8, as it stands on standard error.
+QByteArray MessageLine(const QByteArray& text);

@@ -57,7 +57,7 @@ StatusRendering::StatusRendering(const StatusOptions& options, StatusSource& sou
         }
         const QString strMessage = Message(report, m_enLang);
         if (!strMessage.isEmpty()) {
-            AddMessage(Printable(report.m_strName) + strMessage);
+            AddMessage(Printable(report.m_strName) + strMessage.toUtf8());
         }
     });
     if (options.m_enFormat == enFormatJson) {
@@ -65,8 +65,8 @@ StatusRendering::StatusRendering(const StatusOptions& options, StatusSource& sou
         m_output = JsonDocument(listJson, options.m_bWatch);
     }
     if (!bAny) {
-        AddMessage(QString::fromUtf8(m_enLang == enLanguageEnglish ? "%1 lists no printers" : "%1没有列出打印机")
-                       .arg(c_strCfgPath + c_strPrinterListName));
+        AddMessage((c_strCfgPath + c_strPrinterListName).toUtf8() +
+                   (m_enLang == enLanguageEnglish ? " lists no printers" : "没有列出打印机"));
     }
 }
 
@@ -75,7 +75,7 @@ bool StatusRendering::Print(const QByteArray& prefix)
     const bool bWritten = WriteOutput(prefix + m_output);
     if (!bWritten) {
         m_enExitStatus = enExitFailure;
-        AddMessage(QString::fromUtf8(m_enLang == enLanguageEnglish ? "the output cannot be written" : "无法写出结果"));
+        AddMessage(m_enLang == enLanguageEnglish ? "the output cannot be written" : "无法写出结果");
     }
     WriteMessages(m_messages);
     return bWritten;
@@ -83,14 +83,14 @@ bool StatusRendering::Print(const QByteArray& prefix)
 
 void StatusRendering::AddText(const StatusReport& report, enOutputFormat enFormat)
 {
-    const QString strText = enFormat == enFormatHex ? ReportHex(report, m_enLang) : ReportText(report, m_enLang);
-    if (!m_output.isEmpty() && !strText.isEmpty()) {
+    const QByteArray text = enFormat == enFormatHex ? ReportHex(report, m_enLang) : ReportText(report, m_enLang);
+    if (!m_output.isEmpty() && !text.isEmpty()) {
         m_output += '\n';
     }
-    m_output += strText.toUtf8();
+    m_output += text;
 }
 
-void StatusRendering::AddMessage(const QString& strText)
+void StatusRendering::AddMessage(const QByteArray& text)
 {
-    m_messages += MessageLine(strText);
+    m_messages += MessageLine(text);
 }

@@ -32,7 +32,7 @@ public:
 
 private:
     void AddText(const StatusReport& report, enOutputFormat enFormat);
-    void AddMessage(const QString& strText);
+    void AddMessage(const QByteArray& text);
 
     enLanguage m_enLang;
     QByteArray m_output;

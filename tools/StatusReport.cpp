@@ -90,7 +90,7 @@ enExitStatus StatusReport::ExitStatus() const
 
 QString StatusReport::FailureText(enLanguage enLang) const
 {
-    const QString strText = c_failureLabelList.at(m_enFailure).Name(enLang);
+    const QString strText = QString::fromUtf8(c_failureLabelList.at(m_enFailure).Name(enLang));
     if (m_enFailure == enFailureUnreadable) {
         return strText.arg(m_strErrorMessage);
     }
@@ -98,7 +98,7 @@ QString StatusReport::FailureText(enLanguage enLang) const
         return strText;
     }
     const stReplyField& broken = m_layout.BrokenField();
-    const QString strField = FieldLabel(broken.enField).Name(enLang);
+    const QString strField = QString::fromUtf8(FieldLabel(broken.enField).Name(enLang));
     if (m_enFailure == enFailureFatalSupplies) {
         return strText.arg(broken.iOffset).arg(strField).arg(broken.dwValue);
     }

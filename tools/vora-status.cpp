@@ -14,7 +14,7 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     StatusOptions options;
     if (!options.Parse(QCoreApplication::arguments())) {
-        WriteMessages(MessageLine(options.m_strError));
+        WriteMessages(MessageLine(options.m_strError.toUtf8()));
         return enExitUsage;
     }
     if (options.m_bHelp) {
