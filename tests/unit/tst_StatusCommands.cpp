@@ -346,6 +346,8 @@ void tst_StatusCommands::readyNetworkPrinterAsksThePrintSystem_data()
     QTest::newRow("Chinese") << QByteArray("echo '打印机 Queue 正在打印 Queue-1。'") << true;
     QTest::newRow("in the second line") << QByteArray("echo idle; echo printing") << false;
     QTest::newRow("without line end") << QByteArray("printf printing") << true;
+    QTest::newRow("file gone") << QByteArray("echo printing; rm /opt/vora/vora-printer-k507/tool/printer_4.tmp")
+                               << false;
 }
 
 void tst_StatusCommands::readyNetworkPrinterAsksThePrintSystem()

@@ -56,6 +56,7 @@ private slots:
     void onlyRegularFilesAreRead();
     void fifoThatTakesTheFilesPlaceDoesNotBlock();
     void unreadableFileFails();
+    void readErrorFails();
     void nameIsTakenLiterally_data();
     void nameIsTakenLiterally();
     void zeroInANameLeadsToNoOtherFile();
@@ -247,6 +248,13 @@ void tst_StatusTransports::unreadableFileFails()
     QCOMPARE(m_worker.m_dtLastModified, ModificationTime());
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), -1);
+    QCOMPARE(m_state.enCurrentStatus, 2);
+}
+
+void tst_StatusTransports::readErrorFails()
+{
+    QVERIFY(QFile::link(QStringLiteral("/proc/self/mem"), StatusPath())); // a regular file whose first byte is unmapped
+    QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), -1);
     QCOMPARE(m_state.enCurrentStatus, 2);
 }
 
