@@ -3,28 +3,22 @@
 
 #include "ProcessFigures.h"
 
+#include "ProcFile.h"
+
 #include <QDir>
-#include <QFile>
 
 #include <ctime>
 
 namespace {
 
-QByteArray ReadProcFile(const QString& strPath)
+/// A figure that must be there.
+qint64 Number(const QString& strPath, const QByteArray& key)
 {
-    QFile file(strPath);
-    if (!file.open(QIODevice::ReadOnly)) {
-        qFatal("cannot read %s", qPrintable(strPath));
+    const qint64 iNumber = ProcNumber(ReadProcFile(strPath), key);
+    if (iNumber < 0) {
+        qFatal("no %s in %s", key.constData(), qPrintable(strPath));
     }
-    return file.readAll();
-}
-
-/// The number in the line that begins with the key.
-qint64 LineNumber(const QByteArray& text, const QByteArray& key)
-{
-    const auto iKey = text.indexOf('\n' + key + ':');
-    const QByteArray line = text.mid(iKey + 1 + key.size() + 1).split('\n').first();
-    return line.trimmed().split(' ').first().toLongLong();
+    return iNumber;
 }
 
 } // namespace
@@ -41,20 +35,21 @@ double CpuMSec(pid_t pid)
 
 qint64 ThreadCpuNSec(pid_t pid, pid_t thread)
 {
-    return ReadProcFile(QStringLiteral("/proc/%1/task/%2/schedstat").arg(pid).arg(thread))
-        .split(' ')
-        .first()
-        .toLongLong();
+    const QByteArray text = ReadProcFile(QStringLiteral("/proc/%1/task/%2/schedstat").arg(pid).arg(thread));
+    if (text.isEmpty()) {
+        qFatal("no CPU time of thread %d", thread);
+    }
+    return text.split(' ').constFirst().toLongLong();
 }
 
 qint64 MainThreadWaits(pid_t pid)
 {
-    return LineNumber(ReadProcFile(QStringLiteral("/proc/%1/task/%1/status").arg(pid)), "voluntary_ctxt_switches");
+    return Number(QStringLiteral("/proc/%1/task/%1/status").arg(pid), "voluntary_ctxt_switches");
 }
 
 double PssKB(pid_t pid)
 {
-    return static_cast<double>(LineNumber(ReadProcFile(QStringLiteral("/proc/%1/smaps_rollup").arg(pid)), "Pss"));
+    return static_cast<double>(Number(QStringLiteral("/proc/%1/smaps_rollup").arg(pid), "Pss"));
 }
 
 pid_t ThreadOf(pid_t pid, const QByteArray& name)

@@ -3,28 +3,15 @@
 
 #include "ToolFigures.h"
 
+#include "ProcFile.h"
+
 #include <QDir>
-#include <QFile>
 #include <QThread>
 
 #include <algorithm>
 #include <limits>
 
 namespace {
-
-QByteArray ReadProcFile(const QString& strPath)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-/// A line of /proc/PID/status, such as "Threads:\t3".
-int StatusNumber(const QByteArray& status, const QByteArray& key)
-{
-    const auto iStart = status.indexOf('\n' + key + ':') + key.size() + 2;
-    const QByteArray value = status.mid(iStart, status.indexOf('\n', iStart) - iStart);
-    return value.trimmed().split(' ').constFirst().toInt();
-}
 
 int FewestDescriptors(const QString& strProcess)
 {
@@ -53,7 +40,7 @@ int Zombies(qint64 iParent)
     int iZombies = 0;
     for (const QString& strPid : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
         const QByteArray status = ReadProcFile(QStringLiteral("/proc/%1/status").arg(strPid));
-        if (status.contains("\nState:\tZ") && StatusNumber(status, "PPid") == iParent) {
+        if (status.contains("\nState:\tZ") && ProcNumber(status, "PPid") == iParent) {
             ++iZombies;
         }
     }
@@ -67,11 +54,11 @@ stToolFigures LookAt(qint64 iPid)
     const QString strProcess = QStringLiteral("/proc/%1").arg(iPid);
     const QByteArray status = ReadProcFile(strProcess + QStringLiteral("/status"));
     stToolFigures figures;
-    figures.iThreads = StatusNumber(status, "Threads");
+    figures.iThreads = static_cast<int>(ProcNumber(status, "Threads"));
     figures.iWorkers = Workers(strProcess);
     figures.iDescriptors = FewestDescriptors(strProcess);
     figures.iZombies = Zombies(iPid);
-    figures.iResidentKB = StatusNumber(status, "VmRSS");
+    figures.iResidentKB = static_cast<int>(ProcNumber(status, "VmRSS"));
     return figures;
 }
 
