@@ -13,6 +13,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <malloc.h>
+
 /// True when an argument after the program's path is "-hide", in any letter case.
 bool CheckIsHide(int argc, char** argv)
 {
@@ -67,6 +69,7 @@ void ShowAlreadyRunning()
 
 int main(int argc, char** argv)
 {
+    ::mallopt(M_ARENA_MAX, 1); // the workers hardly allocate: one heap for all takes less memory than one for each
     QApplication application(argc, argv);
     LetSessionEnd();
     if (CheckIsRunning()) {

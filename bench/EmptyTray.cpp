@@ -2,21 +2,41 @@
 // SPDX-License-Identifier: MIT
 
 // The floor that the tool is measured against: a Qt program with one window, one table and one tray icon with a menu of
-// four entries, and nothing else. With a picture's path as its argument it wears that icon, and Chinese texts in the
-// table.
+// four entries, and nothing else. With a picture's path as its argument it wears that icon, and its table shows what
+// the tool's does with ten printers.
 
 #include <QApplication>
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <QTableWidget>
 
+#include <array>
+
 namespace {
 
 QIcon PlainIcon()
 {
-    QPixmap pixmap(256, 256);
+    QPixmap pixmap(128, 128); // as large as the tool's
     pixmap.fill(Qt::blue);
     return QIcon(pixmap);
+}
+
+void ShowPrinters(QTableWidget& table)
+{
+    const QStringList listHeader = {QStringLiteral("打印机名称"), QStringLiteral("连接方式"),
+                                    QStringLiteral("剩余墨水量"), QStringLiteral("状态")};
+    table.setHorizontalHeaderLabels(listHeader);
+    const std::array<int, 4> listWidth = {120, 150, 345, 185};
+    table.setRowCount(10);
+    for (int iColumn = 0; iColumn < 4; ++iColumn) {
+        table.setColumnWidth(iColumn, listWidth.at(static_cast<std::size_t>(iColumn)));
+        for (int iRow = 0; iRow < table.rowCount(); ++iRow) {
+            const QStringList listText = {
+                QStringLiteral("printer%1").arg(iRow), QStringLiteral("网络(192.168.1.%1)").arg(iRow),
+                QStringLiteral("青色：无   红色：无   黄色：无   黑色：较高"), QStringLiteral("就绪")};
+            table.setItem(iRow, iColumn, new QTableWidgetItem(listText.at(iColumn)));
+        }
+    }
 }
 
 } // namespace
@@ -32,8 +52,7 @@ int main(int argc, char** argv)
     if (argc > 1) {
         trayIcon = QIcon(QString::fromLocal8Bit(argv[1]));
         window.setWindowIcon(trayIcon);
-        table.setHorizontalHeaderLabels({QStringLiteral("打印机名称"), QStringLiteral("连接方式"),
-                                         QStringLiteral("剩余墨水量"), QStringLiteral("状态")});
+        ShowPrinters(table);
     }
     QSystemTrayIcon icon(trayIcon);
     QMenu menu;

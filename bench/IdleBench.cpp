@@ -15,10 +15,11 @@
 
 namespace {
 
-QStringList StatusPaths(int iCount)
+/// What the tool watches: the printer list and a status file for each printer.
+QStringList WatchedPaths(int iCount)
 {
     const DriverFolder folder(c_strCfgPath);
-    QStringList listPath;
+    QStringList listPath{c_strCfgPath + c_strPrinterListName};
     for (int i = 0; i < iCount; ++i) {
         listPath.append(folder.StatusPath(BenchPrinterName(i)));
     }
@@ -37,7 +38,7 @@ void BenchIdlePrinters(const BenchOptions& options, Figures& figures, int iPrint
 {
     WriteBenchPrinters(iPrinters);
     const MeasuredProcess tool(QStringLiteral(VORA_TOOL));
-    const MeasuredProcess floor(QStringLiteral(VORA_STAT_THREADS), StatusPaths(iPrinters));
+    const MeasuredProcess floor(QStringLiteral(VORA_STAT_THREADS), WatchedPaths(iPrinters));
     tool.WaitUntilIdle(options.Full(2000, 150));
     const pid_t listWorker = ThreadOf(tool.Pid(), "vora-devices");
     const auto read = [&]() -> stIdleSample {

@@ -26,10 +26,10 @@ void BenchMemory(const BenchOptions& options, Figures& figures)
                  few.dValue / 1024, few.dFloor / 1024, stBudget{stBudget::enExcess, 3}});
 
     const stPair dressed = MedianPair(
-        options.m_iRuns, [&] { return pss(VORA_EMPTY_TRAY, {QStringLiteral(VORA_ICON)}); },
-        [&] { return pss(VORA_EMPTY_TRAY); });
+        options.m_iRuns, [&] { return pss(VORA_TOOL); },
+        [&] { return pss(VORA_EMPTY_TRAY, {QStringLiteral(VORA_ICON)}); });
     figures.Add({QStringLiteral("memory-dressed"),
-                 QStringLiteral("the empty program with icon and Chinese texts"),
+                 QStringLiteral("the same beside an empty program with the same icon and texts"),
                  QStringLiteral("MB"),
                  dressed.dValue / 1024,
                  dressed.dFloor / 1024,
