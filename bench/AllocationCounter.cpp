@@ -13,9 +13,11 @@ thread_local long s_iAllocations = 0;
 
 extern "C" {
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the C library's own names
 void* __libc_malloc(std::size_t iSize);
 void* __libc_realloc(void* pOld, std::size_t iSize);
 void* __libc_calloc(std::size_t iCount, std::size_t iSize);
+// NOLINTEND(bugprone-reserved-identifier)
 
 void* malloc(std::size_t iSize)
 {

@@ -119,6 +119,7 @@ void BenchChangedFile(const BenchOptions& options, Figures& figures)
         const auto listWritten = RewriteAll(iPrinters, iReports % 2 == 0 ? 0x00 : 0x02);
         followers.WaitForReports(++iReports);
         std::vector<double> listSeconds;
+        listSeconds.reserve(listWritten.size());
         for (int i = 0; i < iPrinters; ++i) {
             listSeconds.push_back(
                 std::chrono::duration<double>(followers.Reported(i) - listWritten[static_cast<std::size_t>(i)])

@@ -33,7 +33,7 @@ void ShowPrinters(QTableWidget& table)
         for (int iRow = 0; iRow < table.rowCount(); ++iRow) {
             const QStringList listText = {
                 QStringLiteral("printer%1").arg(iRow), QStringLiteral("网络(192.168.1.%1)").arg(iRow),
-                QStringLiteral("青色：无   红色：无   黄色：无   黑色：较高"), QStringLiteral("就绪")};
+                QStringLiteral("青色：无   红色：无   黄色：无   黑色：中"), QStringLiteral("就绪")};
             table.setItem(iRow, iColumn, new QTableWidgetItem(listText.at(iColumn)));
         }
     }

@@ -61,6 +61,7 @@ int LinesInLogs()
 int LostLines(int iLinesPerThread)
 {
     std::vector<std::thread> listThread;
+    listThread.reserve(c_iThreads);
     for (int i = 0; i < c_iThreads; ++i) {
         listThread.emplace_back([iLinesPerThread] {
             for (int iLine = 0; iLine < iLinesPerThread; ++iLine) {

@@ -31,10 +31,8 @@ stPair MedianPair(int iRuns, const std::function<double()>& value, const std::fu
 
 double MedianOf(int iRuns, const std::function<double()>& value)
 {
-    std::vector<double> listValue;
-    for (int i = 0; i < iRuns; ++i) {
-        listValue.push_back(value());
-    }
+    std::vector<double> listValue(static_cast<std::size_t>(iRuns));
+    std::generate(listValue.begin(), listValue.end(), value);
     return Median(listValue);
 }
 

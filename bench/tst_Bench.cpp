@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTest>
 
@@ -50,7 +51,7 @@ void tst_Bench::givesEveryFigure()
     const QJsonArray listFigure = QJsonDocument::fromJson(file.readAll(), &error).array();
     QCOMPARE(error.error, QJsonParseError::NoError);
     QStringList listName;
-    for (const QJsonValue& figure : listFigure) {
+    for (const auto& figure : listFigure) {
         listName.append(figure.toObject().value(QStringLiteral("name")).toString());
         QVERIFY2(figure.toObject().value(QStringLiteral("value")).isDouble(), qPrintable(listName.last()));
     }

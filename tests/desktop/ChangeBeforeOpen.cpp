@@ -32,6 +32,7 @@ int OpenTooLate(const char* pRealName, const char* pPath, int iFlags, va_list ar
 
 } // namespace
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library names them otherwise
 extern "C" int open(const char* pPath, int iFlags, ...)
 {
     va_list arguments;
@@ -49,3 +50,4 @@ extern "C" int open64(const char* pPath, int iFlags, ...)
     va_end(arguments);
     return iFd;
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

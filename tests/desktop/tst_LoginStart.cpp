@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "DesktopTest.h"
+#include "ProcFile.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -32,8 +33,7 @@ public:
 /// Whether the login starter has become the tool: the process keeps its number and changes its name.
 bool IsTool(const QProcess& process)
 {
-    QFile file(QStringLiteral("/proc/%1/comm").arg(process.processId()));
-    return file.open(QIODevice::ReadOnly) && file.readAll().trimmed() == "VoraPrinterTool";
+    return ReadProcFile(QStringLiteral("/proc/%1/comm").arg(process.processId())).trimmed() == "VoraPrinterTool";
 }
 
 /// What a process has cost so far.
@@ -43,21 +43,14 @@ struct stCost
     int iSwitches = 0; ///< how often it went to sleep of its own accord
 };
 
-QByteArray ReadProcFile(const QProcess& process, const char* pName)
-{
-    QFile file(QStringLiteral("/proc/%1/%2").arg(process.processId()).arg(QLatin1String(pName)));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 stCost CostOf(const QProcess& process)
 {
-    const QByteArray stat = ReadProcFile(process, "stat");
+    const QString strFolder = QStringLiteral("/proc/%1/").arg(process.processId());
+    const QByteArray stat = ReadProcFile(strFolder + QStringLiteral("stat"));
     const QList<QByteArray> listField = stat.mid(stat.lastIndexOf(')') + 2).split(' '); // from the third, the state
-    const QByteArray status = ReadProcFile(process, "status");
-    const QByteArray label = "\nvoluntary_ctxt_switches:";
-    const int iValue = static_cast<int>(status.indexOf(label)) + label.size();
+    const QByteArray status = ReadProcFile(strFolder + QStringLiteral("status"));
     return {listField.value(11).toInt() + listField.value(12).toInt(),
-            status.mid(iValue, status.indexOf('\n', iValue) - iValue).trimmed().toInt()};
+            static_cast<int>(ProcNumber(status, "voluntary_ctxt_switches"))};
 }
 
 /// Whether the panel is on the screen, as its user sees it.

@@ -48,6 +48,7 @@ OpenHook::~OpenHook()
 
 // The program's own definitions come before the C library's.
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library names them otherwise
 extern "C" int open(const char* pPath, int iFlags, ...)
 {
     va_list arguments;
@@ -65,3 +66,4 @@ extern "C" int open64(const char* pPath, int iFlags, ...)
     va_end(arguments);
     return iFd;
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

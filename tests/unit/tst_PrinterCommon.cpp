@@ -168,6 +168,7 @@ void tst_PrinterCommon::catalogue_data()
 void tst_PrinterCommon::catalogue()
 {
     QFETCH(const int, row);
+    QVERIFY(row < static_cast<int>(std::size(c_stModelInfoList)));
     const stModelInfo& info = c_stModelInfoList[row];
     QTEST(info.strModel, "model");
     QTEST(info.strDisplayName, "displayName");
