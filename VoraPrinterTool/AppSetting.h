@@ -12,7 +12,7 @@ class AppSetting;
 }
 
 /// The settings window: whether the program starts with the desktop login, which is so exactly when the desktop entry
-/// stands in the user's autostart folder. Hidden, never destroyed, when it is closed.
+/// stands in the user's autostart folder. Hidden, never destroyed, when it is closed. Belongs to the GUI thread.
 class AppSetting : public QWidget
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ public:
     void InitOption(); ///< from the file to the check box
     void SaveOption(); ///< from the check box to the file
 
-public slots:
+public slots: // of the form's two buttons
     void on_pushButtonOK_clicked();
     void on_pushButtonCancel_clicked();
 

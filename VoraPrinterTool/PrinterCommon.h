@@ -16,12 +16,18 @@
     "vora-printer-k507"                                                                                                \
     "/"
 
-const QString c_strToolPath = QStringLiteral(VORA_PACKAGE_PATH "tool/"); // temporary files and logs
-const QString c_strCfgPath = QStringLiteral(VORA_PACKAGE_PATH "cfg/");   // printer list and status files
-const QString c_strBinPath = QStringLiteral(VORA_PACKAGE_PATH "bin/");   // firmware-update tool
+inline const QString c_strToolPath = QStringLiteral(VORA_PACKAGE_PATH "tool/"); // temporary files and logs
+inline const QString c_strCfgPath = QStringLiteral(VORA_PACKAGE_PATH "cfg/");   // printer list and status files
+inline const QString c_strBinPath = QStringLiteral(VORA_PACKAGE_PATH "bin/");   // firmware-update tool
 
-const QString c_strPrinterListName = QStringLiteral("printerlist.ini");
-const QString c_strStatusFileSuffix = QStringLiteral(".dat");
+inline const QString c_strPrinterListName = QStringLiteral("printerlist.ini");
+inline const QString c_strStatusFileSuffix = QStringLiteral(".dat");
+
+/// The status file of a queue. Called from any thread.
+inline QString StatusFilePath(const QString& strPrinterName)
+{
+    return c_strCfgPath + strPrinterName + c_strStatusFileSuffix;
+}
 
 // ---- Enumerations --------------------------------------------------------------------------------------------------
 
@@ -107,12 +113,14 @@ enum enSupplyType
 
 // ---- Records: plain values, copied whole between threads -----------------------------------------------------------
 
+constexpr int c_iConnectUsb = 1;
+
 /// Who and where a printer is. Written by the device list worker alone.
 struct stPrinterInfo
 {
     QString strPrinterName; ///< print queue; also the name of its status file
     QString enType;         ///< model code as text, "-1" when not known
-    int iConnectType = 0;   ///< 1 USB, anything else network
+    int iConnectType = 0;   ///< c_iConnectUsb, anything else network
     QString strPort;        ///< address of a network printer
     QString strURI;         ///< the print system's device URI
 };
@@ -166,7 +174,7 @@ struct stModelInfo
     int iProductId; ///< USB
 };
 
-const stModelInfo c_stModelInfoList[7] = {
+inline const stModelInfo c_stModelInfoList[7] = {
     {QStringLiteral("RA7QX"), QStringLiteral("Vora RA7QX"), QStringLiteral("Vora_RA7QX.ppd"), 0x4A7C, 0x7105},
     {QStringLiteral("RA7Q"), QStringLiteral("Vora RA7Q"), QStringLiteral("Vora_RA7Q.ppd"), 0x4A7C, 0x7106},
     {QStringLiteral("RA7X"), QStringLiteral("Vora RA7X"), QStringLiteral("Vora_RA7X.ppd"), 0x4A7C, 0x7107},

@@ -30,8 +30,9 @@ public:
     /// Entries for the shared list, each with a reset state. Called from any thread.
     QList<stPrinterManager> GetInitPrinterList(QList<stPrinterInfo> listPrinterInfo);
 
-    void InitStPrinterInfo(stPrinterInfo& printerInfo);
-    void InitStPrinterState(stPrinterState& printerState);
+    // Reset a record. Called from any thread.
+    void InitStPrinterInfo(stPrinterInfo& printerInfo);    ///< all empty, the model "-1"
+    void InitStPrinterState(stPrinterState& printerState); ///< off-line, all else empty or 0
 
 signals:
     /// The shared list was replaced. Emitted under g_mutexPrinterList, so that it stands in the window's queue before
@@ -41,12 +42,12 @@ signals:
 public slots:
     /// The worker's loop; returns after a quit request. A second start is ignored.
     void SlotTaskStart();
-    void SlotThreadQuit();
+    void SlotThreadQuit(); ///< ends the loop within 500 ms. Called from any thread.
 
 public:
     QList<stPrinterManager>* m_pListPrinterManager = nullptr;
 #ifdef VORA_HAS_TEXT_CODEC
-    QTextCodec* m_pCodec;
+    QTextCodec* m_pCodec; ///< UTF-8; kept, SetIniUtf8 does the work
 #endif
 
 private:

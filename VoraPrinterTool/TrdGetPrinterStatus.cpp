@@ -11,6 +11,8 @@
 
 #include <QDataStream>
 
+#include <utility>
+
 #include <sys/stat.h>
 
 namespace {
@@ -175,7 +177,7 @@ bool TrdGetPrinterStatus::CheckStatusChange(stPrinterState current, stPrinterSta
 bool TrdGetPrinterStatus::CheckNeedStatus(int& iInterval)
 {
     iInterval = 100;
-    if (m_printerManager.printerInfo.iConnectType == 1) {
+    if (m_printerManager.printerInfo.iConnectType == c_iConnectUsb) {
         return true;
     }
     const int iStatus = m_printerManager.printerState.enCurrentStatus;
@@ -230,7 +232,7 @@ int TrdGetPrinterStatus::ReadStatusFile(const QString& strName, bool bForce)
 {
     if (strName != m_strPathName || m_statusPath.isEmpty()) {
         m_strPathName = strName;
-        m_statusPath = QFile::encodeName(c_strCfgPath + strName + c_strStatusFileSuffix);
+        m_statusPath = QFile::encodeName(StatusFilePath(strName));
     }
     // One system call a second; QFileInfo and local time take three.
     struct stat fileStat = {};
@@ -248,8 +250,8 @@ int TrdGetPrinterStatus::ReadStatusFile(const QString& strName, bool bForce)
     m_dtLastModified = dtModified;
 
     QFile file;
-    if (!S_ISREG(fileStat.st_mode) || !OpenWithoutBlocking(file, c_strCfgPath + strName + c_strStatusFileSuffix,
-                                                           QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    if (!S_ISREG(fileStat.st_mode) ||
+        !OpenWithoutBlocking(file, StatusFilePath(strName), QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         return -1;
     }
     m_buffer.fill(0);
@@ -294,6 +296,12 @@ int TrdGetPrinterStatus::CheckPrinterStatus(unsigned char* pBuffer, unsigned lon
     if (!reply.parseRecvBuf(pBuffer, dwLength)) {
         return -1;
     }
+    m_printerManager.printerState = DecodedState(reply);
+    return 0;
+}
+
+stPrinterState DecodedState(const UtilPrinterStatus& reply)
+{
     stPrinterState state;
     state.strPrinterSerialNumber = QString::fromLatin1(reply.m_serialNumber.data());
     state.enCurrentStatus = GetPrinterStatusEnum(reply.m_dwStatus);
@@ -317,6 +325,5 @@ int TrdGetPrinterStatus::CheckPrinterStatus(unsigned char* pBuffer, unsigned lon
     state.dwPrinterNumOfPages = reply.m_dwPrinterNumOfPages;
     state.dwPrinterNumOfPrint = reply.m_dwPrinterNumOfPrint;
     state.iReadFailCount = 0;
-    m_printerManager.printerState = std::move(state);
-    return 0;
+    return state;
 }

@@ -10,6 +10,11 @@
 #include <QByteArray>
 #include <QDateTime>
 
+class UtilPrinterStatus;
+
+/// The record that a decoded reply becomes, with no failed reads. Called from any thread.
+stPrinterState DecodedState(const UtilPrinterStatus& reply);
+
 /// Keeps one printer's state current: polls its status file every second, publishes the state into the shared list and
 /// reports what users can see. Lives in a thread of its own.
 class TrdGetPrinterStatus : public UtilThreadBase
@@ -24,7 +29,8 @@ public:
     /// any thread.
     void Init(int iIndex, QList<stPrinterManager>* pListPrinterManager);
 
-    /// True when the state, the toner, an ink level or the codes differ: what users see. Called from any thread.
+    /// True when the state, the toner, an ink level or the codes differ: what users see. Kept for the driver package's
+    /// tools, the loop compares without copies. Called from any thread.
     bool CheckStatusChange(stPrinterState current, stPrinterState published);
 
     /// Whether the printer needs polling now, and in which interval (milliseconds); asks the print system about a ready
@@ -33,7 +39,8 @@ public:
     bool CheckNeedStatus(int& iInterval);
 
     // Transports, each called from the worker's thread. They decode into m_printerManager.printerState and return 0 for
-    // a new reply, a negative number for a failure, in which case the state stays.
+    // a new reply, a negative number for a failure, in which case the state stays. An exception while a file is read is
+    // logged and gives 0 too; the state stays.
 
     /// The status file of a queue; 1 when its modification time is the last one's and bForce is not set.
     /// -1: missing, unreadable (anything but a regular file too) or rejected. Reads at most 2048 bytes.
@@ -46,20 +53,21 @@ public:
     /// -2: no socket, -3: not sent, -4: no time-out, -5: no reply of 8 bytes or more. Kept beside the status file.
     int GetPrinterStatusUDP(QString strAddress);
 
-    /// USB identifiers by model text; false when the model is none of the known, iPid then stays. Kept for the driver
-    /// package's tools. Called from any thread.
+    /// USB identifiers by model text; false when the model is none of the known: iVid is set, iPid stays. Kept for the
+    /// driver package's tools. Called from any thread.
     bool GetPrinterVidPid(QString strModel, int& iVid, int& iPid);
 
-    /// Decodes a reply into m_printerManager.printerState; -1, with the state untouched, when it is rejected.
+    /// Decodes a reply into m_printerManager.printerState and returns 0; -1, with the state untouched, when it is
+    /// rejected. Ends the process as UtilPrinterStatus::parseRecvBuf does. Called from the worker's thread.
     int CheckPrinterStatus(unsigned char* pBuffer, unsigned long dwLength);
 
 signals:
-    void SgnUpdatePrinterStatus(int iIndex);
+    void SgnUpdatePrinterStatus(int iIndex); ///< what users see of this element has changed in the shared list
 
 public slots:
     /// The worker's loop; returns after a quit request. A second start is ignored.
     void SlotTaskStart();
-    void SlotThreadQuit();
+    void SlotThreadQuit(); ///< ends the loop within 500 ms. Called from any thread.
 
 public:
     int m_iIndex = -1;

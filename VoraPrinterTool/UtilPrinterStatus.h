@@ -20,13 +20,13 @@ public:
     bool parseRecvBuf(unsigned char* pBuffer, unsigned long dwLength);
 
     /// The number of a supplies value: 2, 3 or 4 bytes big-endian; of any other length, deliberately, the first byte
-    /// alone.
+    /// alone, so that pData has one byte at least.
     static unsigned long byteToDWORD(unsigned char* pData, unsigned long dwLength);
 
-    /// Stores one supplies record (dwLength at most 65) by its key; an unknown key is skipped.
+    /// Stores one supplies record (dwLength at most 65, pData one byte at least) by its key; an unknown key is skipped.
     void setSuppliesData(unsigned long dwKey, unsigned char* pData, unsigned long dwLength);
 
-    /// Address of the raw status byte.
+    /// Address of the raw status byte. Kept for the driver package's tools.
     unsigned char* getPrinterStatusValue() { return &m_byStatus; }
 
     std::vector<unsigned long> m_listErrorCode;

@@ -6,7 +6,8 @@
 #include <QByteArray>
 #include <QString>
 
-/// The text as one literal word of a shell command, in the local 8-bit encoding, whatever it holds.
+/// The text as one literal word of a shell command, in the local 8-bit encoding, whatever it holds but a
+/// zero, which ends a command.
 /// Called from any thread.
 QByteArray QuoteForShell(const QString& strText);
 

@@ -5,6 +5,7 @@
 #include "QtCompat.h"
 #include "UtilFile.h"
 #include "UtilShell.h"
+#include "UtilWindow.h"
 #include "voraprintertoolwidget.h"
 
 #include <QApplication>
@@ -58,9 +59,8 @@ namespace {
 
 void ShowAlreadyRunning()
 {
-    const QString strTitle = QStringLiteral("星原喷墨打印机助手");
-    QMessageBox box(QMessageBox::Information, strTitle, strTitle + QStringLiteral("已经处于运行中！"), QMessageBox::Ok,
-                    nullptr, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+    QMessageBox box(QMessageBox::Information, c_strProgramTitle, c_strProgramTitle + QStringLiteral("已经处于运行中！"),
+                    QMessageBox::Ok, nullptr, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
     box.button(QMessageBox::Ok)->setText(QStringLiteral("确  定"));
     box.exec();
 }

@@ -31,8 +31,6 @@
 
 namespace {
 
-const QString c_strTitle = QStringLiteral("星原喷墨打印机助手");
-
 constexpr int c_iBalloonMSec = 3000;
 constexpr int c_iThreadWaitMSec = 1000;
 
@@ -55,7 +53,8 @@ void SetCellText(QTableWidgetItem& item, const QString& strText)
 
 QString ConnectionText(const stPrinterInfo& info)
 {
-    return info.iConnectType == 1 ? QStringLiteral("USB") : QStringLiteral("网络(") + info.strPort + QLatin1Char(')');
+    return info.iConnectType == c_iConnectUsb ? QStringLiteral("USB")
+                                              : QStringLiteral("网络(") + info.strPort + QLatin1Char(')');
 }
 
 /// Waits for a thread that was told to quit, as its worker was, and frees both; false, with both left alone, when it
@@ -76,7 +75,7 @@ VoraPrinterToolWidget::VoraPrinterToolWidget(QWidget* parent)
     : QWidget(parent), ui(std::make_unique<Ui::VoraPrinterToolWidget>())
 {
     ui->setupUi(this);
-    SetUpFixedWindow(*this, c_strTitle);
+    SetUpFixedWindow(*this, c_strProgramTitle);
     m_pAppSetting = new AppSetting;
     InitLog();
     InitLanguage();
@@ -152,7 +151,7 @@ void VoraPrinterToolWidget::InitTrayIcon()
 {
     WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitTrayIcon start"));
     m_pTrayIcon = new QSystemTrayIcon(windowIcon(), this);
-    m_pTrayIcon->setToolTip(c_strTitle);
+    m_pTrayIcon->setToolTip(c_strProgramTitle);
     connect(m_pTrayIcon, &QSystemTrayIcon::activated, this, &VoraPrinterToolWidget::SlotActivatedTrayIcon);
 
     m_pActionShow = AddTrayAction(QStringLiteral("显示主界面"), &VoraPrinterToolWidget::SlotTrayActionShow);
@@ -242,7 +241,7 @@ void VoraPrinterToolWidget::SlotTrayActionExit()
     m_pAppSetting->close();
     setVisible(false);
     m_pTrayIcon->setVisible(false);
-    emit SgnThreadQuit();
+    emit SgnThreadQuit(); // reaches no running worker: the destructor tells those
     QCoreApplication::quit();
 }
 
@@ -252,6 +251,7 @@ void VoraPrinterToolWidget::closeEvent(QCloseEvent* event)
     event->ignore();
 }
 
+// Kept empty: what changes in fonts, style or language leaves the fixed window as it is.
 void VoraPrinterToolWidget::changeEvent(QEvent*) {}
 
 QList<stPrinterManager> VoraPrinterToolWidget::PrinterList() const

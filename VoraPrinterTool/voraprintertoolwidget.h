@@ -42,7 +42,7 @@ public:
     void InitLog();
     void InitLanguage();
 
-    // Reserved start-up steps, empty and not called.
+    // Reserved start-up steps, kept empty and not called.
     void InitConfig() {}
     void CleanTempFile() {}
 
@@ -51,23 +51,24 @@ public:
 
     // Permission repair, kept for support builds and not wired to anything.
 
-    /// chmod 777 on one file; a failure leaves no trace.
+    /// chmod 777 on one file; a failure is not reported.
     void ChmodFile(QString strPath);
 
-    /// The same for a folder with all entries at every depth; links to folders are not followed.
+    /// The same for a folder with all but hidden entries at every depth. What a link leads to is changed, but no linked
+    /// folder is entered.
     void ChmodVendorPath(QString strPath);
 
     void DebugOutputPrinterInfo();             ///< every printer's identity to the log
     void DebugOutputPrinterStatus(int iIndex); ///< one printer's state to the log; nothing for an index beyond the list
 
 signals:
-    void SgnManageThreadStart();
-    void SgnStatusThreadStart();
-    void SgnThreadQuit();
+    void SgnManageThreadStart(); ///< the list worker is to begin its loop
+    void SgnStatusThreadStart(); ///< the same for the status worker made last
+    void SgnThreadQuit();        ///< kept; no worker takes it from its queue while its loop runs
 
 public slots:
     void SlotActivatedTrayIcon(QSystemTrayIcon::ActivationReason reason);
-    void SlotTrayActionShow();
+    void SlotTrayActionShow(); ///< shows or raises the window unless it is the active one
     void SlotTrayActionUpdateFW();
     void SlotTrayActionSetting();
     void SlotTrayActionExit();

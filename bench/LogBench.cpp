@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QFile>
 
+#include <cstdlib>
 #include <thread>
 #include <vector>
 

@@ -5,7 +5,9 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QTextStream>
+
+#include <cerrno>
+#include <cstdio>
 
 namespace {
 constexpr qint64 c_iMaxInputSize = 16 << 20;
@@ -13,8 +15,11 @@ constexpr qint64 c_iMaxInputSize = 16 << 20;
 
 void Print(FILE* pFile, const QString& strText)
 {
-    QTextStream stream(pFile);
-    stream << strText << '\n';
+    const QByteArray line = strText.toUtf8() + '\n';
+    const bool bWritten = std::fputs(line.constData(), pFile) >= 0 && std::fflush(pFile) == 0;
+    if (!bWritten && pFile == stdout) {
+        throw stEnd{enExitIo, QStringLiteral("cannot write to standard output: ") + qt_error_string(errno)};
+    }
 }
 
 void ParseArguments(QCommandLineParser& parser, const QStringList& listArgument, int iMaxPositional)
@@ -50,6 +55,9 @@ QByteArray ReadInput(const QString& strPath)
         throw stEnd{enExitNoInput, QStringLiteral("cannot read %1: %2").arg(strPath, file.errorString())};
     }
     const QByteArray bytes = file.read(c_iMaxInputSize + 1);
+    if (file.error() != QFileDevice::NoError) {
+        throw stEnd{enExitNoInput, QStringLiteral("cannot read %1: %2").arg(strPath, file.errorString())};
+    }
     if (bytes.size() > c_iMaxInputSize) {
         throw stEnd{enExitData, QStringLiteral("%1: expected at most 16 MiB").arg(strPath)};
     }

@@ -25,6 +25,7 @@ struct stEnd
     QString strMessage;
 };
 
+/// One line as UTF-8. Throws stEnd when standard output cannot take it.
 void Print(FILE* pFile, const QString& strText);
 
 /// Parses the arguments, first of them what the command is called in its help text, and answers --help and --version.

@@ -40,8 +40,9 @@ void Player::CleanUp()
     for (const stLive& live : std::as_const(m_listLive)) {
         RemoveStatus(live.printer.info.strPrinterName);
     }
-    if (m_bListWritten && !m_folder.HasForeignList()) {
-        m_folder.RemovePrinterList();
+    if (m_bListWritten && !m_folder.HasForeignList() && !m_folder.RemovePrinterList() &&
+        QFile::exists(m_folder.ListPath())) {
+        Fail();
     }
 }
 

@@ -5,14 +5,15 @@
 
 #include "CodeNames.h"
 #include "JsonReader.h"
+#include "ReplyLayout.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
 constexpr int c_iMaxEntries = 255;
 constexpr int c_iMaxText = 65535;
-constexpr int c_iMaxSuppliesData = 65; // with more the reader of the reply ends, by design
 
 const QString c_strState = QStringLiteral("state");
 const QString c_strErrors = QStringLiteral("errors");
@@ -142,12 +143,13 @@ void ApplySupplies(const JsonReader& reader, stStatusReply& reply)
             const QString strKey = QStringLiteral("key");
             const QString strData = QStringLiteral("data");
             record.AllowOnly({strKey, strData});
-            reply.listSupplies.append(
-                {static_cast<quint16>(record.Whole(strKey, 0, 0xFFFF)), record.Hex(strData, 0, c_iMaxSuppliesData)});
+            reply.listSupplies.append({static_cast<quint16>(record.Whole(strKey, 0, 0xFFFF)),
+                                       record.Hex(strData, 0, ReplyLayout::c_iMaxSuppliesData)});
         }
     }
     if (reader.Has(c_strSupplySerial)) {
-        SetSupplies(reply, {enSuppliesSerialNumber, Latin1(reader, c_strSupplySerial, c_iMaxSuppliesData)});
+        SetSupplies(reply,
+                    {enSuppliesSerialNumber, Latin1(reader, c_strSupplySerial, ReplyLayout::c_iMaxSuppliesData)});
     }
     for (const stNumberField& field : c_numberFieldList) {
         const QString strKey = QString::fromLatin1(field.pstrKey);

@@ -22,6 +22,12 @@ struct stReplyLabel
     const char* Name(enLanguage enLang) const { return pName[enLang]; }
 };
 
+/// One of two texts, UTF-8.
+inline const char* ByLanguage(enLanguage enLang, const char* pEnglish, const char* pChinese)
+{
+    return enLang == enLanguageEnglish ? pEnglish : pChinese;
+}
+
 const stReplyLabel& FieldLabel(enReplyField enField);
 
 /// What a supplies record of the key holds; null for a key that the program skips.

@@ -63,7 +63,7 @@ enum enReplyFault
 class ReplyLayout
 {
 public:
-    static constexpr int c_iMaxSuppliesData = 65;
+    static constexpr int c_iMaxSuppliesData = 65; ///< with more the program ends, by design
 
     explicit ReplyLayout(const QByteArray& reply = QByteArray());
 

@@ -39,7 +39,7 @@ QByteArray SuppliesValue(const stReplyField& field, const QByteArray& bytes, enL
 {
     const stReplyLabel* pLabel = SuppliesLabel(field.dwKey);
     if (field.enField == enFieldSuppliesKey) {
-        const char* pUnknown = enLang == enLanguageEnglish ? "unknown, skipped" : "未知，跳过";
+        const char* pUnknown = ByLanguage(enLang, "unknown, skipped", "未知，跳过");
         return RawText(field.dwKey, 2) + ' ' + (pLabel != nullptr ? pLabel->Name(enLang) : pUnknown);
     }
     if (pLabel == nullptr) {
@@ -99,7 +99,7 @@ QByteArray ReportHex(const StatusReport& report, enLanguage enLang)
         return QByteArray();
     }
     QByteArray text = ReportHeading(report, enLang);
-    const char* pColon = enLang == enLanguageEnglish ? ": " : "：";
+    const char* pColon = ByLanguage(enLang, ": ", "：");
     for (const stReplyField& field : report.m_layout.Fields()) {
         const QByteArray bytes = report.m_reply.mid(field.iOffset, field.iLength);
         const QByteArray value = FieldValue(field, bytes, enLang);

@@ -71,7 +71,7 @@ QJsonValue Printer(const StatusReport& report)
         return QJsonValue();
     }
     const stPrinterInfo& printerInfo = *report.m_printerInfo;
-    return QJsonObject{{QStringLiteral("file"), StatusReport::StatusPath(printerInfo)},
+    return QJsonObject{{QStringLiteral("file"), StatusFilePath(printerInfo.strPrinterName)},
                        {QStringLiteral("model"), printerInfo.enType},
                        {QStringLiteral("connect-type"), printerInfo.iConnectType},
                        {QStringLiteral("port"), printerInfo.strPort},

@@ -10,13 +10,6 @@
 
 namespace {
 
-constexpr int c_iConnectUsb = 1;
-
-const char* ByLanguage(enLanguage enLang, const char* pEnglish, const char* pChinese)
-{
-    return enLang == enLanguageEnglish ? pEnglish : pChinese;
-}
-
 QByteArray ModelText(const QString& strModel)
 {
     const auto* pFound = std::find_if(std::begin(c_stModelInfoList), std::end(c_stModelInfoList),
@@ -44,7 +37,7 @@ public:
 
     void AddPrinter(const stPrinterInfo& printerInfo)
     {
-        AddLine(ByLanguage(m_enLang, "status file", "状态文件"), Printable(StatusReport::StatusPath(printerInfo)));
+        AddLine(ByLanguage(m_enLang, "status file", "状态文件"), Printable(StatusFilePath(printerInfo.strPrinterName)));
         AddLine(ByLanguage(m_enLang, "model", "型号"), ModelText(printerInfo.enType));
         AddLine(ByLanguage(m_enLang, "connection", "连接方式"), ConnectionText(printerInfo, m_enLang));
         AddLine("URI", Printable(printerInfo.strURI));

@@ -80,7 +80,7 @@ int ReadConnectType(const JsonReader& reader)
     if (strConnection != QLatin1String("usb") && strConnection != QLatin1String("network")) {
         reader.Fail(strKey, QStringLiteral("\"usb\" or \"network\""));
     }
-    return strConnection == QLatin1String("usb") ? 1 : 2;
+    return strConnection == QLatin1String("usb") ? c_iConnectUsb : 2;
 }
 
 stWalk ReadWalk(const JsonReader& reader)

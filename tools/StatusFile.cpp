@@ -5,7 +5,6 @@
 
 #include <QFile>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 
@@ -13,9 +12,19 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace {
+
+/// The path as the system takes it; empty for one with a zero, which would end it and name another file.
+QByteArray SystemPath(const QString& strPath)
+{
+    return strPath.contains(QChar(0)) ? QByteArray() : QFile::encodeName(strPath);
+}
+
+} // namespace
+
 enStatusFileResult StatusFile::Read()
 {
-    const QByteArray path = QFile::encodeName(m_strPath);
+    const QByteArray path = SystemPath(m_strPath);
     struct stat status = {};
     if (::stat(path.constData(), &status) != 0) {
         return enStatusFileMissing;
@@ -26,26 +35,26 @@ enStatusFileResult StatusFile::Read()
     m_iSize = status.st_size;
 
     // Not by QFile, which takes twice the system calls. No FIFO that took the file's place meanwhile blocks.
-    const int iFd = ::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     m_content.resize(c_iMaxLength);
+    const int iFd = ::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     const ssize_t iLength = iFd < 0 ? -1 : ::read(iFd, m_content.data(), c_iMaxLength);
-    if (iLength < 0) {
-        m_strErrorMessage = qt_error_string(errno);
-    }
+    const int iError = errno;
     if (iFd >= 0) {
         ::close(iFd);
     }
-    m_content.truncate(std::max(static_cast<int>(iLength), 0));
     if (iLength < 0) {
+        m_content.clear();
+        m_strErrorMessage = qt_error_string(iError);
         return enStatusFileUnreadable;
     }
+    m_content.truncate(static_cast<int>(iLength));
     return enStatusFileRead;
 }
 
 QByteArray FileStamp(const QString& strPath)
 {
     struct stat status = {};
-    if (::stat(QFile::encodeName(strPath).constData(), &status) != 0) {
+    if (::stat(SystemPath(strPath).constData(), &status) != 0) {
         return QByteArray();
     }
     // The change time moves with the contents, the mode and the owner.

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "UtilStatusQuery.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -14,14 +16,15 @@ enum enStatusFileResult
     enStatusFileUnreadable
 };
 
-/// One status file, read as the program reads it: regular files only, at most 2048 bytes.
+/// One status file, read as the program reads it: regular files only, at most c_iMaxLength bytes.
 class StatusFile
 {
 public:
-    static constexpr int c_iMaxLength = 2048;
+    static constexpr int c_iMaxLength = std::tuple_size_v<StatusBuffer>;
 
     explicit StatusFile(const QString& strPath) : m_strPath(strPath) {}
 
+    /// Fills the members below; the content stays empty unless the file was read.
     enStatusFileResult Read();
 
     QByteArray m_content;

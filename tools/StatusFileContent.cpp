@@ -3,8 +3,9 @@
 
 #include "StatusFileContent.h"
 
-#include <QDataStream>
-#include <QIODevice>
+#include "ReplyLayout.h"
+#include "UtilStatusQuery.h"
+
 #include <QRandomGenerator>
 
 #include <algorithm>
@@ -12,8 +13,7 @@
 
 namespace {
 
-constexpr int c_iReaderSize = 2048;
-constexpr int c_iMaxSuppliesData = 65;
+constexpr int c_iReaderSize = std::tuple_size_v<StatusBuffer>;
 
 constexpr std::array<QLatin1String, enFileContentCount> c_nameList = {
     QLatin1String("good"),   QLatin1String("missing"), QLatin1String("empty"),     QLatin1String("truncated"),
@@ -42,20 +42,6 @@ QByteArray Oversized(const QByteArray& reply, QRandomGenerator& random)
     QByteArray bytes = reply.left(12).leftJustified(12, '\0');
     bytes += QByteArray::fromHex("1000");
     return bytes + RandomBytes(0x1000, random) + reply.mid(12);
-}
-
-void SkipString(QDataStream& stream)
-{
-    quint16 wLength = 0;
-    stream >> wLength;
-    stream.skipRawData(wLength);
-}
-
-void SkipCodes(QDataStream& stream)
-{
-    quint8 byCount = 0;
-    stream >> byCount;
-    stream.skipRawData(2 * byCount);
 }
 
 } // namespace
@@ -93,27 +79,5 @@ QByteArray FileContent(enFileContent enContent, const QByteArray& reply, QRandom
 
 bool EndsReader(const QByteArray& reply)
 {
-    QDataStream stream(reply); // big-endian by default, as the reply is
-    stream.skipRawData(12);
-    SkipString(stream); // vendor, product, serial number
-    SkipString(stream);
-    SkipString(stream);
-    stream.skipRawData(3);
-    SkipString(stream); // firmware, fifth string
-    SkipString(stream);
-    SkipCodes(stream); // errors, warnings
-    SkipCodes(stream);
-    stream.skipRawData(5);
-    quint8 byRecords = 0;
-    stream >> byRecords;
-    for (; byRecords > 0 && stream.status() == QDataStream::Ok; --byRecords) {
-        quint16 wKey = 0;
-        quint8 byLength = 0;
-        stream >> wKey >> byLength;
-        if (stream.status() == QDataStream::Ok && byLength > c_iMaxSuppliesData) {
-            return true;
-        }
-        stream.skipRawData(byLength);
-    }
-    return false;
+    return ReplyLayout(reply).Fault() == enReplyFatalSupplies;
 }

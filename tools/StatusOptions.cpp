@@ -3,6 +3,8 @@
 
 #include "StatusOptions.h"
 
+#include "ReplyLabels.h"
+
 #include <QCommandLineParser>
 
 namespace {
@@ -87,9 +89,9 @@ QString StatusOptions::HelpText() const
 
 bool StatusOptions::Fail(const char* pEnglish, const char* pChinese, const QString& strDetail)
 {
-    const bool bEnglish = m_enLang == enLanguageEnglish;
-    const QString strHint = QString::fromUtf8(bEnglish ? "See 'vora-status --help'." : "请看“vora-status --help”。");
-    m_strError = QString::fromUtf8(bEnglish ? pEnglish : pChinese).replace(QLatin1String("%1"), strDetail) +
+    const QString strHint =
+        QString::fromUtf8(ByLanguage(m_enLang, "See 'vora-status --help'.", "请看“vora-status --help”。"));
+    m_strError = QString::fromUtf8(ByLanguage(m_enLang, pEnglish, pChinese)).replace(QLatin1String("%1"), strDetail) +
                  QLatin1Char('\n') + strHint;
     return false;
 }

@@ -29,12 +29,12 @@ QByteArray JsonDocument(const QJsonArray& listReport, bool bOneLine)
 
 QString Message(const StatusReport& report, enLanguage enLang)
 {
-    const bool bEnglish = enLang == enLanguageEnglish;
     if (!report.IsDecoded()) {
-        return QString::fromUtf8(bEnglish ? ": " : "：") + report.FailureText(enLang);
+        return QString::fromUtf8(ByLanguage(enLang, ": ", "：")) + report.FailureText(enLang);
     }
     if (report.m_iFileSize > StatusFile::c_iMaxLength) {
-        return QString::fromUtf8(bEnglish ? ": has %1 bytes, only the first %2 are read" : "：有%1字节，只读取前%2字节")
+        return QString::fromUtf8(
+                   ByLanguage(enLang, ": has %1 bytes, only the first %2 are read", "：有%1字节，只读取前%2字节"))
             .arg(report.m_iFileSize)
             .arg(StatusFile::c_iMaxLength);
     }
@@ -66,7 +66,7 @@ StatusRendering::StatusRendering(const StatusOptions& options, StatusSource& sou
     }
     if (!bAny) {
         AddMessage((c_strCfgPath + c_strPrinterListName).toUtf8() +
-                   (m_enLang == enLanguageEnglish ? " lists no printers" : "没有列出打印机"));
+                   ByLanguage(m_enLang, " lists no printers", "没有列出打印机"));
     }
 }
 
@@ -75,7 +75,7 @@ bool StatusRendering::Print(const QByteArray& prefix)
     const bool bWritten = WriteOutput(prefix + m_output);
     if (!bWritten) {
         m_enExitStatus = enExitFailure;
-        AddMessage(m_enLang == enLanguageEnglish ? "the output cannot be written" : "无法写出结果");
+        AddMessage(ByLanguage(m_enLang, "the output cannot be written", "无法写出结果"));
     }
     WriteMessages(m_messages);
     return bWritten;

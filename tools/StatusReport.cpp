@@ -62,7 +62,7 @@ StatusReport StatusReport::OfPrinter(const stPrinterInfo& printerInfo)
 {
     StatusReport report(printerInfo.strPrinterName, "printer");
     report.m_printerInfo = printerInfo;
-    report.ReadFile(StatusPath(printerInfo));
+    report.ReadFile(StatusFilePath(printerInfo.strPrinterName));
     return report;
 }
 
@@ -110,11 +110,6 @@ QString StatusReport::FailureKey() const
     return c_failureLabelList.at(m_enFailure).Key();
 }
 
-QString StatusReport::StatusPath(const stPrinterInfo& printerInfo)
-{
-    return c_strCfgPath + printerInfo.strPrinterName + c_strStatusFileSuffix;
-}
-
 void StatusReport::ReadFile(const QString& strPath)
 {
     StatusFile file(strPath);
@@ -137,7 +132,5 @@ void StatusReport::Decode()
     auto* pReply = reinterpret_cast<unsigned char*>(m_reply.data());
     const auto dwLength = static_cast<unsigned long>(m_reply.size());
     m_decoder.parseRecvBuf(pReply, dwLength);
-    TrdGetPrinterStatus worker;
-    worker.CheckPrinterStatus(pReply, dwLength);
-    m_state = worker.m_printerManager.printerState;
+    m_state = DecodedState(m_decoder);
 }

@@ -33,6 +33,7 @@ enum enReportFailure
 class StatusReport
 {
 public:
+    // Reads at once; a failure is part of the report. OfAddress waits one second at most.
     static StatusReport OfFile(const QString& strPath);
     static StatusReport OfPrinter(const stPrinterInfo& printerInfo);
     static StatusReport OfAddress(const QString& strAddress);
@@ -48,9 +49,6 @@ public:
     QString FailureText(enLanguage enLang) const;
     /// One word that stays the same for programs; empty when there is no failure.
     QString FailureKey() const;
-
-    /// The status file of a queue.
-    static QString StatusPath(const stPrinterInfo& printerInfo);
 
     QString m_strName;     ///< path, queue or address
     const char* m_pSource; ///< "file", "printer" or "udp"

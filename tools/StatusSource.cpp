@@ -26,7 +26,7 @@ void StatusSource::Collect(const std::function<void(const StatusReport&)>& handl
     TrdDeviceManage deviceManage;
     const QList<stPrinterInfo> listPrinter = deviceManage.GetPrinterInfo(true);
     for (const stPrinterInfo& printerInfo : listPrinter) {
-        Watch(StatusReport::StatusPath(printerInfo));
+        Watch(StatusFilePath(printerInfo.strPrinterName));
         handle(StatusReport::OfPrinter(printerInfo));
     }
 }

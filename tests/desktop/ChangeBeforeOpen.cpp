@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
-// Preloaded into the program: a status file named Vanishing.dat goes away between the moment when the program has
-// looked at it and the moment when it opens it, for as long as there is a file /tmp/vanish.
+// Preloaded into the program: between the moment when the program has looked at a status file named Changing.dat and
+// the moment when it opens it, the file goes away (while there is /tmp/vanish) or becomes a FIFO (while there is
+// /tmp/become-fifo).
 
 #include <cstdarg>
 #include <cstring>

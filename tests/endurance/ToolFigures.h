@@ -16,6 +16,7 @@ struct stToolFigures
     int iResidentKB = 0;
 };
 
+/// The figures of a running process; -1 for some of them when it has ended.
 stToolFigures LookAt(qint64 iPid);
 
 /// The line through the resident sizes by least squares: kB in a minute. 0 for fewer than two looks.

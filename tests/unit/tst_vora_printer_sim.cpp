@@ -65,7 +65,8 @@ private slots:
     void encodesEveryOption();
     void encodesAJsonFile();
     void encodesIntoAFile();
-    void encodeTellsOfAFullDisk();
+    void tellsOfAFullDisk_data();
+    void tellsOfAFullDisk();
     void encodeRefuses_data();
     void encodeRefuses();
 };
@@ -718,11 +719,21 @@ void tst_vora_printer_sim::encodesIntoAFile()
     QCOMPARE(ReadFile(strPath).toHex(), ReplyInState(0x02).toHex());
 }
 
-void tst_vora_printer_sim::encodeTellsOfAFullDisk()
+void tst_vora_printer_sim::tellsOfAFullDisk_data()
 {
+    QTest::addColumn<QString>("strArgument");
+    for (const QString& strArgument :
+         {QStringLiteral("encode"), QStringLiteral("--list"), QStringLiteral("--help"), QStringLiteral("--version")}) {
+        QTest::newRow(qPrintable(strArgument)) << strArgument;
+    }
+}
+
+void tst_vora_printer_sim::tellsOfAFullDisk()
+{
+    QFETCH(QString, strArgument);
     QProcess process;
     process.setStandardOutputFile(QStringLiteral("/dev/full"));
-    process.start(c_strProgram, {QStringLiteral("encode")});
+    process.start(c_strProgram, {strArgument});
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 74);
     QVERIFY(process.readAllStandardError().startsWith("vora-printer-sim: cannot write to standard output: "));
@@ -751,6 +762,7 @@ void tst_vora_printer_sim::encodeRefuses_data()
         QStringLiteral("--json: expected no other field beside it"));
     row(QStringLiteral("--json /nowhere.json"), 66,
         QStringLiteral("cannot read /nowhere.json: No such file or directory"));
+    row(QStringLiteral("--json /proc/self/mem"), 66, QStringLiteral("cannot read /proc/self/mem: Input/output error"));
     row(QStringLiteral("--json %1").arg(strWrong), 65,
         strWrong + QStringLiteral(": colour: unknown key, expected one of "));
     row(QStringLiteral("--output /opt/nowhere/reply.dat"), 73, QStringLiteral("cannot write /opt/nowhere/reply.dat: "));

@@ -81,6 +81,7 @@ private slots:
     void largeFile();
     void severalFiles();
     void driverFolder();
+    void zeroInANameLeadsToNoOtherFile();
     void driverFolderInChinese();
     void driverFolderJson();
     void driverFolderWithoutPrinters_data();
@@ -618,6 +619,17 @@ void tst_vora_status::driverFolder()
                    "vendor name) has 2 bytes\n"
                    "vora-status: Store: there is no such file\n"
                    "vora-status: Pipe: not a regular file\n"));
+    QCOMPARE(run.iExit, 2);
+}
+
+void tst_vora_status::zeroInANameLeadsToNoOtherFile()
+{
+    const DriverFolder folder = Folder();
+    const QString strName = QStringLiteral("Office.dat") + QChar(0) + QLatin1Char('x');
+    QVERIFY(folder.WritePrinterList({Printer(strName, QStringLiteral("RA7QX"), 1, QStringLiteral("usb"))}));
+    QVERIFY(folder.WriteStatus(QStringLiteral("Office"), EncodeStatusReply(Ready())));
+    const stRun run = Run({});
+    QCOMPARE(run.messages, QByteArray("vora-status: Office.dat\\x00x: there is no such file\n"));
     QCOMPARE(run.iExit, 2);
 }
 
