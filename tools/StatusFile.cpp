@@ -35,19 +35,18 @@ enStatusFileResult StatusFile::Read()
     m_iSize = status.st_size;
 
     // Not by QFile, which takes twice the system calls. No FIFO that took the file's place meanwhile blocks.
-    m_content.resize(c_iMaxLength);
+    StatusBuffer buffer;
     const int iFd = ::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    const ssize_t iLength = iFd < 0 ? -1 : ::read(iFd, m_content.data(), c_iMaxLength);
+    const ssize_t iLength = iFd < 0 ? -1 : ::read(iFd, buffer.data(), buffer.size());
     const int iError = errno;
     if (iFd >= 0) {
         ::close(iFd);
     }
     if (iLength < 0) {
-        m_content.clear();
         m_strErrorMessage = qt_error_string(iError);
         return enStatusFileUnreadable;
     }
-    m_content.truncate(static_cast<int>(iLength));
+    m_content = QByteArray(reinterpret_cast<const char*>(buffer.data()), static_cast<int>(iLength));
     return enStatusFileRead;
 }
 
