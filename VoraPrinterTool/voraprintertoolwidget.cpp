@@ -51,6 +51,16 @@ void SetCellText(QTableWidgetItem& item, const QString& strText)
                                                  : strText);
 }
 
+/// A running thread of that name, in which the worker lives from now on.
+QThread* StartThread(UtilThreadBase* pWorker, const QString& strName)
+{
+    auto* pThread = new QThread;
+    pThread->setObjectName(strName);
+    pWorker->moveToThread(pThread);
+    pThread->start();
+    return pThread;
+}
+
 QString ConnectionText(const stPrinterInfo& info)
 {
     return info.iConnectType == c_iConnectUsb ? QStringLiteral("USB")
@@ -177,10 +187,7 @@ void VoraPrinterToolWidget::InitThread()
 {
     WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitThread start"));
     m_pTrdDeviceManage = new TrdDeviceManage;
-    m_pManageThread = new QThread;
-    m_pManageThread->setObjectName(QStringLiteral("vora-devices"));
-    m_pTrdDeviceManage->moveToThread(m_pManageThread);
-    m_pManageThread->start();
+    m_pManageThread = StartThread(m_pTrdDeviceManage, QStringLiteral("vora-devices"));
     m_pTrdDeviceManage->Init(&m_listPrinterManager);
     connect(this, &VoraPrinterToolWidget::SgnManageThreadStart, m_pTrdDeviceManage, &TrdDeviceManage::SlotTaskStart);
     connect(this, &VoraPrinterToolWidget::SgnThreadQuit, m_pTrdDeviceManage, &TrdDeviceManage::SlotThreadQuit);
@@ -193,10 +200,7 @@ void VoraPrinterToolWidget::InitThread()
 void VoraPrinterToolWidget::AddStatusWorker(int iIndex)
 {
     auto* pWorker = new TrdGetPrinterStatus;
-    auto* pThread = new QThread;
-    pThread->setObjectName(QStringLiteral("vora-status-") + QString::number(iIndex));
-    pWorker->moveToThread(pThread);
-    pThread->start();
+    QThread* pThread = StartThread(pWorker, QStringLiteral("vora-status-") + QString::number(iIndex));
     pWorker->Init(iIndex, &m_listPrinterManager);
     connect(this, &VoraPrinterToolWidget::SgnStatusThreadStart, pWorker, &TrdGetPrinterStatus::SlotTaskStart);
     connect(this, &VoraPrinterToolWidget::SgnThreadQuit, pWorker, &TrdGetPrinterStatus::SlotThreadQuit);

@@ -13,6 +13,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -115,6 +116,56 @@ std::unique_ptr<QTemporaryDir> MakeTemporaryFolder()
     return pFolder;
 }
 
+void RefuseForeignList(const DriverFolder& folder, bool bForce)
+{
+    if (folder.HasForeignList() && !bForce) {
+        throw stEnd{enExitCannotCreate,
+                    QStringLiteral("%1 was not written by this program and stays as it is; --force replaces it")
+                        .arg(folder.ListPath())};
+    }
+}
+
+/// The seed asked for, or one drawn by lot and told when the scenario uses it.
+quint32 Seed(const stPlayOptions& options, const stScenario& scenario)
+{
+    const quint32 dwSeed = options.dwSeed.value_or(QRandomGenerator::global()->generate());
+    if (!options.dwSeed && scenario.UsesChance()) {
+        Print(stderr, QStringLiteral("vora-printer-sim: --seed %1 plays this again").arg(dwSeed));
+    }
+    return dwSeed;
+}
+
+void Listen(StatusResponder& responder, const stPlayOptions& options)
+{
+    if (options.bMisbehave) {
+        responder.SetMisbehave();
+    }
+    if (options.udpAddress && !responder.Listen(*options.udpAddress)) {
+        throw stEnd{enExitUnavailable, QStringLiteral("--udp: cannot listen on %1 port %2: %3")
+                                           .arg(options.udpAddress->toString())
+                                           .arg(StatusResponder::c_wPort)
+                                           .arg(responder.ErrorString())};
+    }
+}
+
+/// Until the scenario's end, a signal or a failure; tells the folder once the first files are there.
+void PlayToEnd(Player& player, const SignalWatcher& signalWatcher, const QString& strRoot)
+{
+    QObject::connect(&signalWatcher, &SignalWatcher::SgnEnd, qApp, [] { QCoreApplication::exit(enExitOk); });
+    QObject::connect(&player, &Player::SgnFinished, qApp, [] { QCoreApplication::exit(enExitOk); });
+    QObject::connect(&player, &Player::SgnFailed, qApp, [] { QCoreApplication::exit(enExitIo); });
+    const auto cleanUp = qScopeGuard([&player] { player.CleanUp(); }); // when the folder cannot be told, too
+    int iStatus = enExitCannotCreate;
+    if (player.Start()) {
+        Print(stdout, strRoot);
+        iStatus = QCoreApplication::exec();
+    }
+    player.CleanUp();
+    if (!player.ErrorString().isEmpty()) {
+        throw stEnd{iStatus == enExitOk ? enExitIo : iStatus, player.ErrorString()};
+    }
+}
+
 void Play(const stPlayOptions& options)
 {
     const stScenario scenario = ReadScenario(ScenarioText(options.strScenario), options.strScenario, options.iPrinters);
@@ -129,43 +180,15 @@ void Play(const stPlayOptions& options)
     }
     const QString strRoot = pTemporary ? pTemporary->path() : options.strRoot;
     const DriverFolder folder(strRoot + QStringLiteral("/cfg"), c_strWriter);
-    if (folder.HasForeignList() && !options.bForce) {
-        throw stEnd{enExitCannotCreate,
-                    QStringLiteral("%1 was not written by this program and stays as it is; --force replaces it")
-                        .arg(folder.ListPath())};
-    }
+    RefuseForeignList(folder, options.bForce);
 
-    const quint32 dwSeed = options.dwSeed.value_or(QRandomGenerator::global()->generate());
-    if (!options.dwSeed && scenario.UsesChance()) {
-        Print(stderr, QStringLiteral("vora-printer-sim: --seed %1 plays this again").arg(dwSeed));
-    }
-    Player player(scenario, folder, options.dSpeed, dwSeed);
+    Player player(scenario, folder, options.dSpeed, Seed(options, scenario));
     if (options.bOnce) {
         player.SetOnce();
     }
     StatusResponder responder([&player, strUdpPrinter] { return player.CurrentReply(strUdpPrinter); });
-    if (options.bMisbehave) {
-        responder.SetMisbehave();
-    }
-    if (options.udpAddress && !responder.Listen(*options.udpAddress)) {
-        throw stEnd{enExitUnavailable, QStringLiteral("--udp: cannot listen on %1 port %2: %3")
-                                           .arg(options.udpAddress->toString())
-                                           .arg(StatusResponder::c_wPort)
-                                           .arg(responder.ErrorString())};
-    }
-
-    QObject::connect(&signalWatcher, &SignalWatcher::SgnEnd, qApp, [] { QCoreApplication::exit(enExitOk); });
-    QObject::connect(&player, &Player::SgnFinished, qApp, [] { QCoreApplication::exit(enExitOk); });
-    QObject::connect(&player, &Player::SgnFailed, qApp, [] { QCoreApplication::exit(enExitIo); });
-    int iStatus = enExitCannotCreate;
-    if (player.Start()) {
-        Print(stdout, strRoot);
-        iStatus = QCoreApplication::exec();
-    }
-    player.CleanUp();
-    if (!player.ErrorString().isEmpty()) {
-        throw stEnd{iStatus == enExitOk ? enExitIo : iStatus, player.ErrorString()};
-    }
+    Listen(responder, options);
+    PlayToEnd(player, signalWatcher, strRoot);
 }
 
 stPlayOptions ReadOptions(const QStringList& listArgument)

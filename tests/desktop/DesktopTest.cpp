@@ -108,11 +108,7 @@ void DesktopTest::HideWindow() const
 void DesktopTest::FakeProgram(const QString& strName, const QByteArray& script)
 {
     const QString strFolder = QStringLiteral("/tmp/fake-programs");
-    QDir().mkpath(strFolder);
-    QFile file(strFolder + QLatin1Char('/') + strName);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\n" + script);
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QVERIFY(WriteScript(strFolder + QLatin1Char('/') + strName, script));
     const QByteArray path = qgetenv("PATH");
     if (!path.startsWith(strFolder.toLocal8Bit())) {
         qputenv("PATH", strFolder.toLocal8Bit() + ':' + path);
@@ -128,17 +124,4 @@ void DesktopTest::Preload(const char* pModule)
 void DesktopTest::AddSanitizerOption(const QByteArray& option)
 {
     qputenv("ASAN_OPTIONS", qgetenv("ASAN_OPTIONS") + ':' + option);
-}
-
-bool DesktopTest::WriteFile(const QString& strPath, const QByteArray& content)
-{
-    QDir().mkpath(QFileInfo(strPath).path());
-    QFile file(strPath);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
-QByteArray DesktopTest::ReadFile(const QString& strPath)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

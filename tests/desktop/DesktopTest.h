@@ -5,6 +5,7 @@
 
 #include "DriverFolder.h"
 #include "StatusEncoder.h"
+#include "TestFiles.h"
 #include "Tool.h"
 #include "TrayHost.h"
 
@@ -51,12 +52,6 @@ protected:
 
     /// For programs that start after this, in a build with the address sanitizer.
     static void AddSanitizerOption(const QByteArray& option);
-
-    /// Writes a file, its folder too when that is missing.
-    static bool WriteFile(const QString& strPath, const QByteArray& content);
-
-    /// What a file holds; null when it cannot be read.
-    static QByteArray ReadFile(const QString& strPath);
 
     DriverFolder m_folder{c_strCfgPath};
     std::unique_ptr<TrayHost> m_tray;

@@ -4,6 +4,7 @@
 #include "PrintServer.h"
 
 #include "Desktop.h"
+#include "TestFiles.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -39,12 +40,6 @@ constexpr char c_files[] = "FileDevice Yes\n"
                            "StateDir " SERVER_FOLDER "/state\n"
                            "TempDir " SERVER_FOLDER "/spool/tmp\n";
 
-bool Write(const QString& strPath, const QByteArray& content)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
 /// The server's programs are not in the PATH of every user.
 QString ServerProgram(const QString& strName)
 {
@@ -65,9 +60,9 @@ bool PrintServer::Start()
     for (const char* pName : {"cache", "spool/tmp", "bin/backend", "root", "state"}) {
         QDir(c_strFolder).mkpath(QLatin1String(pName));
     }
-    if (!Write(c_strFolder + QStringLiteral("/cupsd.conf"), c_configuration) ||
-        !Write(c_strFolder + QStringLiteral("/cups-files.conf"), c_files) || !Write(c_strDocument, "a page\n") ||
-        !Write(c_strBackend, "#!/bin/sh\nexec sleep infinity\n")) {
+    if (!WriteFile(c_strFolder + QStringLiteral("/cupsd.conf"), c_configuration) ||
+        !WriteFile(c_strFolder + QStringLiteral("/cups-files.conf"), c_files) ||
+        !WriteFile(c_strDocument, "a page\n") || !WriteFile(c_strBackend, "#!/bin/sh\nexec sleep infinity\n")) {
         return false;
     }
     // Readable and executable for all, which the server insists on, and started by a program of its own.

@@ -18,18 +18,6 @@ const QString c_strReady = QStringLiteral("就绪");
 const QString c_strOffline = QStringLiteral("脱机");
 const QString c_strToolFolder = QStringLiteral(VORA_PACKAGE_PATH "tool");
 
-bool SetModificationTime(const QString& strPath, const QDateTime& dtModified)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::ReadWrite) && file.setFileTime(dtModified, QFileDevice::FileModificationTime);
-}
-
-bool WriteBytes(const QString& strPath, const QByteArray& content)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
 /// What is wrong with a status file and what the program shows of its printer after a while. A file that is there and
 /// cannot be used is one failed read until its time changes; only one that is missing fails each time, which makes its
 /// printer off-line.
@@ -57,20 +45,20 @@ QList<stFault> Faults(const QByteArray& scanning)
         {QStringLiteral("Loop"), [](const QString& strPath) { return QFile::link(strPath, strPath); }, c_strOffline},
         {QStringLiteral("Forbidden"),
          [scanning](const QString& strPath) {
-             return WriteBytes(strPath, scanning) && QFile::setPermissions(strPath, {});
+             return WriteFile(strPath, scanning) && QFile::setPermissions(strPath, {});
          },
          c_strReady},
-        {QStringLiteral("Empty"), [](const QString& strPath) { return WriteBytes(strPath, {}); }, c_strReady},
+        {QStringLiteral("Empty"), [](const QString& strPath) { return WriteFile(strPath, {}); }, c_strReady},
         {QStringLiteral("CutOff"),
-         [scanning](const QString& strPath) { return WriteBytes(strPath, scanning.chopped(1)); }, c_strReady},
+         [scanning](const QString& strPath) { return WriteFile(strPath, scanning.chopped(1)); }, c_strReady},
         {QStringLiteral("Missing"), [](const QString&) { return true; }, c_strOffline},
         {QStringLiteral("Sparse"),
          [scanning](const QString& strPath) {
-             return WriteBytes(strPath, scanning) && QFile::resize(strPath, qint64(4) * 1024 * 1024 * 1024);
+             return WriteFile(strPath, scanning) && QFile::resize(strPath, qint64(4) * 1024 * 1024 * 1024);
          },
          QStringLiteral("正在扫描")},
         // A reply of zeros is well-formed: ready, and no ink.
-        {QStringLiteral("Nul"), [](const QString& strPath) { return WriteBytes(strPath, QByteArray(512, '\0')); },
+        {QStringLiteral("Nul"), [](const QString& strPath) { return WriteFile(strPath, QByteArray(512, '\0')); },
          c_strReady, QStringLiteral("青色：无   红色：无   黄色：无   黑色：无")},
     };
 }
@@ -102,7 +90,7 @@ void tst_FileFaults::initTestCase()
     ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
     ::prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
     const QString strPath = QStringLiteral("/tmp/forbidden");
-    QVERIFY(WriteBytes(strPath, "secret"));
+    QVERIFY(WriteFile(strPath, "secret"));
     QCOMPARE(Desktop::Run(QStringLiteral("cat"), {strPath}), QStringLiteral("secret"));
     QVERIFY(QFile::setPermissions(strPath, {}));
     QCOMPARE(Desktop::Run(QStringLiteral("cat"), {strPath}), QString());
@@ -167,7 +155,7 @@ void tst_FileFaults::fileChangesBeforeItIsOpened()
     Preload(VORA_CHANGE_BEFORE_OPEN);
     StartBeside({strName});
     qunsetenv("LD_PRELOAD");
-    QVERIFY(WriteBytes(strSwitch, {}));
+    QVERIFY(WriteFile(strSwitch, {}));
     for (int i = 0; i < 2; ++i) {
         WriteStatus(strName, Reply(0x10));
         QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo(StatusPath(1)).isFile(), c_iTimeOutMSec);
@@ -187,7 +175,7 @@ void tst_FileFaults::everyOtherTimeStampCounts()
     // The time first, so that the program never sees the new reply with the time of its writing.
     const auto write = [&](quint8 byStatus, const QDateTime& dtModified) {
         const QString strNewPath = m_folder.StatusPath(QStringLiteral("new"));
-        return WriteBytes(strNewPath, EncodeStatusReply(Reply(byStatus))) &&
+        return WriteFile(strNewPath, EncodeStatusReply(Reply(byStatus))) &&
                SetModificationTime(strNewPath, dtModified) &&
                std::rename(QFile::encodeName(strNewPath).constData(), QFile::encodeName(StatusPath(1)).constData()) ==
                    0;

@@ -27,12 +27,6 @@ QDateTime ModificationTime()
     return QFileInfo(StatusPath()).lastModified();
 }
 
-bool SetModificationTime(const QDateTime& dtModified)
-{
-    QFile file(StatusPath());
-    return file.open(QIODevice::ReadWrite) && file.setFileTime(dtModified, QFileDevice::FileModificationTime);
-}
-
 } // namespace
 
 class tst_StatusTransports : public QObject
@@ -114,7 +108,7 @@ void tst_StatusTransports::anyOtherTimeStampIsRead()
     QFETCH(int, iMSec);
     QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
-    QVERIFY(SetModificationTime(ModificationTime().addMSecs(iMSec)));
+    QVERIFY(SetModificationTime(StatusPath(), ModificationTime().addMSecs(iMSec)));
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
 }
 
@@ -122,12 +116,12 @@ void tst_StatusTransports::deletedFileIsReadAgainInSpiteOfItsTimeStamp()
 {
     QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
     const QDateTime dtModified = QDateTime(QDate(2026, 3, 1), QTime(12, 0));
-    QVERIFY(SetModificationTime(dtModified));
+    QVERIFY(SetModificationTime(StatusPath(), dtModified));
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
 
     // Replaced while nobody looked: the time is all that counts.
     QVERIFY(StatusFolder().WriteStatus(c_strName, ReplyInState(0x02)));
-    QVERIFY(SetModificationTime(dtModified));
+    QVERIFY(SetModificationTime(StatusPath(), dtModified));
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
 
     QVERIFY(StatusFolder().RemoveStatus(c_strName));
@@ -137,7 +131,7 @@ void tst_StatusTransports::deletedFileIsReadAgainInSpiteOfItsTimeStamp()
     QCOMPARE(m_state.enCurrentStatus, 8);
 
     QVERIFY(StatusFolder().WriteStatus(c_strName, ReplyInState(0x02)));
-    QVERIFY(SetModificationTime(dtModified));
+    QVERIFY(SetModificationTime(StatusPath(), dtModified));
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
     QCOMPARE(m_state.enCurrentStatus, 5);
 }

@@ -67,6 +67,7 @@ private slots:
     void encodesIntoAFile();
     void tellsOfAFullDisk_data();
     void tellsOfAFullDisk();
+    void leavesNothingWhenItCannotTellTheFolder();
     void encodeRefuses_data();
     void encodeRefuses();
 };
@@ -737,6 +738,17 @@ void tst_vora_printer_sim::tellsOfAFullDisk()
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 74);
     QVERIFY(process.readAllStandardError().startsWith("vora-printer-sim: cannot write to standard output: "));
+}
+
+void tst_vora_printer_sim::leavesNothingWhenItCannotTellTheFolder()
+{
+    const QString strRoot = QStringLiteral("/tmp/untold");
+    QProcess process;
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start(c_strProgram, {QStringLiteral("--root"), strRoot, QStringLiteral("everyday")});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 74);
+    QCOMPARE(QDir(strRoot + QStringLiteral("/cfg")).entryList(QDir::Files), QStringList());
 }
 
 void tst_vora_printer_sim::encodeRefuses_data()

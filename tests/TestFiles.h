@@ -3,11 +3,12 @@
 
 #pragma once
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
-// Files that the tests of the windows and of the program put into their private folders.
+// Files that the tests put into their private folders.
 
 /// Writes a file, its folder too when that is missing.
 inline bool WriteFile(const QString& strPath, const QByteArray& content)
@@ -29,4 +30,10 @@ inline bool WriteScript(const QString& strPath, const QByteArray& commands)
 {
     return WriteFile(strPath, "#!/bin/sh\n" + commands) &&
            QFile::setPermissions(strPath, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+inline bool SetModificationTime(const QString& strPath, const QDateTime& dtModified)
+{
+    QFile file(strPath);
+    return file.open(QIODevice::ReadWrite) && file.setFileTime(dtModified, QFileDevice::FileModificationTime);
 }
