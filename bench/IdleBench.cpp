@@ -19,7 +19,7 @@ namespace {
 QStringList WatchedPaths(int iCount)
 {
     const DriverFolder folder(c_strCfgPath);
-    QStringList listPath{c_strCfgPath + c_strPrinterListName};
+    QStringList listPath{folder.ListPath()};
     for (int i = 0; i < iCount; ++i) {
         listPath.append(folder.StatusPath(BenchPrinterName(i)));
     }
