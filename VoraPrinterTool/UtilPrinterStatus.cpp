@@ -16,21 +16,25 @@ constexpr unsigned long c_dwMaxSuppliesData = 65; // what a supplies record of t
 template <std::size_t iSize>
 void CopyBounded(std::array<char, iSize>& target, const unsigned char* pData, unsigned long dwLength)
 {
-    std::memcpy(target.data(), pData, std::min<unsigned long>(dwLength, iSize - 1));
+    if (dwLength >= iSize - 1) {
+        std::memcpy(target.data(), pData, iSize - 1); // a length known beforehand is copied without a call
+    } else {
+        std::memcpy(target.data(), pData, dwLength);
+    }
 }
 
 /// The reply's bytes from front to back: every read first checks that its bytes are there.
 class Reader
 {
 public:
-    Reader(const unsigned char* pBuffer, unsigned long dwLength) : m_pNext(pBuffer), m_dwLeft(dwLength) {}
+    Reader(unsigned char* pBuffer, unsigned long dwLength) : m_pNext(pBuffer), m_dwLeft(dwLength) {}
 
-    const unsigned char* Take(unsigned long dwLength)
+    unsigned char* Take(unsigned long dwLength)
     {
         if (dwLength > m_dwLeft) {
             return nullptr;
         }
-        const unsigned char* pTaken = m_pNext;
+        unsigned char* pTaken = m_pNext;
         m_pNext += dwLength;
         m_dwLeft -= dwLength;
         return pTaken;
@@ -92,7 +96,7 @@ public:
     }
 
 private:
-    const unsigned char* m_pNext;
+    unsigned char* m_pNext;
     unsigned long m_dwLeft;
 };
 
@@ -119,41 +123,32 @@ bool UtilPrinterStatus::parseRecvBuf(unsigned char* pBuffer, unsigned long dwLen
     }
     m_dwSuppliesCount = m_bySuppliesCount;
 
-    // Cleared once and not for each record: a record without data has the first byte of the one before it.
-    std::array<unsigned char, c_dwMaxSuppliesData> staging{};
+    unsigned char byNone = 0;
+    unsigned char* pLastData = &byNone; // a record without data has the first byte of the one before it
     for (unsigned long i = 0; i < m_dwSuppliesCount; ++i) {
-        Raw2 rawKey{};
-        unsigned long dwKey = 0;
-        unsigned char byLength = 0;
-        const unsigned char* pData =
-            reader.Number(rawKey, dwKey) && reader.Byte(byLength) ? reader.Take(byLength) : nullptr;
+        const unsigned char* pHead = reader.Take(3); // key and length
+        const unsigned char byLength = pHead != nullptr ? pHead[2] : 0;
+        unsigned char* pData = pHead != nullptr ? reader.Take(byLength) : nullptr;
         if (pData == nullptr) {
             return false;
         }
-        if (byLength > staging.size()) {
+        if (byLength > c_dwMaxSuppliesData) {
             std::abort(); // no printer sends this: the reply is not one, and nothing that it says can be trusted
         }
-        std::memcpy(staging.data(), pData, byLength);
-        setSuppliesData(dwKey, staging.data(), byLength);
+        if (byLength > 0) {
+            pLastData = pData;
+        }
+        setSuppliesData(byteToDWORD(pHead, 2), pLastData, byLength);
     }
     return true;
 }
 
-unsigned long UtilPrinterStatus::byteToDWORD(unsigned char* pData, unsigned long dwLength)
-{
-    const unsigned long dwBytes = dwLength >= 2 && dwLength <= 4 ? dwLength : 1;
-    unsigned long dwValue = 0;
-    for (unsigned long i = 0; i < dwBytes; ++i) {
-        dwValue = dwValue << 8U | pData[i];
-    }
-    return dwValue;
-}
-
 void UtilPrinterStatus::setSuppliesData(unsigned long dwKey, unsigned char* pData, unsigned long dwLength)
 {
-    const auto store = [pData, dwLength](auto& raw, unsigned long& dwValue) {
+    const unsigned long dwNumber = byteToDWORD(pData, dwLength);
+    const auto store = [pData, dwLength, dwNumber](auto& raw, unsigned long& dwValue) {
         CopyBounded(raw, pData, dwLength);
-        dwValue = byteToDWORD(pData, dwLength);
+        dwValue = dwNumber;
     };
     switch (dwKey) {
     case 0x0000: CopyBounded(m_supplySerialNumber, pData, dwLength); break;
