@@ -59,7 +59,7 @@ stReplyEntry State(unsigned long dwRawCode)
 stReplyEntry Codes(enReplyField enField, const std::vector<unsigned long>& listCode)
 {
     stReplyEntry entry{enEntryCodes, &FieldLabel(enField)};
-    entry.listCode = listCode;
+    entry.pListCode = &listCode;
     return entry;
 }
 
@@ -81,24 +81,24 @@ std::vector<stReplyEntry> ReplyEntries(const StatusReport& report)
     const UtilPrinterStatus& decoder = report.m_decoder;
     const stPrinterState& state = report.m_state;
     const ReplyLayout& layout = report.m_layout;
-    std::vector<stReplyEntry> listEntry = {
-        Text(enFieldUnexamined, QString::fromLatin1(report.m_reply.left(7).toHex())),
-        Raw(enFieldHeader, decoder.m_byHeader, 1),
-        Raw(enFieldHeaderField1, decoder.m_headerField1),
-        Raw(enFieldHeaderField2, decoder.m_headerField2),
-        Text(enFieldVendor, state.strVenderName),
-        Text(enFieldProduct, state.strProductName),
-        Text(enFieldSerial, state.strPrinterSerialNumber),
-        Raw(enFieldAfterSerial, decoder.m_afterSerialNumber),
-        State(decoder.m_dwStatus),
-        Text(enFieldFirmware, state.strFWVersion),
-        Text(enFieldFifthString, QString::fromLatin1(decoder.m_fifthString.data())),
-        Codes(enFieldError, decoder.m_listErrorCode),
-        Codes(enFieldWarning, decoder.m_listWarningCode),
-        Raw(enFieldBeforeSupplies, decoder.m_byBeforeSupplies, 1),
-        Raw(enFieldBeforeSupplies1, decoder.m_beforeSupplies1),
-        Raw(enFieldBeforeSupplies2, decoder.m_beforeSupplies2),
-    };
+    std::vector<stReplyEntry> listEntry;
+    listEntry.reserve(18 + c_counterList.size());
+    listEntry.push_back(Text(enFieldUnexamined, QString::fromLatin1(report.m_reply.left(7).toHex())));
+    listEntry.push_back(Raw(enFieldHeader, decoder.m_byHeader, 1));
+    listEntry.push_back(Raw(enFieldHeaderField1, decoder.m_headerField1));
+    listEntry.push_back(Raw(enFieldHeaderField2, decoder.m_headerField2));
+    listEntry.push_back(Text(enFieldVendor, state.strVenderName));
+    listEntry.push_back(Text(enFieldProduct, state.strProductName));
+    listEntry.push_back(Text(enFieldSerial, state.strPrinterSerialNumber));
+    listEntry.push_back(Raw(enFieldAfterSerial, decoder.m_afterSerialNumber));
+    listEntry.push_back(State(decoder.m_dwStatus));
+    listEntry.push_back(Text(enFieldFirmware, state.strFWVersion));
+    listEntry.push_back(Text(enFieldFifthString, QString::fromLatin1(decoder.m_fifthString.data())));
+    listEntry.push_back(Codes(enFieldError, decoder.m_listErrorCode));
+    listEntry.push_back(Codes(enFieldWarning, decoder.m_listWarningCode));
+    listEntry.push_back(Raw(enFieldBeforeSupplies, decoder.m_byBeforeSupplies, 1));
+    listEntry.push_back(Raw(enFieldBeforeSupplies1, decoder.m_beforeSupplies1));
+    listEntry.push_back(Raw(enFieldBeforeSupplies2, decoder.m_beforeSupplies2));
     listEntry.push_back(Supplies(enEntryText, layout, 0x0000));
     listEntry.back().strText = state.strSupplySerialNumber;
     listEntry.push_back(Supplies(enEntryNumber, layout, 0x0001));

@@ -14,7 +14,7 @@ enum enReplyEntryKind
     enEntryRaw,    ///< dwValue, iBytes wide, that the program does not interpret
     enEntryText,   ///< strText
     enEntryState,  ///< dwValue
-    enEntryCodes,  ///< listCode
+    enEntryCodes,  ///< *pListCode
     enEntryNumber, ///< dwValue; 0 when the reply has no record for it
 };
 
@@ -26,11 +26,11 @@ struct stReplyEntry
     unsigned long dwValue = 0;
     int iBytes = 0;
     QString strText{};
-    std::vector<unsigned long> listCode{};
-    bool bSupplies = false; ///< from a supplies record of the key dwKey
+    const std::vector<unsigned long>* pListCode = nullptr; ///< the report's own
+    bool bSupplies = false;                                ///< from a supplies record of the key dwKey
     unsigned long dwKey = 0;
     bool bPresent = true; ///< the reply has such a record
 };
 
-/// Every value of a decoded reply as the program's decoder has it, in the order of the reply.
+/// Every value of a decoded reply as the program's decoder has it, in the order of the reply. Called from any thread.
 std::vector<stReplyEntry> ReplyEntries(const StatusReport& report);

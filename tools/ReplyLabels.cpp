@@ -3,8 +3,6 @@
 
 #include "ReplyLabels.h"
 
-#include "UtilStatusIdParser.h"
-
 #include <algorithm>
 
 namespace {
@@ -63,25 +61,6 @@ const std::array<stSuppliesLabel, 14> c_suppliesLabelList = {{
     {0x4343, {"yellow", {"yellow ink left, per cent", "黄色墨水剩余百分比"}}},
 }};
 
-QByteArray WithMeaning(QByteArray text, const QString& strMeaning)
-{
-    if (!strMeaning.isEmpty()) {
-        text += ' ' + strMeaning.toUtf8();
-    }
-    return text;
-}
-
-/// Control characters and those that turn the direction of the text.
-bool IsObeyed(QChar character)
-{
-    return character.category() == QChar::Other_Control || character.category() == QChar::Other_Format;
-}
-
-bool NeedsEscape(QChar character)
-{
-    return IsObeyed(character) || character == QLatin1Char('\\');
-}
-
 } // namespace
 
 const stReplyLabel& FieldLabel(enReplyField enField)
@@ -94,54 +73,4 @@ const stReplyLabel* SuppliesLabel(unsigned long dwKey)
     const auto found = std::find_if(c_suppliesLabelList.begin(), c_suppliesLabelList.end(),
                                     [dwKey](const stSuppliesLabel& row) { return row.dwKey == dwKey; });
     return found == c_suppliesLabelList.end() ? nullptr : &found->label;
-}
-
-QByteArray RawText(unsigned long dwValue, int iBytes)
-{
-    QByteArray text(2 + 2 * iBytes, '0');
-    text[1] = 'x';
-    for (int i = 2 * iBytes + 1; i > 1; --i) {
-        text[i] = "0123456789ABCDEF"[dwValue & 0xFU];
-        dwValue >>= 4U;
-    }
-    return text;
-}
-
-QByteArray StateText(unsigned long dwRawCode, enLanguage enLang)
-{
-    return WithMeaning(RawText(dwRawCode, 1), GetStatusText(GetPrinterStatusEnum(dwRawCode), enLang));
-}
-
-QByteArray CodeText(unsigned long dwRawCode, enLanguage enLang)
-{
-    const enErrorStatus enError = GetErrorStatusEnum(dwRawCode);
-    QString strMeaning = GetErrorText(enError, enLang);
-    const QString strEnglish = GetErrorText(enError, enLanguageEnglish);
-    if (strMeaning.isEmpty() && !strEnglish.isEmpty()) {
-        strMeaning = QLatin1Char('[') + strEnglish + QLatin1Char(']');
-    }
-    return WithMeaning(RawText(dwRawCode, 2), strMeaning);
-}
-
-QByteArray Printable(const QString& strText)
-{
-    if (std::none_of(strText.begin(), strText.end(), NeedsEscape)) {
-        return strText.toUtf8();
-    }
-    QString strPrintable;
-    for (const QChar character : strText) {
-        if (IsObeyed(character)) {
-            strPrintable += QString::asprintf(character.unicode() <= 0xFF ? "\\x%02X" : "\\u%04X", character.unicode());
-        } else if (character == QLatin1Char('\\')) {
-            strPrintable += QStringLiteral("\\\\");
-        } else {
-            strPrintable += character;
-        }
-    }
-    return strPrintable.toUtf8();
-}
-
-QByteArray Quoted(const QString& strText)
-{
-    return '"' + Printable(strText).replace('"', "\\\"") + '"';
 }

@@ -7,8 +7,15 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr std::size_t c_iUsualFields = 96; // what a reply with all supplies and some codes has, so that none is moved
+
+} // namespace
+
 ReplyLayout::ReplyLayout(const QByteArray& reply) : m_reply(reply)
 {
+    m_listField.reserve(c_iUsualFields);
     if (Walk() && m_iUsedLength < m_reply.size()) {
         const int iLength = static_cast<int>(m_reply.size()) - m_iUsedLength;
         m_listField.push_back({enFieldIgnored, 0, m_iUsedLength, iLength, 0, 0});
@@ -17,9 +24,7 @@ ReplyLayout::ReplyLayout(const QByteArray& reply) : m_reply(reply)
 
 bool ReplyLayout::HasSupplies(unsigned long dwKey) const
 {
-    return std::any_of(m_listField.begin(), m_listField.end(), [dwKey](const stReplyField& field) {
-        return field.enField == enFieldSuppliesKey && field.dwKey == dwKey;
-    });
+    return std::find(m_listSuppliesKey.begin(), m_listSuppliesKey.end(), dwKey) != m_listSuppliesKey.end();
 }
 
 bool ReplyLayout::Walk()
@@ -37,6 +42,7 @@ bool ReplyLayout::Walk()
         return false;
     }
     const int iCount = static_cast<int>(m_listField.back().dwValue);
+    m_listSuppliesKey.reserve(static_cast<std::size_t>(iCount));
     for (int i = 0; i < iCount; ++i) {
         if (!TakeSupplies(i)) {
             return false;
@@ -45,17 +51,18 @@ bool ReplyLayout::Walk()
     return true;
 }
 
-bool ReplyLayout::Take(stReplyField field)
+bool ReplyLayout::Take(const stReplyField& field)
 {
     if (field.iLength > m_reply.size() - m_iUsedLength) {
         m_enFault = enReplyTruncated;
         m_broken = field;
         return false;
     }
-    if (field.iLength > 0) {
-        field.dwValue = UtilPrinterStatus::byteToDWORD(At(field.iOffset), static_cast<unsigned long>(field.iLength));
-    }
     m_listField.push_back(field);
+    if (field.iLength > 0) {
+        m_listField.back().dwValue =
+            UtilPrinterStatus::byteToDWORD(At(field.iOffset), static_cast<unsigned long>(field.iLength));
+    }
     m_iUsedLength += field.iLength;
     return true;
 }
@@ -86,6 +93,7 @@ bool ReplyLayout::TakeSupplies(int iIndex)
     }
     const unsigned long dwKey = m_listField.back().dwValue;
     m_listField.back().dwKey = dwKey;
+    m_listSuppliesKey.push_back(dwKey);
     if (!Take({enFieldSuppliesLength, iIndex, m_iUsedLength, 1, dwKey, 0})) {
         return false;
     }
@@ -107,7 +115,7 @@ bool ReplyLayout::TakeSupplies(int iIndex)
     return true;
 }
 
-unsigned char* ReplyLayout::At(int iOffset)
+const unsigned char* ReplyLayout::At(int iOffset) const
 {
-    return reinterpret_cast<unsigned char*>(m_reply.data()) + iOffset;
+    return reinterpret_cast<const unsigned char*>(m_reply.constData()) + iOffset;
 }

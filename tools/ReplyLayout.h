@@ -85,15 +85,16 @@ public:
 
 private:
     bool Walk();
-    bool Take(stReplyField field);
+    bool Take(const stReplyField& field);
     bool Take(enReplyField enField, int iLength) { return Take({enField, 0, m_iUsedLength, iLength, 0, 0}); }
     bool TakeText(enReplyField enLengthField, enReplyField enTextField);
     bool TakeCodes(enReplyField enCountField, enReplyField enCodeField);
     bool TakeSupplies(int iIndex);
-    unsigned char* At(int iOffset);
+    const unsigned char* At(int iOffset) const;
 
     QByteArray m_reply;
     std::vector<stReplyField> m_listField;
+    std::vector<unsigned long> m_listSuppliesKey;
     stReplyField m_broken;
     enReplyFault m_enFault = enReplyAccepted;
     int m_iUsedLength = 0;

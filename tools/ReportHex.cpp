@@ -5,113 +5,121 @@
 
 #include "ReplyLabels.h"
 #include "ReportText.h"
+#include "ReportWriter.h"
 #include "StatusReport.h"
 
 namespace {
 
 constexpr int c_iBytesPerLine = 8;
 
-QByteArray LatinText(const QByteArray& bytes)
-{
-    return Quoted(QString::fromLatin1(bytes));
-}
-
-QByteArray NumberText(unsigned long dwValue)
-{
-    return QByteArray::number(static_cast<qulonglong>(dwValue));
-}
-
 /// "error 2", "supplies data 1 (black ink left, per cent)": counted from 1, as people do.
-QByteArray FieldName(const stReplyField& field, enLanguage enLang)
+void AddFieldName(ReportWriter& writer, const stReplyField& field)
 {
-    const char* pName = FieldLabel(field.enField).Name(enLang);
+    writer.Add(FieldLabel(field.enField).Name(writer.Language()));
     switch (field.enField) {
     case enFieldError:
     case enFieldWarning:
     case enFieldSuppliesKey:
     case enFieldSuppliesLength:
-    case enFieldSuppliesData: return pName + (' ' + QByteArray::number(field.iIndex + 1));
-    default: return pName;
+    case enFieldSuppliesData: writer.Add(" ").AddNumber(static_cast<unsigned long>(field.iIndex + 1)); break;
+    default: break;
     }
 }
 
-QByteArray SuppliesValue(const stReplyField& field, const QByteArray& bytes, enLanguage enLang)
+void AddSuppliesValue(ReportWriter& writer, const stReplyField& field, const QByteArray& bytes)
 {
     const stReplyLabel* pLabel = SuppliesLabel(field.dwKey);
     if (field.enField == enFieldSuppliesKey) {
-        const char* pUnknown = ByLanguage(enLang, "unknown, skipped", "未知，跳过");
-        return RawText(field.dwKey, 2) + ' ' + (pLabel != nullptr ? pLabel->Name(enLang) : pUnknown);
+        writer.AddRaw(field.dwKey, 2).Add(" ");
+        if (pLabel != nullptr) {
+            writer.Add(pLabel->Name(writer.Language()));
+        } else {
+            writer.Add("unknown, skipped", "未知，跳过");
+        }
+    } else if (pLabel != nullptr && field.dwKey == 0x0000) {
+        writer.AddQuoted(QString::fromLatin1(bytes));
+    } else if (pLabel != nullptr) {
+        writer.AddNumber(field.dwValue);
     }
-    if (pLabel == nullptr) {
-        return QByteArray();
-    }
-    return field.dwKey == 0x0000 ? LatinText(bytes) : NumberText(field.dwValue);
 }
 
-QByteArray FieldValue(const stReplyField& field, const QByteArray& bytes, enLanguage enLang)
+void AddFieldValue(ReportWriter& writer, const stReplyField& field, const QByteArray& bytes)
 {
     switch (field.enField) {
     case enFieldUnexamined:
-    case enFieldIgnored: return QByteArray();
+    case enFieldIgnored: break;
     case enFieldVendor:
     case enFieldProduct:
     case enFieldSerial:
     case enFieldFirmware:
-    case enFieldFifthString: return LatinText(bytes);
-    case enFieldState: return StateText(field.dwValue, enLang);
+    case enFieldFifthString: writer.AddQuoted(QString::fromLatin1(bytes)); break;
+    case enFieldState: writer.AddState(field.dwValue); break;
     case enFieldError:
-    case enFieldWarning: return CodeText(field.dwValue, enLang);
+    case enFieldWarning: writer.AddCode(field.dwValue); break;
     case enFieldHeader:
     case enFieldHeaderField1:
     case enFieldHeaderField2:
     case enFieldAfterSerial:
     case enFieldBeforeSupplies:
     case enFieldBeforeSupplies1:
-    case enFieldBeforeSupplies2: return RawText(field.dwValue, field.iLength);
+    case enFieldBeforeSupplies2: writer.AddRaw(field.dwValue, field.iLength); break;
     case enFieldSuppliesKey:
-    case enFieldSuppliesData: return SuppliesValue(field, bytes, enLang);
-    default: return NumberText(field.dwValue);
+    case enFieldSuppliesData: AddSuppliesValue(writer, field, bytes); break;
+    default: writer.AddNumber(field.dwValue); break;
     }
 }
 
-/// Eight bytes a line, the words beside the first.
-QByteArray Lines(int iOffset, const QByteArray& bytes, const QByteArray& words)
+/// The name and, where there is one, the value.
+std::string Words(const stReplyField& field, const QByteArray& bytes, enLanguage enLang)
 {
-    QByteArray lines;
+    std::string value;
+    ReportWriter valueWriter(value, enLang);
+    AddFieldValue(valueWriter, field, bytes);
+    std::string words;
+    ReportWriter writer(words, enLang);
+    AddFieldName(writer, field);
+    if (!value.empty()) {
+        writer.Add(": ", "：").Add(value);
+    }
+    return words;
+}
+
+/// Eight bytes a line, the words beside the first.
+void AddLines(ReportWriter& writer, int iOffset, const QByteArray& bytes, const std::string& words)
+{
     int iDone = 0;
     do {
         QByteArray line = QByteArray::number(iOffset + iDone).rightJustified(6) + "  " +
                           bytes.mid(iDone, c_iBytesPerLine).toHex(' ').toUpper();
         if (iDone == 0) {
-            line = line.leftJustified(8 + 3 * c_iBytesPerLine + 1) + words;
+            line = line.leftJustified(8 + 3 * c_iBytesPerLine + 1);
         }
-        lines += line + '\n';
+        writer.Add(line.constData()).Add(iDone == 0 ? words : std::string()).Add("\n");
         iDone += c_iBytesPerLine;
     } while (iDone < bytes.size());
-    return lines;
 }
 
 } // namespace
 
-QByteArray ReportHex(const StatusReport& report, enLanguage enLang)
+void AddReportHex(const StatusReport& report, enLanguage enLang, std::string& text)
 {
     if (!report.IsReached()) {
-        return QByteArray();
+        return;
     }
-    QByteArray text = ReportHeading(report, enLang);
-    const char* pColon = ByLanguage(enLang, ": ", "：");
+    ReportWriter writer(text, enLang);
+    AddReportHeading(report, writer);
     for (const stReplyField& field : report.m_layout.Fields()) {
         const QByteArray bytes = report.m_reply.mid(field.iOffset, field.iLength);
-        const QByteArray value = FieldValue(field, bytes, enLang);
-        QByteArray words = FieldName(field, enLang);
-        if (!value.isEmpty()) {
-            words += pColon + value;
-        }
-        text += Lines(field.iOffset, bytes, words);
+        AddLines(writer, field.iOffset, bytes, Words(field, bytes, enLang));
     }
     if (report.m_layout.Fault() == enReplyTruncated) {
         const stReplyField& broken = report.m_layout.BrokenField();
-        text += Lines(broken.iOffset, report.m_reply.mid(broken.iOffset), FieldName(broken, enLang));
+        std::string name;
+        ReportWriter nameWriter(name, enLang);
+        AddFieldName(nameWriter, broken);
+        AddLines(writer, broken.iOffset, report.m_reply.mid(broken.iOffset), name);
     }
-    return report.IsRejected() ? text + report.FailureText(enLang).toUtf8() + '\n' : text;
+    if (report.IsRejected()) {
+        writer.AddPrintable(report.FailureText(enLang)).Add("\n");
+    }
 }

@@ -34,7 +34,7 @@ QJsonValue EntryValue(const stReplyEntry& entry)
     case enEntryState: return CodeObject(entry.dwValue, GetPrinterStatusEnum(entry.dwValue), GetStatusText);
     case enEntryCodes: {
         QJsonArray listCode;
-        for (const unsigned long dwCode : entry.listCode) {
+        for (const unsigned long dwCode : *entry.pListCode) {
             listCode.append(CodeObject(dwCode, GetErrorStatusEnum(dwCode), GetErrorText));
         }
         return listCode;

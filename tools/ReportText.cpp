@@ -4,123 +4,118 @@
 #include "ReportText.h"
 
 #include "ReplyEntries.h"
+#include "ReportWriter.h"
 #include "StatusReport.h"
 
 #include <algorithm>
 
 namespace {
 
-QByteArray ModelText(const QString& strModel)
+void AddValueMark(ReportWriter& writer)
 {
+    writer.Add(": ", "：");
+}
+
+void AddName(ReportWriter& writer, const char* pEnglish, const char* pChinese)
+{
+    writer.Add("  ").Add(pEnglish, pChinese);
+    AddValueMark(writer);
+}
+
+void AddModel(ReportWriter& writer, const QString& strModel)
+{
+    writer.AddPrintable(strModel);
     const auto* pFound = std::find_if(std::begin(c_stModelInfoList), std::end(c_stModelInfoList),
                                       [&strModel](const stModelInfo& row) { return row.strModel == strModel; });
-    const bool bKnown = pFound != std::end(c_stModelInfoList);
-    return bKnown ? strModel.toUtf8() + " (" + pFound->strDisplayName.toUtf8() + ')' : Printable(strModel);
+    if (pFound != std::end(c_stModelInfoList)) {
+        writer.Add(" (").AddPrintable(pFound->strDisplayName).Add(")");
+    }
 }
 
-QByteArray ConnectionText(const stPrinterInfo& printerInfo, enLanguage enLang)
+void AddPrinter(ReportWriter& writer, const stPrinterInfo& printerInfo)
 {
+    AddName(writer, "status file", "状态文件");
+    writer.AddPrintable(StatusFilePath(printerInfo.strPrinterName)).Add("\n");
+    AddName(writer, "model", "型号");
+    AddModel(writer, printerInfo.enType);
+    writer.Add("\n");
+    AddName(writer, "connection", "连接方式");
     if (printerInfo.iConnectType == c_iConnectUsb) {
-        return "1 USB";
+        writer.Add("1 USB\n");
+    } else {
+        writer.Add(std::to_string(printerInfo.iConnectType)).Add(" network (", " 网络(");
+        writer.AddPrintable(printerInfo.strPort).Add(")\n");
     }
-    return QByteArray::number(printerInfo.iConnectType) + ByLanguage(enLang, " network (", " 网络(") +
-           Printable(printerInfo.strPort) + ')';
+    AddName(writer, "URI", "URI");
+    writer.AddPrintable(printerInfo.strURI).Add("\n");
 }
 
-/// The text of one report, put together in one buffer: support looks at thousands of files at times.
-class ReportLines
+void AddEntryName(ReportWriter& writer, const stReplyEntry& entry)
 {
-public:
-    explicit ReportLines(enLanguage enLang) : m_enLang(enLang) { m_text.reserve(4096); }
-
-    void Add(const QByteArray& text) { m_text.append(text); }
-
-    void AddPrinter(const stPrinterInfo& printerInfo)
-    {
-        AddLine(ByLanguage(m_enLang, "status file", "状态文件"), Printable(StatusFilePath(printerInfo.strPrinterName)));
-        AddLine(ByLanguage(m_enLang, "model", "型号"), ModelText(printerInfo.enType));
-        AddLine(ByLanguage(m_enLang, "connection", "连接方式"), ConnectionText(printerInfo, m_enLang));
-        AddLine("URI", Printable(printerInfo.strURI));
+    writer.Add("  ").Add(entry.pLabel->Name(writer.Language()));
+    if (entry.bSupplies) {
+        writer.Add(" (").AddRaw(entry.dwKey, 2).Add(")");
     }
+    AddValueMark(writer);
+}
 
-    void AddEntry(const stReplyEntry& entry)
-    {
-        if (entry.enKind != enEntryCodes) {
-            AddEntryLine(entry, EntryValue(entry));
-            return;
-        }
-        for (const unsigned long dwCode : entry.listCode) {
-            AddEntryLine(entry, CodeText(dwCode, m_enLang));
-        }
-        if (entry.listCode.empty()) {
-            AddEntryLine(entry, ByLanguage(m_enLang, "none", "无"));
-        }
+/// A line for each code, or one that says that there is none.
+void AddCodes(ReportWriter& writer, const stReplyEntry& entry)
+{
+    for (const unsigned long dwCode : *entry.pListCode) {
+        AddEntryName(writer, entry);
+        writer.AddCode(dwCode).Add("\n");
     }
-
-    const QByteArray& Text() const { return m_text; }
-
-private:
-    void AddLine(const char* pName, const QByteArray& value)
-    {
-        m_text.append("  ").append(pName);
-        AddValue(value);
+    if (entry.pListCode->empty()) {
+        AddEntryName(writer, entry);
+        writer.Add("none", "无").Add("\n");
     }
+}
 
-    void AddEntryLine(const stReplyEntry& entry, const QByteArray& value)
-    {
-        m_text.append("  ").append(entry.pLabel->Name(m_enLang));
-        if (entry.bSupplies) {
-            m_text.append(" (").append(RawText(entry.dwKey, 2)).append(')');
-        }
-        AddValue(value);
+void AddEntry(ReportWriter& writer, const stReplyEntry& entry)
+{
+    if (entry.enKind == enEntryCodes) {
+        AddCodes(writer, entry);
+        return;
     }
-
-    void AddValue(const QByteArray& value)
-    {
-        m_text.append(ByLanguage(m_enLang, ": ", "：")).append(value).append('\n');
+    AddEntryName(writer, entry);
+    switch (entry.enKind) {
+    case enEntryRaw: writer.AddRaw(entry.dwValue, entry.iBytes); break;
+    case enEntryState: writer.AddState(entry.dwValue); break;
+    case enEntryText: writer.AddQuoted(entry.strText); break;
+    default: writer.AddNumber(entry.dwValue); break;
     }
-
-    QByteArray EntryValue(const stReplyEntry& entry) const
-    {
-        const char* pAbsent = entry.bPresent ? "" : ByLanguage(m_enLang, " (not in the reply)", "（应答中没有）");
-        switch (entry.enKind) {
-        case enEntryRaw: return RawText(entry.dwValue, entry.iBytes);
-        case enEntryState: return StateText(entry.dwValue, m_enLang);
-        case enEntryText: return Quoted(entry.strText) + pAbsent;
-        default: return QByteArray::number(static_cast<qulonglong>(entry.dwValue)) + pAbsent;
-        }
+    if (!entry.bPresent) {
+        writer.Add(" (not in the reply)", "（应答中没有）");
     }
-
-    enLanguage m_enLang;
-    QByteArray m_text;
-};
+    writer.Add("\n");
+}
 
 } // namespace
 
-QByteArray ReportText(const StatusReport& report, enLanguage enLang)
+void AddReportText(const StatusReport& report, enLanguage enLang, std::string& text)
 {
     if (!report.IsDecoded() && !report.m_printerInfo) {
-        return QByteArray();
+        return;
     }
-    ReportLines lines(enLang);
-    lines.Add(ReportHeading(report, enLang));
+    ReportWriter writer(text, enLang);
+    AddReportHeading(report, writer);
     if (report.m_printerInfo) {
-        lines.AddPrinter(*report.m_printerInfo);
+        AddPrinter(writer, *report.m_printerInfo);
     }
     if (report.IsDecoded()) {
         for (const stReplyEntry& entry : ReplyEntries(report)) {
-            lines.AddEntry(entry);
+            AddEntry(writer, entry);
         }
     }
-    return lines.Text();
 }
 
-QByteArray ReportHeading(const StatusReport& report, enLanguage enLang)
+void AddReportHeading(const StatusReport& report, ReportWriter& writer)
 {
-    QByteArray heading = Printable(report.m_strName);
+    writer.AddPrintable(report.m_strName);
     if (report.IsReached()) {
-        heading += ByLanguage(enLang, ": ", "：") + QByteArray::number(report.m_reply.size()) +
-                   ByLanguage(enLang, " bytes", "字节");
+        AddValueMark(writer);
+        writer.AddNumber(static_cast<unsigned long>(report.m_reply.size())).Add(" bytes", "字节");
     }
-    return heading + '\n';
+    writer.Add("\n");
 }

@@ -5,13 +5,16 @@
 
 #include "UtilLanguageCtrl.h"
 
-#include <QByteArray>
+#include <string>
 
+class ReportWriter;
 class StatusReport;
 
-/// The report for people, UTF-8: the printer, then one line for each value of the reply. Values that come as numbers
-/// stand with their raw code. Empty when nothing is known.
-QByteArray ReportText(const StatusReport& report, enLanguage enLang);
+// Called from any thread.
+
+/// Appends the report for people, UTF-8: the printer, then one line for each value of the reply. Values that come as
+/// numbers stand with their raw code. Nothing when nothing is known.
+void AddReportText(const StatusReport& report, enLanguage enLang, std::string& text);
 
 /// The line at the head of a report: its name and, when a reply came, the reply's length.
-QByteArray ReportHeading(const StatusReport& report, enLanguage enLang);
+void AddReportHeading(const StatusReport& report, ReportWriter& writer);

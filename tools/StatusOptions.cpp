@@ -82,9 +82,9 @@ bool StatusOptions::Parse(const QStringList& listArgument)
     return true;
 }
 
-QString StatusOptions::HelpText() const
+const char* StatusOptions::HelpText() const
 {
-    return QString::fromUtf8(c_pHelp[m_enLang]);
+    return c_pHelp[m_enLang];
 }
 
 bool StatusOptions::Fail(const char* pEnglish, const char* pChinese, const QString& strDetail)

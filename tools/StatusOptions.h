@@ -22,7 +22,8 @@ public:
     /// m_enLang, which is known in any case.
     bool Parse(const QStringList& listArgument);
 
-    QString HelpText() const;
+    /// What --help prints, UTF-8, in m_enLang.
+    const char* HelpText() const;
 
     enLanguage m_enLang = enLanguageEnglish; ///< the locale's unless the command line names another
     enOutputFormat m_enFormat = enFormatText;

@@ -7,25 +7,24 @@
 
 namespace {
 
-bool Write(std::FILE* pFile, const QByteArray& text)
+bool Write(std::FILE* pFile, std::string_view text)
 {
-    const auto iSize = static_cast<std::size_t>(text.size());
-    return std::fwrite(text.constData(), 1, iSize, pFile) == iSize && std::fflush(pFile) == 0;
+    return std::fwrite(text.data(), 1, text.size(), pFile) == text.size() && std::fflush(pFile) == 0;
 }
 
 } // namespace
 
-bool WriteOutput(const QByteArray& text)
+bool WriteOutput(std::string_view text)
 {
     return Write(stdout, text);
 }
 
-void WriteMessages(const QByteArray& lines)
+void WriteMessages(std::string_view lines)
 {
     Write(stderr, lines);
 }
 
-QByteArray MessageLine(const QByteArray& text)
+std::string MessageLine(const std::string& text)
 {
     return "vora-status: " + text + '\n';
 }

@@ -3,7 +3,8 @@
 
 #pragma once
 
-#include <QByteArray>
+#include <string>
+#include <string_view>
 
 /// Exit statuses; of those up to enExitFailure the highest of all printers counts.
 enum enExitStatus
@@ -14,11 +15,11 @@ enum enExitStatus
     enExitUsage = 64
 };
 
-/// Writes to standard output; false when that cannot be done.
-bool WriteOutput(const QByteArray& text);
+/// Writes UTF-8 to standard output; false when that cannot be done. Called from any thread.
+bool WriteOutput(std::string_view text);
 
-/// Writes to standard error.
-void WriteMessages(const QByteArray& lines);
+/// Writes UTF-8 to standard error; what cannot be written is lost. Called from any thread.
+void WriteMessages(std::string_view lines);
 
-/// One message, UTF-8, as it stands on standard error.
-QByteArray MessageLine(const QByteArray& text);
+/// One message, UTF-8, as it stands on standard error. Called from any thread.
+std::string MessageLine(const std::string& text);

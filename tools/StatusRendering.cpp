@@ -7,6 +7,7 @@
 #include "ReportHex.h"
 #include "ReportJson.h"
 #include "ReportText.h"
+#include "ReportWriter.h"
 #include "StatusFile.h"
 #include "StatusReport.h"
 #include "StatusSource.h"
@@ -18,13 +19,14 @@
 
 namespace {
 
-constexpr int c_iJsonFormat = 1; // counts up when a key goes or changes its meaning
+constexpr int c_iJsonFormat = 1;            // counts up when a key goes or changes its meaning
+constexpr std::size_t c_iBlock = 64 * 1024; // what is written at once
 
-QByteArray JsonDocument(const QJsonArray& listReport, bool bOneLine)
+std::string JsonDocument(const QJsonArray& listReport, bool bOneLine)
 {
     const QJsonDocument document(
         QJsonObject{{QStringLiteral("format"), c_iJsonFormat}, {QStringLiteral("reports"), listReport}});
-    return bOneLine ? document.toJson(QJsonDocument::Compact) + '\n' : document.toJson();
+    return bOneLine ? document.toJson(QJsonDocument::Compact).toStdString() + '\n' : document.toJson().toStdString();
 }
 
 QString Message(const StatusReport& report, enLanguage enLang)
@@ -55,42 +57,63 @@ StatusRendering::StatusRendering(const StatusOptions& options, StatusSource& sou
         } else {
             AddText(report, options.m_enFormat);
         }
-        const QString strMessage = Message(report, m_enLang);
-        if (!strMessage.isEmpty()) {
-            AddMessage(Printable(report.m_strName) + strMessage.toUtf8());
+        if (!options.m_bWatch && m_output.size() >= c_iBlock) {
+            WriteBlock();
         }
+        AddMessage(report);
     });
     if (options.m_enFormat == enFormatJson) {
         // While there is more to come, a document is one line: its reader sees where it ends.
         m_output = JsonDocument(listJson, options.m_bWatch);
     }
     if (!bAny) {
-        AddMessage((c_strCfgPath + c_strPrinterListName).toUtf8() +
-                   ByLanguage(m_enLang, " lists no printers", "没有列出打印机"));
+        m_messages += MessageLine((c_strCfgPath + c_strPrinterListName).toStdString() +
+                                  ByLanguage(m_enLang, " lists no printers", "没有列出打印机"));
     }
 }
 
-bool StatusRendering::Print(const QByteArray& prefix)
+bool StatusRendering::Print(const std::string& prefix)
 {
-    const bool bWritten = WriteOutput(prefix + m_output);
-    if (!bWritten) {
+    m_bWritten = m_bWritten && WriteOutput(prefix + m_output);
+    if (!m_bWritten) {
         m_enExitStatus = enExitFailure;
-        AddMessage(ByLanguage(m_enLang, "the output cannot be written", "无法写出结果"));
+        m_messages += MessageLine(ByLanguage(m_enLang, "the output cannot be written", "无法写出结果"));
     }
     WriteMessages(m_messages);
-    return bWritten;
+    return m_bWritten;
 }
 
 void StatusRendering::AddText(const StatusReport& report, enOutputFormat enFormat)
 {
-    const QByteArray text = enFormat == enFormatHex ? ReportHex(report, m_enLang) : ReportText(report, m_enLang);
-    if (!m_output.isEmpty() && !text.isEmpty()) {
+    const std::size_t iBefore = m_output.size();
+    if (m_bAnyText) {
         m_output += '\n';
     }
-    m_output += text;
+    const std::size_t iStart = m_output.size();
+    if (enFormat == enFormatHex) {
+        AddReportHex(report, m_enLang, m_output);
+    } else {
+        AddReportText(report, m_enLang, m_output);
+    }
+    if (m_output.size() > iStart) {
+        m_bAnyText = true;
+    } else {
+        m_output.resize(iBefore);
+    }
 }
 
-void StatusRendering::AddMessage(const QByteArray& text)
+void StatusRendering::WriteBlock()
 {
-    m_messages += MessageLine(text);
+    m_bWritten = m_bWritten && WriteOutput(m_output);
+    m_output.clear();
+}
+
+void StatusRendering::AddMessage(const StatusReport& report)
+{
+    const QString strMessage = Message(report, m_enLang);
+    if (!strMessage.isEmpty()) {
+        std::string name;
+        ReportWriter(name, m_enLang).AddPrintable(report.m_strName);
+        m_messages += MessageLine(name + strMessage.toStdString());
+    }
 }

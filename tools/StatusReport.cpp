@@ -8,6 +8,8 @@
 #include "TrdGetPrinterStatus.h"
 #include "UtilStatusQuery.h"
 
+#include <utility>
+
 namespace {
 
 const std::array<stReplyLabel, enFailureCount> c_failureLabelList = {{
@@ -117,7 +119,7 @@ void StatusReport::ReadFile(const QString& strPath)
     m_iFileSize = file.m_iSize;
     m_strErrorMessage = file.m_strErrorMessage;
     if (m_enFailure == enFailureNone) {
-        m_reply = file.m_content;
+        m_reply = std::move(file.m_content);
         Decode();
     }
 }

@@ -31,12 +31,12 @@ bool WaitForEnd()
 }
 
 /// What sets one showing apart from the one before it.
-QByteArray Separator(const StatusOptions& options, bool bFirst)
+std::string Separator(const StatusOptions& options, bool bFirst)
 {
     if (::isatty(STDOUT_FILENO) != 0) {
-        return QByteArrayLiteral("\033[H\033[2J"); // wipes the screen
+        return "\033[H\033[2J"; // wipes the screen
     }
-    return bFirst || options.m_enFormat == enFormatJson ? QByteArray() : QByteArrayLiteral("\n");
+    return bFirst || options.m_enFormat == enFormatJson ? "" : "\n";
 }
 
 } // namespace

@@ -14,11 +14,11 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     StatusOptions options;
     if (!options.Parse(QCoreApplication::arguments())) {
-        WriteMessages(MessageLine(options.m_strError.toUtf8()));
+        WriteMessages(MessageLine(options.m_strError.toStdString()));
         return enExitUsage;
     }
     if (options.m_bHelp) {
-        return WriteOutput(options.HelpText().toUtf8()) ? enExitGood : enExitFailure;
+        return WriteOutput(options.HelpText()) ? enExitGood : enExitFailure;
     }
     StatusSource source(options);
     if (options.m_bWatch) {

@@ -80,6 +80,8 @@ private slots:
     void unreadableFile();
     void largeFile();
     void severalFiles();
+    void manyFiles_data();
+    void manyFiles();
     void driverFolder();
     void zeroInANameLeadsToNoOtherFile();
     void driverFolderInChinese();
@@ -573,6 +575,38 @@ void tst_vora_status::severalFiles()
     QCOMPARE(run.messages.count('\n'), 2);
 }
 
+void tst_vora_status::manyFiles_data()
+{
+    QTest::addColumn<QString>("format");
+
+    QTest::newRow("text") << "--lang=en";
+    QTest::newRow("hex") << "--hex";
+}
+
+void tst_vora_status::manyFiles()
+{
+    QFETCH(const QString, format);
+
+    Write(WithErrors({0x6100}), QStringLiteral("one"));
+    Write("broken", QStringLiteral("two"));
+    const QByteArray one = Run({format, QStringLiteral("one")}).output;
+    const QByteArray two = Run({format, QStringLiteral("two")}).output;
+    QStringList listArgument{format};
+    QByteArrayList listOutput;
+    for (int i = 0; i < 300; ++i) {
+        listArgument << QStringLiteral("one") << QStringLiteral("two");
+        listOutput << one;
+        if (!two.isEmpty()) {
+            listOutput << two;
+        }
+    }
+    const stRun run = Run(listArgument);
+    QVERIFY(run.output.size() > 3 * 65536); // more than is written at once
+    QVERIFY(run.output == listOutput.join('\n'));
+    QCOMPARE(run.messages.count("vora-status: two: "), 300);
+    QCOMPARE(run.iExit, 2);
+}
+
 void tst_vora_status::driverFolder()
 {
     const DriverFolder folder = Folder();
@@ -843,6 +877,10 @@ void tst_vora_status::outputNotWritten()
     const stRun run = RunCommand(QStringLiteral("sh"), listShell);
     QCOMPARE(run.messages, QByteArray("vora-status: the output cannot be written\n"));
     QCOMPARE(run.iExit, 2);
+    // More than is written at once: told once nevertheless.
+    const stRun large = RunCommand(QStringLiteral("sh"), listShell + QStringList(300, QStringLiteral("reply.dat")));
+    QCOMPARE(large.messages, QByteArray("vora-status: the output cannot be written\n"));
+    QCOMPARE(large.iExit, 2);
     // Watching makes no sense then.
     const stRun watch = RunCommand(QStringLiteral("sh"), listShell + QStringList(QStringLiteral("--watch")));
     QCOMPARE(watch.messages, QByteArray("vora-status: the output cannot be written\n"));
