@@ -95,9 +95,6 @@ void TrdGetPrinterStatus::PollOnce()
     }
     const bool bForce = m_printerManager.printerState.enCurrentStatus == enStatusOffline;
     const int iResult = GetPrinterStatusFile(m_printerManager.printerInfo.strPrinterName, bForce);
-    if (iResult > 0) {
-        return; // an unchanged file leaves the copy as it is in the list
-    }
     if (iResult < 0) {
         CountFailedRead();
     }
