@@ -3,6 +3,8 @@
 
 #include "TrdDeviceManage.h"
 
+#include "UtilFile.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
@@ -11,8 +13,6 @@
 #include <numeric>
 #include <utility>
 #include <vector>
-
-#include <sys/stat.h>
 
 namespace {
 
@@ -52,19 +52,6 @@ std::vector<int> PrinterIndexes(const QSettings& settings, int iCount)
     }
     std::sort(listIndex.begin(), listIndex.end());
     return listIndex;
-}
-
-/// What differs between two versions of the list file; all zero when there is none.
-std::array<qint64, 6> ListFileStamp()
-{
-    struct stat fileStat = {};
-    (void)::stat(QFile::encodeName(c_strCfgPath + c_strPrinterListName).constData(), &fileStat);
-    return {static_cast<qint64>(fileStat.st_ino),
-            fileStat.st_size,
-            fileStat.st_mtim.tv_sec,
-            fileStat.st_mtim.tv_nsec,
-            fileStat.st_ctim.tv_sec,
-            fileStat.st_ctim.tv_nsec};
 }
 
 bool IsSamePrinter(const stPrinterInfo& left, const stPrinterManager& right)
@@ -155,7 +142,8 @@ void TrdDeviceManage::SlotThreadQuit()
 /// Looking up thousands of unchanged values every three seconds would be most of an idle program's work.
 void TrdDeviceManage::ReadChangedList()
 {
-    const auto stamp = ListFileStamp(); // before the file is read: what is written meanwhile is read by the next pass
+    // Before the file is read: what is written meanwhile is read by the next pass.
+    const FileStamp stamp = StampOfFile(c_strCfgPath + c_strPrinterListName);
     if (stamp == m_listStamp) {
         return;
     }

@@ -5,12 +5,11 @@
 
 #include "PrinterCommon.h"
 #include "QtCompat.h"
+#include "UtilFile.h"
 #include "UtilThreadBase.h"
 
-#include <array>
-
-/// Keeps the shared printer list current: reads the driver package's printer list file every three seconds and, when
-/// the printers differ, replaces the shared list. Lives in a thread of its own.
+/// Keeps the shared printer list current: looks every three seconds whether the driver package's printer list file has
+/// changed, reads it then and, when the printers differ, replaces the shared list. Lives in a thread of its own.
 class TrdDeviceManage : public UtilThreadBase
 {
     Q_OBJECT
@@ -54,6 +53,6 @@ private:
     void ReadChangedList();
     void UpdateSharedList(const QList<stPrinterInfo>& listPrinterInfo);
 
-    std::array<qint64, 6> m_listStamp{};    // of the list file when m_listPrinterInfo was read; zero: read it again
+    FileStamp m_listStamp{};                // of the list file when m_listPrinterInfo was read; zero: read it again
     QList<stPrinterInfo> m_listPrinterInfo; // the printers of the last pass
 };

@@ -229,13 +229,11 @@ int TrdGetPrinterStatus::ReadStatusFile(const QString& strName, bool bForce)
 {
     if (strName != m_strPathName || m_statusPath.isEmpty()) {
         m_strPathName = strName;
-        m_statusPath = QFile::encodeName(StatusFilePath(strName));
+        m_statusPath = SystemPath(StatusFilePath(strName));
     }
     // One system call a second; QFileInfo and local time take three.
     struct stat fileStat = {};
-    const bool bExists = !strName.contains(QChar(0)) && // which would end the path and name another queue's file
-                         ::stat(m_statusPath.constData(), &fileStat) == 0;
-    if (!bExists) {
+    if (::stat(m_statusPath.constData(), &fileStat) != 0) {
         m_dtLastModified = QDateTime();
         return -1;
     }

@@ -4,7 +4,25 @@
 #include "UtilFile.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+QByteArray SystemPath(const QString& strPath)
+{
+    return strPath.contains(QChar(0)) ? QByteArray() : QFile::encodeName(strPath);
+}
+
+FileStamp StampOfFile(const QString& strPath)
+{
+    struct stat fileStat = {};
+    (void)::stat(SystemPath(strPath).constData(), &fileStat);
+    return {static_cast<qint64>(fileStat.st_ino),
+            fileStat.st_size,
+            fileStat.st_mtim.tv_sec,
+            fileStat.st_mtim.tv_nsec,
+            fileStat.st_ctim.tv_sec,
+            fileStat.st_ctim.tv_nsec};
+}
 
 bool OpenWithoutBlocking(QFile& file, const QString& strPath, QIODevice::OpenMode mode, int iFlags)
 {

@@ -3,24 +3,13 @@
 
 #include "StatusFile.h"
 
-#include <QFile>
+#include "UtilFile.h"
 
-#include <array>
 #include <cerrno>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-namespace {
-
-/// The path as the system takes it; empty for one with a zero, which would end it and name another file.
-QByteArray SystemPath(const QString& strPath)
-{
-    return strPath.contains(QChar(0)) ? QByteArray() : QFile::encodeName(strPath);
-}
-
-} // namespace
 
 enStatusFileResult StatusFile::Read()
 {
@@ -48,16 +37,4 @@ enStatusFileResult StatusFile::Read()
     }
     m_content = QByteArray(reinterpret_cast<const char*>(buffer.data()), static_cast<int>(iLength));
     return enStatusFileRead;
-}
-
-QByteArray FileStamp(const QString& strPath)
-{
-    struct stat status = {};
-    if (::stat(SystemPath(strPath).constData(), &status) != 0) {
-        return QByteArray();
-    }
-    // The change time moves with the contents, the mode and the owner.
-    const std::array<qint64, 4> stamp = {static_cast<qint64>(status.st_ino), status.st_size, status.st_ctim.tv_sec,
-                                         status.st_ctim.tv_nsec};
-    return QByteArray(reinterpret_cast<const char*>(stamp.data()), sizeof(stamp));
 }

@@ -34,6 +34,3 @@ public:
 private:
     QString m_strPath;
 };
-
-/// Changes whenever the file at strPath may have changed; empty while there is none.
-QByteArray FileStamp(const QString& strPath);

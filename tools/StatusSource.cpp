@@ -34,12 +34,12 @@ void StatusSource::Collect(const std::function<void(const StatusReport&)>& handl
 bool StatusSource::HasChanged() const
 {
     return m_options.m_bUdp || std::any_of(m_listStamp.begin(), m_listStamp.end(),
-                                           [](const auto& stamp) { return FileStamp(stamp.first) != stamp.second; });
+                                           [](const auto& stamp) { return StampOfFile(stamp.first) != stamp.second; });
 }
 
 void StatusSource::Watch(const QString& strPath)
 {
     if (m_options.m_bWatch) {
-        m_listStamp.emplace_back(strPath, FileStamp(strPath));
+        m_listStamp.emplace_back(strPath, StampOfFile(strPath));
     }
 }

@@ -5,8 +5,7 @@
 
 #include "StatusOptions.h"
 #include "StatusReport.h"
-
-#include <QByteArray>
+#include "UtilFile.h"
 
 #include <functional>
 #include <utility>
@@ -29,5 +28,5 @@ private:
     void Watch(const QString& strPath);
 
     const StatusOptions m_options;
-    std::vector<std::pair<QString, QByteArray>> m_listStamp; ///< paths and what they looked like before they were read
+    std::vector<std::pair<QString, FileStamp>> m_listStamp; ///< paths and what they looked like before they were read
 };
