@@ -9,6 +9,7 @@
 #include "ReplyFields.h"
 
 #include <QFileInfo>
+#include <QJsonArray>
 #include <QSaveFile>
 
 #include <algorithm>
@@ -86,7 +87,7 @@ stStatusReply ReplyFromOptions(const QCommandLineParser& parser)
     try {
         ApplyReplyFields(JsonReader(FieldsOf(parser), QStringLiteral("--")), reply);
     } catch (const InputError& error) {
-        throw stEnd{enExitUsage, error.Message()};
+        throw stEnd{enSimExitUsage, error.Message()};
     }
     return reply;
 }
@@ -96,20 +97,20 @@ void Write(const QByteArray& bytes, const QString& strPath)
     if (strPath.isEmpty()) {
         QFile file;
         if (!file.open(stdout, QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
-            throw stEnd{enExitIo, QStringLiteral("cannot write to standard output: ") + file.errorString()};
+            throw stEnd{enSimExitIo, QStringLiteral("cannot write to standard output: ") + file.errorString()};
         }
         return;
     }
     const QFileInfo fileInfo(strPath);
     if (fileInfo.exists() && !fileInfo.isFile()) {
-        throw stEnd{enExitCannotCreate, QStringLiteral("cannot write %1: not a regular file").arg(strPath)};
+        throw stEnd{enSimExitCannotCreate, QStringLiteral("cannot write %1: not a regular file").arg(strPath)};
     }
     QSaveFile file(strPath);
     if (!file.open(QIODevice::WriteOnly)) {
-        throw stEnd{enExitCannotCreate, QStringLiteral("cannot write %1: %2").arg(strPath, file.errorString())};
+        throw stEnd{enSimExitCannotCreate, QStringLiteral("cannot write %1: %2").arg(strPath, file.errorString())};
     }
     if (file.write(bytes) != bytes.size() || !file.commit()) {
-        throw stEnd{enExitIo, QStringLiteral("cannot write %1: %2").arg(strPath, file.errorString())};
+        throw stEnd{enSimExitIo, QStringLiteral("cannot write %1: %2").arg(strPath, file.errorString())};
     }
 }
 
@@ -123,7 +124,7 @@ void RunEncode(const QStringList& listArgument)
     ParseArguments(parser, listArgument, 0);
     const bool bJson = parser.isSet(c_strJson);
     if (bJson && !FieldsOf(parser).isEmpty()) {
-        throw stEnd{enExitUsage, QStringLiteral("--json: expected no other field beside it")};
+        throw stEnd{enSimExitUsage, QStringLiteral("--json: expected no other field beside it")};
     }
     const stStatusReply reply = bJson ? ReplyFromFile(parser.value(c_strJson)) : ReplyFromOptions(parser);
     Write(EncodeStatusReply(reply), parser.value(c_strOutput));

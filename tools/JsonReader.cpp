@@ -5,6 +5,7 @@
 
 #include "InputError.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
 

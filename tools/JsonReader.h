@@ -3,44 +3,50 @@
 
 #pragma once
 
-#include <QJsonArray>
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QStringList>
 
 #include <optional>
 
-/// A JSON object whose every failure names the key's path ("printers[1].model") and what was expected there.
-/// All functions throw InputError. A key that is missing gives the default; without a default it is required.
+/// A JSON object of which every failure names the key's path ("printers[1].model"), what was expected and what was
+/// found there. What reads a value throws InputError when it is of another kind or out of its bounds. A key that is
+/// missing gives the default; without a default it is required. Used by one thread at a time.
 class JsonReader
 {
 public:
     /// The path stands before every key and ends with a "." unless it is empty.
     JsonReader(const QJsonObject& object, const QString& strPath) : m_object(object), m_strPath(strPath) {}
 
-    /// The first line that is not JSON is named; anything but an object is refused.
+    /// The object of a JSON text, which strSource names in messages. Throws InputError for what is not JSON, naming the
+    /// line, and for a list.
     static JsonReader FromBytes(const QByteArray& json, const QString& strSource);
 
-    /// Every key must be one of these.
+    /// Throws InputError when the object has any other key.
     void AllowOnly(const QStringList& listKey) const;
 
+    // Never throw; the value of a missing key is undefined.
     bool Has(const QString& strKey) const { return m_object.contains(strKey); }
     QJsonValue Value(const QString& strKey) const { return m_object.value(strKey); }
     QJsonObject Object() const { return m_object; }
 
     QString Text(const QString& strKey, const std::optional<QString>& strDefault = {}) const;
     bool Flag(const QString& strKey, bool bDefault) const;
+    /// A number from dMin to dMax, both included.
     double Number(const QString& strKey, double dMin, double dMax, std::optional<double> dDefault = {}) const;
-    /// A whole number, or its hexadecimal text ("0x10").
+    /// A whole number from iMin to iMax, both included, or its hexadecimal text ("0x10").
     qint64 Whole(const QString& strKey, qint64 iMin, qint64 iMax, std::optional<qint64> iDefault = {}) const;
-    /// Pairs of hexadecimal digits.
+    /// iMinSize to iMaxSize bytes as pairs of hexadecimal digits; required.
     QByteArray Hex(const QString& strKey, int iMinSize, int iMaxSize) const;
+    /// The object of the key; required.
     JsonReader Child(const QString& strKey) const;
-    /// A missing list is an empty one.
+    // A list of at most iMax objects, or of values of any kind; a missing list is empty.
     QList<JsonReader> Children(const QString& strKey, int iMax) const;
     QList<QJsonValue> Items(const QString& strKey, int iMax) const;
 
+    /// Throws InputError: at the key strExpected was expected, and its value was found.
     [[noreturn]] void Fail(const QString& strKey, const QString& strExpected) const;
+    /// The same for entry iIndex, from 0, of the key's list.
     [[noreturn]] void FailItem(const QString& strKey, int iIndex, const QString& strExpected) const;
 
 private:
@@ -48,5 +54,6 @@ private:
     QString m_strPath;
 };
 
-/// The number that a JSON number or a hexadecimal text ("0x10") stands for, when it is a whole one.
+/// The whole number that a JSON number (below 9e15) or a hexadecimal text ("0x10") stands for; none for any other
+/// value. Called from any thread.
 std::optional<qint64> WholeNumber(const QJsonValue& value);

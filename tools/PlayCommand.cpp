@@ -13,6 +13,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QRandomGenerator>
 #include <QScopeGuard>
 #include <QTemporaryDir>
 
@@ -50,11 +51,11 @@ std::optional<Number> NumberOption(const QCommandLineParser& parser, const char*
     const bool bInRange = bNumber && dNumber >= static_cast<double>(min) && dNumber <= static_cast<double>(max);
     if (!bInRange || static_cast<double>(static_cast<Number>(dNumber)) != dNumber) {
         const QString strKind = QLatin1String(std::is_integral_v<Number> ? "a whole number" : "a number");
-        throw stEnd{enExitUsage, QStringLiteral("--%1: expected %2 from %3 to %4, found \"%5\"")
-                                     .arg(strOption, strKind)
-                                     .arg(min)
-                                     .arg(max)
-                                     .arg(parser.value(strOption))};
+        throw stEnd{enSimExitUsage, QStringLiteral("--%1: expected %2 from %3 to %4, found \"%5\"")
+                                        .arg(strOption, strKind)
+                                        .arg(min)
+                                        .arg(max)
+                                        .arg(parser.value(strOption))};
     }
     return static_cast<Number>(dNumber);
 }
@@ -64,7 +65,7 @@ QHostAddress UdpAddress(const QString& strAddress)
     QHostAddress address(QHostAddress::LocalHost);
     if (!strAddress.isEmpty() &&
         (!address.setAddress(strAddress) || address.protocol() != QAbstractSocket::IPv4Protocol)) {
-        throw stEnd{enExitUsage, QStringLiteral("--udp: expected an IPv4 address, found \"%1\"").arg(strAddress)};
+        throw stEnd{enSimExitUsage, QStringLiteral("--udp: expected an IPv4 address, found \"%1\"").arg(strAddress)};
     }
     return address;
 }
@@ -75,7 +76,7 @@ QByteArray ScenarioText(const QString& strScenario)
         return BuiltInScenario(strScenario);
     }
     if (!QFile::exists(strScenario)) {
-        throw stEnd{enExitNoInput, QStringLiteral("%1: expected a file or a name of --list").arg(strScenario)};
+        throw stEnd{enSimExitNoInput, QStringLiteral("%1: expected a file or a name of --list").arg(strScenario)};
     }
     return ReadInput(strScenario);
 }
@@ -98,7 +99,7 @@ QString UdpPrinter(const stPlayOptions& options, const stScenario& scenario)
             return options.strUdpPrinter;
         }
     }
-    throw stEnd{enExitUsage,
+    throw stEnd{enSimExitUsage,
                 QStringLiteral("--udp-printer: the scenario has no printer \"%1\"").arg(options.strUdpPrinter)};
 }
 
@@ -107,11 +108,11 @@ std::unique_ptr<QTemporaryDir> MakeTemporaryFolder()
 {
     const QString strParent = QDir::tempPath();
     if (strParent.isEmpty()) { // a TMPDIR that is not there; the new folder would stand in the root of the file system
-        throw stEnd{enExitCannotCreate, QStringLiteral("cannot make a temporary folder: TMPDIR is not a folder")};
+        throw stEnd{enSimExitCannotCreate, QStringLiteral("cannot make a temporary folder: TMPDIR is not a folder")};
     }
     auto pFolder = std::make_unique<QTemporaryDir>(strParent + QStringLiteral("/vora-printer-sim-XXXXXX"));
     if (!pFolder->isValid()) {
-        throw stEnd{enExitCannotCreate, QStringLiteral("cannot make a temporary folder: ") + pFolder->errorString()};
+        throw stEnd{enSimExitCannotCreate, QStringLiteral("cannot make a temporary folder: ") + pFolder->errorString()};
     }
     return pFolder;
 }
@@ -119,7 +120,7 @@ std::unique_ptr<QTemporaryDir> MakeTemporaryFolder()
 void RefuseForeignList(const DriverFolder& folder, bool bForce)
 {
     if (folder.HasForeignList() && !bForce) {
-        throw stEnd{enExitCannotCreate,
+        throw stEnd{enSimExitCannotCreate,
                     QStringLiteral("%1 was not written by this program and stays as it is; --force replaces it")
                         .arg(folder.ListPath())};
     }
@@ -141,28 +142,28 @@ void Listen(StatusResponder& responder, const stPlayOptions& options)
         responder.SetMisbehave();
     }
     if (options.udpAddress && !responder.Listen(*options.udpAddress)) {
-        throw stEnd{enExitUnavailable, QStringLiteral("--udp: cannot listen on %1 port %2: %3")
-                                           .arg(options.udpAddress->toString())
-                                           .arg(StatusResponder::c_wPort)
-                                           .arg(responder.ErrorString())};
+        throw stEnd{enSimExitUnavailable, QStringLiteral("--udp: cannot listen on %1 port %2: %3")
+                                              .arg(options.udpAddress->toString())
+                                              .arg(StatusResponder::c_wPort)
+                                              .arg(responder.ErrorString())};
     }
 }
 
 /// Until the scenario's end, a signal or a failure; tells the folder once the first files are there.
 void PlayToEnd(Player& player, const SignalWatcher& signalWatcher, const QString& strRoot)
 {
-    QObject::connect(&signalWatcher, &SignalWatcher::SgnEnd, qApp, [] { QCoreApplication::exit(enExitOk); });
-    QObject::connect(&player, &Player::SgnFinished, qApp, [] { QCoreApplication::exit(enExitOk); });
-    QObject::connect(&player, &Player::SgnFailed, qApp, [] { QCoreApplication::exit(enExitIo); });
+    QObject::connect(&signalWatcher, &SignalWatcher::SgnEnd, qApp, [] { QCoreApplication::exit(enSimExitOk); });
+    QObject::connect(&player, &Player::SgnFinished, qApp, [] { QCoreApplication::exit(enSimExitOk); });
+    QObject::connect(&player, &Player::SgnFailed, qApp, [] { QCoreApplication::exit(enSimExitIo); });
     const auto cleanUp = qScopeGuard([&player] { player.CleanUp(); }); // when the folder cannot be told, too
-    int iStatus = enExitCannotCreate;
+    int iStatus = enSimExitCannotCreate;
     if (player.Start()) {
         Print(stdout, strRoot);
         iStatus = QCoreApplication::exec();
     }
     player.CleanUp();
     if (!player.ErrorString().isEmpty()) {
-        throw stEnd{iStatus == enExitOk ? enExitIo : iStatus, player.ErrorString()};
+        throw stEnd{iStatus == enSimExitOk ? enSimExitIo : iStatus, player.ErrorString()};
     }
 }
 
@@ -219,7 +220,7 @@ stPlayOptions ReadOptions(const QStringList& listArgument)
 
     if (parser.isSet(QStringLiteral("list"))) {
         PrintList();
-        throw stEnd{enExitOk, QString()};
+        throw stEnd{enSimExitOk, QString()};
     }
     stPlayOptions options;
     options.strScenario = parser.positionalArguments().value(0, c_strDefaultScenario);
@@ -234,7 +235,7 @@ stPlayOptions ReadOptions(const QStringList& listArgument)
     if (parser.isSet(QStringLiteral("udp"))) {
         options.udpAddress = UdpAddress(parser.value(QStringLiteral("udp")));
     } else if (options.bMisbehave || !options.strUdpPrinter.isEmpty()) {
-        throw stEnd{enExitUsage, QStringLiteral("--misbehave and --udp-printer: expected --udp beside them")};
+        throw stEnd{enSimExitUsage, QStringLiteral("--misbehave and --udp-printer: expected --udp beside them")};
     }
     return options;
 }

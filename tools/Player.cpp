@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace {
 constexpr qint64 c_iNever = std::numeric_limits<qint64>::max();

@@ -18,27 +18,31 @@ class Player : public QObject
     Q_OBJECT
 
 public:
-    /// dSpeed: seconds of the scenario in one second. The folder is the caller's and outlives the player.
+    /// dSpeed: seconds of the scenario in one second, more than 0. dwSeed: the same one gives the same course. The
+    /// folder is the caller's and outlives the player.
     Player(const stScenario& scenario, const DriverFolder& folder, double dSpeed, quint32 dwSeed);
 
-    /// Writes the printers as they are at the beginning and starts the clock. Returns false, with an error text, when
-    /// a file could not be written.
+    /// Writes the printers as they are at the beginning and starts the clock; called once. Returns false, with an error
+    /// text, when a file could not be written; the others stay until CleanUp.
     bool Start();
 
-    /// Plays one round although the scenario has more.
+    /// Plays one round although the scenario has more. Called before Start.
     void SetOnce() { m_scenario.bLoop = false; }
 
-    /// Removes every file that was written.
+    /// Stops the clock and removes every file that was written, but not a printer list that somebody else has put in
+    /// its place. What cannot be removed has an error text.
     void CleanUp();
 
-    /// What the printer would answer now; empty when it is not there.
+    /// What the printer would answer now: what its status file is meant to hold. Empty when that is nothing, while the
+    /// printer is not in the list, and for an unknown name.
     QByteArray CurrentReply(const QString& strName) const;
 
+    /// What the first failure was about, for a person; empty while there is none.
     QString ErrorString() const { return m_strError; }
 
 signals:
     void SgnFinished(); ///< the last round has ended
-    void SgnFailed();   ///< a file could not be written; nothing more is played
+    void SgnFailed();   ///< a file could not be written after Start; nothing more is played
 
 private:
     struct stLive

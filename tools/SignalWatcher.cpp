@@ -10,15 +10,18 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-SignalWatcher::SignalWatcher(QObject* parent) : QObject(parent)
+SignalWatcher::SignalWatcher()
 {
     sigset_t signalSet;
     sigemptyset(&signalSet);
     for (const int iSignal : {SIGINT, SIGTERM, SIGHUP}) {
         sigaddset(&signalSet, iSignal);
     }
-    sigprocmask(SIG_BLOCK, &signalSet, nullptr);
     m_iFd = ::signalfd(-1, &signalSet, SFD_CLOEXEC | SFD_NONBLOCK);
+    if (m_iFd < 0) {
+        return; // blocked, they would end nothing any more
+    }
+    sigprocmask(SIG_BLOCK, &signalSet, nullptr);
     auto* pNotifier = new QSocketNotifier(m_iFd, QSocketNotifier::Read, this);
     connect(pNotifier, &QSocketNotifier::activated, this, [this] {
         signalfd_siginfo info{};
@@ -30,5 +33,7 @@ SignalWatcher::SignalWatcher(QObject* parent) : QObject(parent)
 
 SignalWatcher::~SignalWatcher()
 {
-    ::close(m_iFd);
+    if (m_iFd >= 0) {
+        ::close(m_iFd);
+    }
 }

@@ -5,18 +5,19 @@
 
 #include <QObject>
 
-/// Turns SIGINT, SIGTERM and SIGHUP into a Qt signal, so that what is running can be ended in order.
-/// Made once, before any thread is started; from then on these signals no longer end the process.
+/// Turns SIGINT, SIGTERM and SIGHUP into a Qt signal, so that what is running can be ended in order. Made once, in the
+/// main thread, before any other is started; from then on these signals no longer end the process, not even without
+/// this object. When the system has no file descriptor left, they end it as ever.
 class SignalWatcher : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit SignalWatcher(QObject* parent = nullptr);
+    SignalWatcher();
     ~SignalWatcher() override;
 
 signals:
-    void SgnEnd();
+    void SgnEnd(); ///< one of them has come
 
 private:
     int m_iFd;

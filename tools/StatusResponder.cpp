@@ -12,8 +12,7 @@ constexpr int c_iLateMSec = 1500; // a client waits one second
 const QByteArray c_query = QByteArray::fromHex("a5000c50e074080300000000000000");
 } // namespace
 
-StatusResponder::StatusResponder(std::function<QByteArray()> reply, QObject* parent)
-    : QObject(parent), m_reply(std::move(reply))
+StatusResponder::StatusResponder(std::function<QByteArray()> reply) : m_reply(std::move(reply))
 {
     connect(&m_socket, &QUdpSocket::readyRead, this, &StatusResponder::Answer);
 }

@@ -9,7 +9,8 @@
 
 #include <functional>
 
-/// Answers the status query over UDP as a network printer does.
+/// Answers the status query over UDP as a network printer does, and nothing else that comes. Lives in the thread that
+/// made it and needs its event loop. An answer that cannot be sent is lost.
 class StatusResponder : public QObject
 {
     Q_OBJECT
@@ -17,10 +18,10 @@ class StatusResponder : public QObject
 public:
     static constexpr quint16 c_wPort = 9300;
 
-    /// reply gives what the printer answers now; nothing is sent when it is empty.
-    explicit StatusResponder(std::function<QByteArray()> reply, QObject* parent = nullptr);
+    /// reply is called at each datagram and gives what the printer answers now; nothing is sent when it is empty.
+    explicit StatusResponder(std::function<QByteArray()> reply);
 
-    /// Returns false, with an error text, when the address cannot be had.
+    /// Takes c_wPort of the address for itself. Returns false, with an error text, when it cannot be had.
     bool Listen(const QHostAddress& address);
     QString ErrorString() const { return m_socket.errorString(); }
 

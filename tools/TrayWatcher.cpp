@@ -38,7 +38,7 @@ xcb_screen_t* ScreenAt(xcb_connection_t* pX11, int iScreen)
 
 } // namespace
 
-TrayWatcher::TrayWatcher(QObject* parent) : QObject(parent)
+TrayWatcher::TrayWatcher()
 {
     // The host may register long after its watcher; both are announced.
     QDBusConnection bus = QDBusConnection::sessionBus();

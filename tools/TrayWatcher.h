@@ -8,16 +8,17 @@
 struct xcb_connection_t;
 
 /// Tells when the desktop has a place for tray icons: an XEmbed tray on the X display, or a StatusNotifier host on the
-/// session bus. Needs no polling: both announce themselves.
+/// session bus. Needs no polling: both announce themselves. A display or a bus that is not there has no tray. Lives in
+/// the thread that made it and needs its event loop.
 class TrayWatcher : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit TrayWatcher(QObject* parent = nullptr);
+    TrayWatcher();
     ~TrayWatcher() override;
 
-    /// Whether a tray is there now.
+    /// Whether a tray is there now. Waits for the display's answer and, when it has none, for the bus's, 5 s at most.
     bool IsTrayThere() const;
 
 signals:

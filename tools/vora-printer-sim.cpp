@@ -29,9 +29,9 @@ int Run(QStringList listArgument)
         return end.iStatus;
     } catch (const InputError& error) {
         Print(stderr, QStringLiteral("vora-printer-sim: ") + error.Message());
-        return enExitData;
+        return enSimExitData;
     }
-    return enExitOk;
+    return enSimExitOk;
 }
 
 } // namespace
