@@ -14,18 +14,18 @@ struct stCounter
 };
 
 constexpr std::array<stCounter, 12> c_counterList = {{
-    {0x1000, &stPrinterState::dwRemainingToner},
-    {0x1001, &stPrinterState::dwWasteToner},
-    {0x1002, &stPrinterState::dwOPCRotation},
-    {0x1003, &stPrinterState::dwNumberOfPages},
-    {0x1004, &stPrinterState::dwNumberOfPrint},
-    {0x1100, &stPrinterState::dwPrintDotsCount},
-    {0x1101, &stPrinterState::dwPrinterNumOfPages},
-    {0x1102, &stPrinterState::dwPrinterNumOfPrint},
-    {0x4043, &stPrinterState::dwBlackInkRemainer},
-    {0x4143, &stPrinterState::dwBlueInkRemainer},
-    {0x4243, &stPrinterState::dwRedInkRemainer},
-    {0x4343, &stPrinterState::dwYellowInkRemainer},
+    {enSuppliesRemainingToner, &stPrinterState::dwRemainingToner},
+    {enSuppliesWasteToner, &stPrinterState::dwWasteToner},
+    {enSuppliesOPCRotation, &stPrinterState::dwOPCRotation},
+    {enSuppliesNumberOfPages, &stPrinterState::dwNumberOfPages},
+    {enSuppliesNumberOfPrint, &stPrinterState::dwNumberOfPrint},
+    {enSuppliesPrintDotsCount, &stPrinterState::dwPrintDotsCount},
+    {enSuppliesPrinterNumOfPages, &stPrinterState::dwPrinterNumOfPages},
+    {enSuppliesPrinterNumOfPrint, &stPrinterState::dwPrinterNumOfPrint},
+    {enSuppliesBlackInk, &stPrinterState::dwBlackInkRemainer},
+    {enSuppliesBlueInk, &stPrinterState::dwBlueInkRemainer},
+    {enSuppliesRedInk, &stPrinterState::dwRedInkRemainer},
+    {enSuppliesYellowInk, &stPrinterState::dwYellowInkRemainer},
 }};
 
 stReplyEntry Raw(enReplyField enField, unsigned long dwValue, int iBytes)
@@ -99,13 +99,14 @@ std::vector<stReplyEntry> ReplyEntries(const StatusReport& report)
     listEntry.push_back(Raw(enFieldBeforeSupplies, decoder.m_byBeforeSupplies, 1));
     listEntry.push_back(Raw(enFieldBeforeSupplies1, decoder.m_beforeSupplies1));
     listEntry.push_back(Raw(enFieldBeforeSupplies2, decoder.m_beforeSupplies2));
-    listEntry.push_back(Supplies(enEntryText, layout, 0x0000));
+    listEntry.push_back(Supplies(enEntryText, layout, enSuppliesSerialNumber));
     listEntry.back().strText = state.strSupplySerialNumber;
-    listEntry.push_back(Supplies(enEntryNumber, layout, 0x0001));
+    listEntry.push_back(Supplies(enEntryNumber, layout, enSuppliesType));
     listEntry.back().dwValue = decoder.m_dwSupplyType;
     for (const stCounter& counter : c_counterList) {
         // A record of pages gives the prints too.
-        const bool bAlsoPresent = counter.dwKey == 0x1004 && layout.HasSupplies(0x1003);
+        const bool bAlsoPresent =
+            counter.dwKey == enSuppliesNumberOfPrint && layout.HasSupplies(enSuppliesNumberOfPages);
         listEntry.push_back(Supplies(enEntryNumber, layout, counter.dwKey, bAlsoPresent));
         listEntry.back().dwValue = state.*counter.pValue;
     }

@@ -45,20 +45,20 @@ struct stSuppliesLabel
 };
 
 const std::array<stSuppliesLabel, 14> c_suppliesLabelList = {{
-    {0x0000, {"supply-serial", {"supply serial number", "耗材序列号"}}},
-    {0x0001, {"supply-type", {"supply type", "耗材类型"}}},
-    {0x1000, {"remaining-toner", {"toner or ink left over all", "剩余墨粉或墨水总量"}}},
-    {0x1001, {"waste-toner", {"waste toner or ink", "废墨粉或废墨水"}}},
-    {0x1002, {"opc-rotation", {"rotations of the drum", "感光鼓转数"}}},
-    {0x1003, {"pages", {"pages", "页数"}}},
-    {0x1004, {"prints", {"prints", "打印次数"}}},
-    {0x1100, {"print-dots", {"printed dots", "打印点数"}}},
-    {0x1101, {"printer-pages", {"pages of the printer", "打印机页数"}}},
-    {0x1102, {"printer-prints", {"prints of the printer", "打印机打印次数"}}},
-    {0x4043, {"black", {"black ink left, per cent", "黑色墨水剩余百分比"}}},
-    {0x4143, {"cyan", {"cyan ink left, per cent", "青色墨水剩余百分比"}}},
-    {0x4243, {"magenta", {"magenta ink left, per cent", "品红色墨水剩余百分比"}}},
-    {0x4343, {"yellow", {"yellow ink left, per cent", "黄色墨水剩余百分比"}}},
+    {enSuppliesSerialNumber, {"supply-serial", {"supply serial number", "耗材序列号"}}},
+    {enSuppliesType, {"supply-type", {"supply type", "耗材类型"}}},
+    {enSuppliesRemainingToner, {"remaining-toner", {"toner or ink left over all", "剩余墨粉或墨水总量"}}},
+    {enSuppliesWasteToner, {"waste-toner", {"waste toner or ink", "废墨粉或废墨水"}}},
+    {enSuppliesOPCRotation, {"opc-rotation", {"rotations of the drum", "感光鼓转数"}}},
+    {enSuppliesNumberOfPages, {"pages", {"pages", "页数"}}},
+    {enSuppliesNumberOfPrint, {"prints", {"prints", "打印次数"}}},
+    {enSuppliesPrintDotsCount, {"print-dots", {"printed dots", "打印点数"}}},
+    {enSuppliesPrinterNumOfPages, {"printer-pages", {"pages of the printer", "打印机页数"}}},
+    {enSuppliesPrinterNumOfPrint, {"printer-prints", {"prints of the printer", "打印机打印次数"}}},
+    {enSuppliesBlackInk, {"black", {"black ink left, per cent", "黑色墨水剩余百分比"}}},
+    {enSuppliesBlueInk, {"cyan", {"cyan ink left, per cent", "青色墨水剩余百分比"}}},
+    {enSuppliesRedInk, {"magenta", {"magenta ink left, per cent", "品红色墨水剩余百分比"}}},
+    {enSuppliesYellowInk, {"yellow", {"yellow ink left, per cent", "黄色墨水剩余百分比"}}},
 }};
 
 } // namespace

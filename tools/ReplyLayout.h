@@ -41,6 +41,25 @@ enum enReplyField
     enFieldCount
 };
 
+/// Keys of the supplies records that the program knows.
+enum enSuppliesKey : quint16
+{
+    enSuppliesSerialNumber = 0x0000,
+    enSuppliesType = 0x0001,
+    enSuppliesRemainingToner = 0x1000,
+    enSuppliesWasteToner = 0x1001,
+    enSuppliesOPCRotation = 0x1002,
+    enSuppliesNumberOfPages = 0x1003,
+    enSuppliesNumberOfPrint = 0x1004,
+    enSuppliesPrintDotsCount = 0x1100,
+    enSuppliesPrinterNumOfPages = 0x1101,
+    enSuppliesPrinterNumOfPrint = 0x1102,
+    enSuppliesBlackInk = 0x4043,
+    enSuppliesBlueInk = 0x4143,
+    enSuppliesRedInk = 0x4243,
+    enSuppliesYellowInk = 0x4343
+};
+
 struct stReplyField
 {
     enReplyField enField = enFieldUnexamined;
@@ -76,9 +95,6 @@ public:
     /// The field at which a rejected reply broke. Truncated: the first field that is not complete, with the length that
     /// it should have. Too much supplies data: the byte that says so, which is the last of Fields() too.
     const stReplyField& BrokenField() const { return m_broken; }
-
-    /// The bytes that the program reads: all but those after the last supplies record.
-    int UsedLength() const { return m_iUsedLength; }
 
     /// True when the reply has a supplies record of this key.
     bool HasSupplies(unsigned long dwKey) const;

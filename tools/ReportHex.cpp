@@ -21,7 +21,7 @@ void AddFieldName(ReportWriter& writer, const stReplyField& field)
     case enFieldWarning:
     case enFieldSuppliesKey:
     case enFieldSuppliesLength:
-    case enFieldSuppliesData: writer.Add(" ").AddNumber(static_cast<unsigned long>(field.iIndex + 1)); break;
+    case enFieldSuppliesData: writer.Add(" ").AddNumber(static_cast<unsigned long>(field.iIndex) + 1); break;
     default: break;
     }
 }
@@ -36,7 +36,7 @@ void AddSuppliesValue(ReportWriter& writer, const stReplyField& field, const QBy
         } else {
             writer.Add("unknown, skipped", "未知，跳过");
         }
-    } else if (pLabel != nullptr && field.dwKey == 0x0000) {
+    } else if (pLabel != nullptr && field.dwKey == enSuppliesSerialNumber) {
         writer.AddQuoted(QString::fromLatin1(bytes));
     } else if (pLabel != nullptr) {
         writer.AddNumber(field.dwValue);

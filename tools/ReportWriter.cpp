@@ -35,7 +35,7 @@ ReportWriter& ReportWriter::AddNumber(unsigned long dwValue)
 ReportWriter& ReportWriter::AddRaw(unsigned long dwValue, int iBytes)
 {
     std::array<char, 2 + 2 * sizeof(dwValue)> text = {'0', 'x'};
-    const auto iLength = static_cast<std::size_t>(2 + 2 * iBytes);
+    const auto iLength = 2 + 2 * static_cast<std::size_t>(iBytes);
     for (std::size_t i = iLength - 1; i >= 2; --i) {
         text.at(i) = "0123456789ABCDEF"[dwValue & 0xFU];
         dwValue >>= 4U;

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "ReplyLayout.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QtGlobal>
@@ -38,28 +40,9 @@ struct stStatusReply
     QList<stSuppliesRecord> listSupplies;
 };
 
-// Keys of the supplies records.
-enum enSuppliesKey : quint16
-{
-    enSuppliesSerialNumber = 0x0000,
-    enSuppliesType = 0x0001,
-    enSuppliesRemainingToner = 0x1000,
-    enSuppliesWasteToner = 0x1001,
-    enSuppliesOPCRotation = 0x1002,
-    enSuppliesNumberOfPages = 0x1003,
-    enSuppliesNumberOfPrint = 0x1004,
-    enSuppliesPrintDotsCount = 0x1100,
-    enSuppliesPrinterNumOfPages = 0x1101,
-    enSuppliesPrinterNumOfPrint = 0x1102,
-    enSuppliesBlackInk = 0x4043,
-    enSuppliesBlueInk = 0x4143,
-    enSuppliesRedInk = 0x4243,
-    enSuppliesYellowInk = 0x4343
-};
-
 /// A record with a number in the width that printers use for the key: 4 bytes for the type and the page and print
-/// counters, 2 for all others.
+/// counters, 2 for all others, which keep the lower 16 bits. Called from any thread.
 stSuppliesRecord SuppliesNumber(enSuppliesKey enKey, quint32 dwValue);
 
-/// The reply as a printer sends it. Called from any thread.
+/// The reply as a printer sends it; the unexamined bytes are cut or filled up with zeros to 7. Called from any thread.
 QByteArray EncodeStatusReply(const stStatusReply& reply);

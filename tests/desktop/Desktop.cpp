@@ -118,6 +118,16 @@ QStringList Stacking()
     return listId;
 }
 
+QStringList ProcessNames()
+{
+    QStringList listName =
+        Run(QStringLiteral("ps"), {QStringLiteral("-A"), QStringLiteral("-o"), QStringLiteral("comm=")})
+            .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    listName.removeOne(QStringLiteral("ps"));
+    listName.sort();
+    return listName;
+}
+
 void SavePicture(const QString& strPath)
 {
     Run(QStringLiteral("import"), {QStringLiteral("-window"), QStringLiteral("root"), strPath});

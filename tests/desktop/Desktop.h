@@ -61,6 +61,9 @@ QString ActiveWindow();
 /// The ids of the windows that the window manager shows, the topmost last.
 QStringList Stacking();
 
+/// The names of all processes but the one that looks, in their order.
+QStringList ProcessNames();
+
 /// Runs a command to its end and returns its standard output.
 QString Run(const QString& strProgram, const QStringList& listArgument);
 

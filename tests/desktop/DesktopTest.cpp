@@ -5,6 +5,10 @@
 
 #include <QDir>
 
+namespace {
+const QString c_strCancelRuns = QStringLiteral("/tmp/cancel-runs");
+} // namespace
+
 stStatusReply DesktopTest::Reply(quint8 byStatus, const QList<quint16>& listError, const QList<quint16>& listWarning)
 {
     stStatusReply reply;
@@ -105,6 +109,14 @@ void DesktopTest::HideWindow() const
     QTRY_VERIFY(!m_tool->MainWindow());
 }
 
+void DesktopTest::ExitByMenu(int iTimeOutMSec) const
+{
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuExit));
+    QVERIFY(m_tool->Process().waitForFinished(iTimeOutMSec));
+    QCOMPARE(m_tool->Process().exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_tool->Process().exitCode(), 0);
+}
+
 void DesktopTest::FakeProgram(const QString& strName, const QByteArray& script)
 {
     const QString strFolder = QStringLiteral("/tmp/fake-programs");
@@ -113,6 +125,24 @@ void DesktopTest::FakeProgram(const QString& strName, const QByteArray& script)
     if (!path.startsWith(strFolder.toLocal8Bit())) {
         qputenv("PATH", strFolder.toLocal8Bit() + ':' + path);
     }
+}
+
+void DesktopTest::FakeHangingCancel()
+{
+    QFile::remove(c_strCancelRuns);
+    Desktop::Run(QStringLiteral("mkfifo"), {QStringLiteral("/tmp/nobody-writes")});
+    FakeProgram(QStringLiteral("cancel"),
+                "touch " + c_strCancelRuns.toLocal8Bit() + "\nread line < /tmp/nobody-writes\n");
+}
+
+bool DesktopTest::IsCancelRunning()
+{
+    return QFile::exists(c_strCancelRuns);
+}
+
+void DesktopTest::EndHangingCancel()
+{
+    Desktop::Run(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("echo > /tmp/nobody-writes")});
 }
 
 void DesktopTest::Preload(const char* pModule)

@@ -41,11 +41,19 @@ protected:
     /// Closes the main window and waits until it has gone.
     void HideWindow() const;
 
+    /// Ends the tool by its menu: in time, and without failure.
+    void ExitByMenu(int iTimeOutMSec = 2000) const;
+
     /// Waits until the icon stays where it is: a panel takes it in by steps, between which it is out of sight.
     bool WaitForTrayIcon() const;
 
     /// Puts an executable shell script in front of the system's program of that name. It is gone with the test program.
     static void FakeProgram(const QString& strName, const QByteArray& script);
+
+    /// A "cancel" that hangs until it is told to go on.
+    static void FakeHangingCancel();
+    static bool IsCancelRunning();
+    static void EndHangingCancel();
 
     /// Programs that start after this have a module of ours in them, until LD_PRELOAD is unset.
     static void Preload(const char* pModule);

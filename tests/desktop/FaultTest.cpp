@@ -42,7 +42,7 @@ void FaultTest::CheckNeighbour()
 
 void FaultTest::CheckAnswersAndExit()
 {
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 3));
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuExit));
     QElapsedTimer timer;
     timer.start();
     const bool bEnded = m_tool->Process().waitForFinished(c_iMaxExitMSec);

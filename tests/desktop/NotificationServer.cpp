@@ -3,8 +3,9 @@
 
 #include "NotificationServer.h"
 
+#include "TestFiles.h"
+
 #include <QDBusConnectionInterface>
-#include <QFile>
 #include <QTest>
 
 NotificationServer::~NotificationServer()
@@ -41,6 +42,5 @@ int NotificationServer::Count() const
 
 QByteArray NotificationServer::Output() const
 {
-    QFile file(m_strOutput);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return ReadFile(m_strOutput);
 }

@@ -3,12 +3,11 @@
 
 #include "ProcFile.h"
 
-#include <QFile>
+#include "TestFiles.h"
 
 QByteArray ReadProcFile(const QString& strPath)
 {
-    QFile file(strPath);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return ReadFile(strPath);
 }
 
 qint64 ProcNumber(const QByteArray& text, const QByteArray& key)

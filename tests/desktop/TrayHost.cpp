@@ -3,6 +3,7 @@
 
 #include "TrayHost.h"
 
+#include "TestFiles.h"
 #include "Tool.h"
 
 #include <QDBusConnection>
@@ -10,7 +11,6 @@
 #include <QDBusMessage>
 #include <QDBusReply>
 #include <QDir>
-#include <QFile>
 #include <QTest>
 
 #include <algorithm>
@@ -18,15 +18,14 @@
 namespace {
 
 const QString c_strWatcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+constexpr int c_iMenuEntries = 4;
 const QString c_strPlugin = QStringLiteral("wrapper-2.0"); // the panel runs its tray in a process of this name
 
 /// A panel with nothing but a tray, so that the plugin's one window is the icon.
 bool ConfigureXfcePanel()
 {
     const QString strFolder = QDir::homePath() + QStringLiteral("/.config/xfce4/xfconf/xfce-perchannel-xml");
-    QDir().mkpath(strFolder);
-    QFile file(strFolder + QStringLiteral("/xfce4-panel.xml"));
-    return file.open(QIODevice::WriteOnly) && file.write(R"(<?xml version="1.0" encoding="UTF-8"?>
+    return WriteFile(strFolder + QStringLiteral("/xfce4-panel.xml"), R"(<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
   <property name="configver" type="int" value="2"/>
   <property name="panels" type="array">
@@ -44,7 +43,7 @@ bool ConfigureXfcePanel()
     <property name="plugin-1" type="string" value="systray"/>
   </property>
 </channel>
-)") > 0;
+)");
 }
 
 bool IsWatched()
@@ -154,12 +153,12 @@ bool TrayHost::OpenMenu(const Tool& tool) const
         tool, [&] { return Menu(tool).has_value(); }, Desktop::enButtonRight);
 }
 
-bool TrayHost::ChooseFromMenu(const Tool& tool, int iEntry) const
+bool TrayHost::ChooseFromMenu(const Tool& tool, enMenuEntry entry) const
 {
     if (!OpenMenu(tool)) {
         return false;
     }
     const Desktop::Window menu = *Menu(tool);
-    Desktop::Click(menu, {menu.geometry.width() / 2, menu.geometry.height() * (2 * iEntry + 1) / 8});
+    Desktop::Click(menu, {menu.geometry.width() / 2, menu.geometry.height() * (2 * entry + 1) / (2 * c_iMenuEntries)});
     return true;
 }

@@ -22,6 +22,15 @@ public:
         enXfcePanel ///< StatusNotifier
     };
 
+    /// The menu's entries, from above.
+    enum enMenuEntry
+    {
+        enMenuMainWindow,
+        enMenuUpdateTool,
+        enMenuSettings,
+        enMenuExit
+    };
+
     explicit TrayHost(enKind enTrayKind) : m_enKind(enTrayKind) {}
     ~TrayHost() { Kill(); }
 
@@ -50,8 +59,8 @@ public:
     bool ShowWindow(const Tool& tool) const;
     bool OpenMenu(const Tool& tool) const;
 
-    /// Opens the menu and clicks on one of its four entries, counted from 0.
-    bool ChooseFromMenu(const Tool& tool, int iEntry) const;
+    /// Opens the menu and clicks on one of its entries.
+    bool ChooseFromMenu(const Tool& tool, enMenuEntry entry) const;
 
 private:
     enKind m_enKind;

@@ -3,21 +3,6 @@
 
 #include "DesktopTest.h"
 
-namespace {
-
-/// The names of all processes but those that look.
-QStringList Processes()
-{
-    QStringList listName =
-        Desktop::Run(QStringLiteral("ps"), {QStringLiteral("-A"), QStringLiteral("-o"), QStringLiteral("comm=")})
-            .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    listName.removeOne(QStringLiteral("ps"));
-    listName.sort();
-    return listName;
-}
-
-} // namespace
-
 /// The end by the tray menu's last entry: soon, without failure, and with nothing left behind.
 class tst_Exit : public DesktopTest
 {
@@ -45,7 +30,7 @@ void tst_Exit::Start()
     m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
     QVERIFY(m_tray->Start());
     QCOMPARE(m_tool->RowCount(), 0); // starts the accessibility service
-    m_listBefore = Processes();
+    m_listBefore = Desktop::ProcessNames();
     QFile::remove(QStringLiteral("/tmp/globals-destroyed"));
     Preload(VORA_TELL_DESTRUCTION);
     m_tool->Start();
@@ -56,13 +41,9 @@ void tst_Exit::Start()
 
 void tst_Exit::Exit()
 {
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 3));
-    QVERIFY(m_tool->Process().waitForFinished(2000));
-    QCOMPARE(m_tool->Process().exitStatus(), QProcess::NormalExit);
-    QCOMPARE(m_tool->Process().exitCode(), 0);
-    QFile output(m_tool->OutputPath());
-    QVERIFY(output.open(QIODevice::ReadOnly));
-    QCOMPARE(output.readAll(), QByteArray());
+    ExitByMenu();
+    QVERIFY(QFile::exists(m_tool->OutputPath()));
+    QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
 }
 
 void tst_Exit::windowShown()
@@ -70,7 +51,7 @@ void tst_Exit::windowShown()
     Start();
     Exit();
     QVERIFY(AreGlobalsDestroyed());
-    QCOMPARE(Processes(), m_listBefore);
+    QCOMPARE(Desktop::ProcessNames(), m_listBefore);
 }
 
 void tst_Exit::windowHidden()
@@ -79,17 +60,17 @@ void tst_Exit::windowHidden()
     HideWindow();
     Exit();
     QVERIFY(AreGlobalsDestroyed());
-    QCOMPARE(Processes(), m_listBefore);
+    QCOMPARE(Desktop::ProcessNames(), m_listBefore);
 }
 
 void tst_Exit::settingsOpen()
 {
     Start();
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 2));
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuSettings));
     QTRY_VERIFY(m_tool->SettingsWindow());
     Exit();
     QVERIFY(AreGlobalsDestroyed());
-    QCOMPARE(Processes(), m_listBefore);
+    QCOMPARE(Desktop::ProcessNames(), m_listBefore);
 }
 
 void tst_Exit::manyPrinters()
@@ -104,25 +85,23 @@ void tst_Exit::manyPrinters()
     QTRY_COMPARE(m_tool->Cell(199, 3), QStringLiteral("就绪"));
     Exit();
     QVERIFY(AreGlobalsDestroyed());
-    QCOMPARE(Processes(), m_listBefore);
+    QCOMPARE(Desktop::ProcessNames(), m_listBefore);
 }
 
 void tst_Exit::commandHangs()
 {
-    Desktop::Run(QStringLiteral("mkfifo"), {QStringLiteral("/tmp/nobody-writes")});
-    FakeProgram(QStringLiteral("cancel"), "read line < /tmp/nobody-writes\n");
-    m_tool = std::make_unique<Tool>(); // with the new PATH
+    FakeHangingCancel();
     WriteReadyPrinters({QStringLiteral("Office")});
     Start();
     QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
     WriteStatus(QStringLiteral("Office"), Reply(0x03));
-    QTRY_VERIFY(Processes().contains(QStringLiteral("cancel")));
+    QTRY_VERIFY(IsCancelRunning());
     Exit();
     QVERIFY(!AreGlobalsDestroyed());
 
     // The command is the print system's: it may still reach the server, and then ends by itself.
-    Desktop::Run(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("echo > /tmp/nobody-writes")});
-    QTRY_COMPARE(Processes(), m_listBefore);
+    EndHangingCancel();
+    QTRY_COMPARE(Desktop::ProcessNames(), m_listBefore);
 }
 
 QTEST_GUILESS_MAIN(tst_Exit)

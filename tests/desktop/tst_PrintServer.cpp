@@ -28,10 +28,7 @@ const QString c_strExecuted = QStringLiteral("/tmp/part-of-a-name-was-executed")
 /// The arguments of all calls of "cancel", one to a line.
 QStringList CancelCalls()
 {
-    QFile file(c_strCalls);
-    return file.open(QIODevice::ReadOnly)
-               ? QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts)
-               : QStringList();
+    return QString::fromUtf8(ReadFile(c_strCalls)).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
 } // namespace
@@ -53,7 +50,6 @@ private slots:
 private:
     /// Starts the server and the tool with ready printers.
     void StartWithPrinters(const QStringList& listName);
-    void ExitFromTrayMenu();
     void WriteState(const QString& strName, quint8 byStatus) const { WriteStatus(strName, Reply(byStatus)); }
     QString State(int iRow) const { return m_tool->Cell(iRow, c_iStateColumn); }
 
@@ -82,14 +78,6 @@ void tst_PrintServer::StartWithPrinters(const QStringList& listName)
     for (int iRow = 0; iRow < listName.size(); ++iRow) {
         QTRY_COMPARE(State(iRow), c_strReady);
     }
-}
-
-void tst_PrintServer::ExitFromTrayMenu()
-{
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 3));
-    QVERIFY(m_tool->Process().waitForFinished(2000));
-    QCOMPARE(m_tool->Process().exitStatus(), QProcess::NormalExit);
-    QCOMPARE(m_tool->Process().exitCode(), 0);
 }
 
 void tst_PrintServer::cancelsTheFirstWaitingJobOfItsQueue()
@@ -239,7 +227,7 @@ void tst_PrintServer::haltedServerDoesNotDelayTheExit()
 {
     PrintServer server;
     CancelAtHaltedServer(server, {c_strOffice, QStringLiteral("Second"), QStringLiteral("Third")});
-    ExitFromTrayMenu();
+    ExitByMenu();
 }
 
 void tst_PrintServer::absentServerChangesNothing()
@@ -257,7 +245,7 @@ void tst_PrintServer::absentServerChangesNothing()
     WriteState(c_strOffice, c_byReady);
     QTRY_COMPARE(State(1), c_strPrinting);
     QTRY_COMPARE(State(0), c_strReady);
-    ExitFromTrayMenu();
+    ExitByMenu();
 }
 
 QTEST_GUILESS_MAIN(tst_PrintServer)

@@ -96,10 +96,8 @@ void tst_PrinterRows::namesAreShownAsTheyAre()
 
 void tst_PrinterRows::unquotedCommaIsPartOfTheName()
 {
-    QFile file(m_folder.ListPath());
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("[Main]\nCount=1\n[printer_0]\nName=Off,ice\nModel=RA7Q\nConnectType=0\nPort=10.0.0.1\nURI=ipp://a,b\n");
-    file.close();
+    QVERIFY(WriteFile(m_folder.ListPath(), "[Main]\nCount=1\n[printer_0]\nName=Off,ice\nModel=RA7Q\nConnectType=0\n"
+                                           "Port=10.0.0.1\nURI=ipp://a,b\n"));
     WriteStatus(QStringLiteral("Off,ice"), Reply());
     m_tool->Start();
     QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList{QStringLiteral("Off,ice: 就绪")}, c_iTimeOutMSec);

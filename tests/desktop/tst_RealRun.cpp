@@ -43,10 +43,7 @@ void tst_RealRun::followsTheDriverPackageFromStartToExit()
     QCOMPARE(tool.Process().state(), QProcess::Running);
     QVERIFY(m_tray->ShowWindow(tool));
 
-    QVERIFY(m_tray->ChooseFromMenu(tool, 3)); // exit
-    QVERIFY(tool.Process().waitForFinished(2000));
-    QCOMPARE(tool.Process().exitStatus(), QProcess::NormalExit);
-    QCOMPARE(tool.Process().exitCode(), 0);
+    ExitByMenu();
 }
 
 QTEST_GUILESS_MAIN(tst_RealRun)

@@ -51,13 +51,6 @@ int MainWindows()
     return iCount;
 }
 
-/// The names of all processes that the system shows.
-QStringList ProcessNames()
-{
-    return Desktop::Run(QStringLiteral("ps"), {QStringLiteral("-A"), QStringLiteral("-o"), QStringLiteral("comm=")})
-        .split(QLatin1Char('\n'));
-}
-
 /// A process of any name that does nothing.
 class IdleProcess
 {
@@ -251,9 +244,7 @@ void tst_SecondCopy::leavesTheFirstCopyAlone()
     QTRY_COMPARE(m_tool->RowCount(), 2);
     QCOMPARE(m_tool->MainWindow()->geometry, geometry);
     QCOMPARE(m_tool->TrayIcon()->geometry, icon);
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 3));
-    QVERIFY(m_tool->Process().waitForFinished(2000));
-    QCOMPARE(m_tool->Process().exitCode(), 0);
+    ExitByMenu();
 }
 
 void tst_SecondCopy::toolFolderIsMadeAnew()
@@ -349,7 +340,7 @@ void tst_SecondCopy::otherNamesDoNotCount()
     std::vector<std::unique_ptr<IdleProcess>> listProcess;
     for (const QString& strName : listName) {
         listProcess.push_back(std::make_unique<IdleProcess>(strName));
-        QTRY_VERIFY(ProcessNames().contains(strName));
+        QTRY_VERIFY(Desktop::ProcessNames().contains(strName));
     }
     StartFirstCopy(); // its name begins with the other's
     Tool other(strCopy);
@@ -360,7 +351,7 @@ void tst_SecondCopy::otherNamesDoNotCount()
 void tst_SecondCopy::nameIsAllThatCounts()
 {
     const IdleProcess process(c_strProgram);
-    QTRY_VERIFY(ProcessNames().contains(c_strProgram));
+    QTRY_VERIFY(Desktop::ProcessNames().contains(c_strProgram));
     m_tool->Start();
     QTRY_VERIFY(MessageBox());
     QCOMPARE(MainWindows(), 0);

@@ -22,19 +22,13 @@ public:
     bool Start()
     {
         // It starts the session's programs with its own address. This one passes that on.
-        QFile session(QStringLiteral("/tmp/session"));
-        QFile startup(QDir::homePath() + QStringLiteral("/.xsmstartup"));
-        QFile address(QStringLiteral("/tmp/session-manager"));
-        address.remove();
-        if (!session.open(QIODevice::WriteOnly) || !startup.open(QIODevice::WriteOnly)) {
+        const QString strAddress = QStringLiteral("/tmp/session-manager");
+        QFile::remove(strAddress);
+        if (!WriteScript(QStringLiteral("/tmp/session"), "echo $SESSION_MANAGER > /tmp/session-manager.new\n"
+                                                         "mv /tmp/session-manager.new /tmp/session-manager\n") ||
+            !WriteFile(QDir::homePath() + QStringLiteral("/.xsmstartup"), "/tmp/session\n")) {
             return false;
         }
-        session.write("#!/bin/sh\necho $SESSION_MANAGER > /tmp/session-manager.new\n"
-                      "mv /tmp/session-manager.new /tmp/session-manager\n");
-        session.close();
-        session.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-        startup.write("/tmp/session\n");
-        startup.close();
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("SM_SAVE_DIR"), m_folder.path()); // no session of an earlier test to choose
         m_process.setProcessEnvironment(environment);
@@ -42,19 +36,15 @@ public:
         m_process.setStandardOutputFile(m_strOutput);
         m_process.start(QStringLiteral("stdbuf"),
                         {QStringLiteral("-oL"), QStringLiteral("xsm"), QStringLiteral("-verbose")});
-        if (!QTest::qWaitFor([&] { return Window().has_value() && address.open(QIODevice::ReadOnly); })) {
+        if (!QTest::qWaitFor([&] { return Window().has_value() && QFile::exists(strAddress); })) {
             return false;
         }
-        qputenv("SESSION_MANAGER", address.readAll().trimmed());
+        qputenv("SESSION_MANAGER", ReadFile(strAddress).trimmed());
         return true;
     }
 
     /// How often a text stands in its report.
-    int Count(const char* pText) const
-    {
-        QFile file(m_strOutput);
-        return file.open(QIODevice::ReadOnly) ? static_cast<int>(file.readAll().count(pText)) : 0;
-    }
+    int Count(const char* pText) const { return static_cast<int>(ReadFile(m_strOutput).count(pText)); }
 
     /// What its user does to log out: drags the mouse from the button to its menu's first entry, and names the session.
     bool LogOut() const
@@ -124,15 +114,12 @@ private:
 
 void tst_SessionEnd::StartWithHangingCommand()
 {
-    QFile::remove(QStringLiteral("/tmp/cancel-runs"));
-    Desktop::Run(QStringLiteral("mkfifo"), {QStringLiteral("/tmp/nobody-writes")});
-    FakeProgram(QStringLiteral("cancel"), "touch /tmp/cancel-runs\nread line < /tmp/nobody-writes\n");
-    m_tool = std::make_unique<Tool>(); // with the new PATH
+    FakeHangingCancel();
     WriteReadyPrinters({QStringLiteral("Office"), QStringLiteral("Hall")});
     m_tool->Start();
     QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
     WriteStatus(QStringLiteral("Office"), Reply(0x03));
-    QTRY_VERIFY(QFile::exists(QStringLiteral("/tmp/cancel-runs")));
+    QTRY_VERIFY(IsCancelRunning());
 }
 
 void tst_SessionEnd::signalEndsIt_data()
@@ -169,7 +156,7 @@ void tst_SessionEnd::hangingCommandGetsTheInterrupt()
     WriteStatus(QStringLiteral("Hall"), Reply(0x20));
     QTRY_COMPARE(m_tool->Cell(1, 3), QStringLiteral("清洁模式"));
 
-    Desktop::Run(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("echo > /tmp/nobody-writes")});
+    EndHangingCancel();
     QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在取消任务")); // the command has ended
     QCOMPARE(::kill(id, SIGINT), 0);
     QVERIFY(m_tool->Process().waitForFinished(500));

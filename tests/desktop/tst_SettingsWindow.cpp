@@ -82,7 +82,7 @@ bool tst_SettingsWindow::IsChecked() const
 /// By the tray's menu.
 bool tst_SettingsWindow::Open() const
 {
-    return m_tray->ChooseFromMenu(*m_tool, 2) &&
+    return m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuSettings) &&
            QTest::qWaitFor([this] { return m_tool->SettingsWindow() && CheckBox().has_value(); });
 }
 

@@ -47,18 +47,13 @@ private slots:
 
 void tst_UpdateEntry::eachClickStartsOneMoreTool()
 {
-    QVERIFY(QDir().mkpath(QStringLiteral(VORA_PACKAGE_PATH "bin")));
-    QFile script(c_strUpdateTool);
-    QVERIFY(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\nread line < /tmp/nobody-writes\n");
-    script.close();
-    QVERIFY(script.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    QVERIFY(WriteScript(c_strUpdateTool, "read line < /tmp/nobody-writes\n"));
     Desktop::Run(QStringLiteral("mkfifo"), {QStringLiteral("/tmp/nobody-writes")});
 
     StartWithTray();
     const QString strToolId = QString::number(m_tool->Process().processId());
     for (int iCount = 1; iCount <= 2; ++iCount) {
-        QVERIFY(m_tray->ChooseFromMenu(*m_tool, 1));
+        QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuUpdateTool));
         QTRY_COMPARE(UpdateTools().size(), iCount);
     }
     for (const QString& strUpdateTool : UpdateTools()) {
@@ -70,8 +65,7 @@ void tst_UpdateEntry::eachClickStartsOneMoreTool()
     QTRY_COMPARE(UpdateTools().size(), 1);
     QTRY_COMPARE(Zombies(), QStringList());
 
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 3));
-    QVERIFY(m_tool->Process().waitForFinished(2000));
+    ExitByMenu();
     QCOMPARE(UpdateTools().size(), 1);
     EndProcess(Field(UpdateTools().first(), 0));
     QTRY_COMPARE(UpdateTools(), QStringList());
@@ -80,16 +74,15 @@ void tst_UpdateEntry::eachClickStartsOneMoreTool()
 void tst_UpdateEntry::missingToolIsNoMatter()
 {
     StartWithTray();
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 1));
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuUpdateTool));
     QTRY_VERIFY(!m_tray->Menu(*m_tool));
     QVERIFY(m_tray->OpenMenu(*m_tool)); // the choice is dealt with by then
     Desktop::PressKey(QStringLiteral("Escape"));
     QTRY_VERIFY(!m_tray->Menu(*m_tool));
 
     QCOMPARE(Desktop::Windows(m_tool->Class()).size(), 2); // the window and the icon
-    QFile output(m_tool->OutputPath());
-    QVERIFY(output.open(QIODevice::ReadOnly));
-    QCOMPARE(output.readAll(), QByteArray());
+    QVERIFY(QFile::exists(m_tool->OutputPath()));
+    QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
     QCOMPARE(Zombies(), QStringList());
     QCOMPARE(m_tool->Process().state(), QProcess::Running);
 }

@@ -64,16 +64,13 @@ void tst_Wayland::runsFromStartToExit()
     QCOMPARE(m_tool->Cell(0, 2), QStringLiteral("青色：高   红色：中   黄色：较低   黑色：低"));
 
     QVERIFY(!IsWindowVisible(strSettings));
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 2));
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuSettings));
     QTRY_VERIFY(IsWindowVisible(strSettings));
 
     m_tray->ClickIcon(*m_tool);
     QTRY_VERIFY(IsWindowVisible(strTitle));
 
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 3));
-    QVERIFY(m_tool->Process().waitForFinished(2000));
-    QCOMPARE(m_tool->Process().exitStatus(), QProcess::NormalExit);
-    QCOMPARE(m_tool->Process().exitCode(), 0);
+    ExitByMenu();
 }
 
 QTEST_GUILESS_MAIN(tst_Wayland)

@@ -267,7 +267,8 @@ void tst_Window::hideSwitch()
     QVERIFY(m_tray->Start());
     m_tool->Start(arguments);
     QVERIFY(WaitForTrayIcon());
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 2)); // a main window would be shown before the settings
+    QVERIFY(
+        m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuSettings)); // a main window would be shown before the settings
     QTRY_VERIFY(m_tool->SettingsWindow());
     QVERIFY(!m_tool->MainWindow());
     QVERIFY(m_tray->ShowWindow(*m_tool));

@@ -9,6 +9,8 @@
 #include <QElapsedTimer>
 
 #include <cstdlib>
+#include <functional>
+#include <vector>
 
 namespace {
 
@@ -17,6 +19,7 @@ constexpr int c_iTimeOutMSec = 30000; // for what takes three seconds on an idle
 constexpr int c_iStepsToShow = 3;     // a state is written three seconds before it must be seen
 constexpr int c_iStepsToWarmUp = 20;
 constexpr int c_iStepsToALook = 5;
+constexpr int c_iStepsToAListChange = 3;
 constexpr int c_iLongMinutes = 30;
 constexpr int c_iMaxGrowthKB = 100;   // over the last 20 minutes
 constexpr int c_iLateDescriptors = 4; // what Qt opens for itself after the first look
@@ -35,6 +38,17 @@ const QList<PrinterPark::stState> c_listState = {
 bool Stays(const PrinterPark::stState& state)
 {
     return state.listErrorCode.isEmpty() && state.listWarningCode.isEmpty() && state.byStatus != 0x03;
+}
+
+/// Calls these one after the other until a check has failed, which by itself ends only the function that it stands in.
+void InTurn(const std::vector<std::function<void()>>& listStep)
+{
+    for (const auto& step : listStep) {
+        if (QTest::currentTestFailed()) {
+            return;
+        }
+        step();
+    }
 }
 
 } // namespace
@@ -58,13 +72,25 @@ private:
 
     QStringList ShownRow(int iRow) const;
     bool WaitForRow(int iRow, const QStringList& row) const;
+    void StartBeside(NotificationServer& server, const PrinterPark& park);
+    void TakeStep(const NotificationServer& server, PrinterPark& park, int iStep);
+    void TakeSteps(const NotificationServer& server, PrinterPark& park);
     void ChangeState(PrinterPark& park, int iStep);
     void CheckState(PrinterPark& park, int iStep);
-    QList<int> ChangeList(PrinterPark& park) const;
+    void CheckChangedRows(const PrinterPark& park) const;
+    void ChangeList(PrinterPark& park);
+    int RowToChange(const PrinterPark& park) const;
+    void LookAtTool(int iBalloons);
+    void CheckThatAllHappened(const NotificationServer& server) const;
+    void CheckEveryRow(const PrinterPark& park) const;
+    void CheckGrowth();
     bool WaitForList(int iCount) const;
     stToolFigures SettledFigures(int iWorkers) const;
 
+    QElapsedTimer m_sinceStart;
+    QList<stToolFigures> m_listFigures;
     QList<stWritten> m_listWritten;
+    QList<int> m_listChangedRow; ///< those that the last change of the list made look different
     int m_iStateChanges = 0;
     int m_iListChanges = 0;
 };
@@ -105,8 +131,16 @@ void tst_Endurance::CheckState(PrinterPark& park, int iStep)
     }
 }
 
-/// The rows that must look different then. None of them is one of the printers whose state was just written.
-QList<int> tst_Endurance::ChangeList(PrinterPark& park) const
+/// What the last change of the list was to show, but for the states.
+void tst_Endurance::CheckChangedRows(const PrinterPark& park) const
+{
+    for (const int iRow : m_listChangedRow) {
+        QVERIFY2(WaitForRow(iRow, park.Row(iRow).mid(0, 2)), qPrintable(ShownRow(iRow).join(QLatin1Char(','))));
+    }
+}
+
+/// Neither the row nor the next one is that of a printer whose state was just written.
+int tst_Endurance::RowToChange(const PrinterPark& park) const
 {
     int iRow = m_iListChanges * 13 % (c_iPrinters - 1);
     const auto isWritten = [&](int iAnyRow) {
@@ -116,81 +150,106 @@ QList<int> tst_Endurance::ChangeList(PrinterPark& park) const
     while (isWritten(iRow) || isWritten(iRow + 1)) {
         iRow = (iRow + 1) % (c_iPrinters - 1);
     }
+    return iRow;
+}
+
+void tst_Endurance::ChangeList(PrinterPark& park)
+{
+    const int iRow = RowToChange(park);
     switch (m_iListChanges % 3) {
-    case 0: return park.SwapWithNext(iRow);
-    case 1: return park.Rename(iRow);
-    default: return park.Move(iRow);
+    case 0: m_listChangedRow = park.SwapWithNext(iRow); break;
+    case 1: m_listChangedRow = park.Rename(iRow); break;
+    default: m_listChangedRow = park.Move(iRow); break;
+    }
+    QVERIFY(!m_listChangedRow.isEmpty());
+    ++m_iListChanges;
+}
+
+void tst_Endurance::LookAtTool(int iBalloons)
+{
+    stToolFigures figures = LookAt(m_tool->Process().processId());
+    figures.dMinutes = static_cast<double>(m_sinceStart.elapsed()) / 60000;
+    m_listFigures.append(figures);
+    QCOMPARE(figures.iWorkers, c_iPrinters + 1); // and the list's
+    QVERIFY(figures.iThreads <= m_listFigures.first().iThreads);
+    QVERIFY(figures.iDescriptors <= m_listFigures.first().iDescriptors);
+    QCOMPARE(figures.iZombies, 0);
+    qInfo("%5.1f min: %d kB, %d threads, %d descriptors, %d states, %d lists, %d balloons", figures.dMinutes,
+          figures.iResidentKB, figures.iThreads, figures.iDescriptors, m_iStateChanges, m_iListChanges, iBalloons);
+}
+
+void tst_Endurance::TakeStep(const NotificationServer& server, PrinterPark& park, int iStep)
+{
+    InTurn({[&] { ChangeState(park, iStep); }, [&] { CheckState(park, iStep); }});
+    if (iStep % c_iStepsToAListChange == 0) {
+        InTurn({[&] { CheckChangedRows(park); }, [&] { ChangeList(park); }});
+    }
+    if (iStep >= c_iStepsToWarmUp && iStep % c_iStepsToALook == 0) {
+        InTurn({[&] { LookAtTool(server.Count()); }});
+    }
+}
+
+void tst_Endurance::TakeSteps(const NotificationServer& server, PrinterPark& park)
+{
+    m_sinceStart.start();
+    for (int iStep = 0; m_sinceStart.elapsed() < s_iMinutes * 60000 && !QTest::currentTestFailed(); ++iStep) {
+        QElapsedTimer sinceStep;
+        sinceStep.start();
+        TakeStep(server, park, iStep);
+        QTest::qWait(static_cast<int>(std::max<qint64>(0, 1000 - sinceStep.elapsed())));
+    }
+}
+
+void tst_Endurance::StartBeside(NotificationServer& server, const PrinterPark& park)
+{
+    FakeProgram(QStringLiteral("cancel"), "echo >> /tmp/cancelled\n");
+    QVERIFY(park.WriteAll());
+    // The balloons that Qt draws itself beside an XEmbed icon each leave 2.9 kB behind in Qt 6.4.
+    QVERIFY(server.Start());
+    StartWithTray(TrayHost::enXfcePanel);
+    QVERIFY(WaitForRow(c_iPrinters - 1, park.Row(c_iPrinters - 1)));
+}
+
+void tst_Endurance::CheckThatAllHappened(const NotificationServer& server) const
+{
+    QVERIFY(m_listFigures.size() > 1);
+    QVERIFY(server.Count() > 0);
+    QVERIFY(QFile::exists(QStringLiteral("/tmp/cancelled")));
+}
+
+void tst_Endurance::CheckEveryRow(const PrinterPark& park) const
+{
+    for (int iRow = 0; iRow < c_iPrinters; ++iRow) {
+        QVERIFY2(WaitForRow(iRow, park.Row(iRow)), qPrintable(ShownRow(iRow).join(QLatin1Char(','))));
+    }
+}
+
+void tst_Endurance::CheckGrowth()
+{
+    const double dEndOfFirstThird = static_cast<double>(s_iMinutes) / 3;
+    while (m_listFigures.first().dMinutes < dEndOfFirstThird) {
+        m_listFigures.removeFirst();
+    }
+    const double dGrowthKB = ResidentSlope(m_listFigures) * 20;
+    qInfo("%d kB resident, growing by %.0f kB in 20 minutes (the last two thirds, linear fit)",
+          m_listFigures.last().iResidentKB, dGrowthKB);
+    if (s_iMinutes >= c_iLongMinutes) { // a minute says nothing of the kind
+        QVERIFY2(dGrowthKB < c_iMaxGrowthKB, QByteArray::number(dGrowthKB).constData());
     }
 }
 
 void tst_Endurance::holdsWhatItHeld()
 {
-    FakeProgram(QStringLiteral("cancel"), "echo >> /tmp/cancelled\n");
-    m_tool = std::make_unique<Tool>(); // with the new PATH
     PrinterPark park(m_folder, c_iPrinters);
-    QVERIFY(park.WriteAll());
-    // The balloons that Qt draws itself beside an XEmbed icon each leave 2.9 kB behind in Qt 6.4.
     NotificationServer server;
-    QVERIFY(server.Start());
-    StartWithTray(TrayHost::enXfcePanel);
-    const qint64 iPid = m_tool->Process().processId();
-    QVERIFY(WaitForRow(c_iPrinters - 1, park.Row(c_iPrinters - 1)));
-
-    QList<stToolFigures> listFigures;
-    QList<int> listChangedRow;
-    QElapsedTimer sinceStart;
-    sinceStart.start();
-    for (int iStep = 0; sinceStart.elapsed() < s_iMinutes * 60000; ++iStep) {
-        QElapsedTimer sinceStep;
-        sinceStep.start();
-        ChangeState(park, iStep);
-        CheckState(park, iStep);
-        if (QTest::currentTestFailed()) {
-            return;
-        }
-        if (iStep % 3 == 0) {
-            for (const int iRow : std::as_const(listChangedRow)) {
-                QVERIFY2(WaitForRow(iRow, park.Row(iRow).mid(0, 2)), qPrintable(ShownRow(iRow).join(QLatin1Char(','))));
-            }
-            listChangedRow = ChangeList(park);
-            QVERIFY(!listChangedRow.isEmpty());
-            ++m_iListChanges;
-        }
-        if (iStep >= c_iStepsToWarmUp && iStep % c_iStepsToALook == 0) {
-            stToolFigures figures = LookAt(iPid);
-            figures.dMinutes = static_cast<double>(sinceStart.elapsed()) / 60000;
-            listFigures.append(figures);
-            QCOMPARE(figures.iWorkers, c_iPrinters + 1); // and the list's
-            QVERIFY(figures.iThreads <= listFigures.first().iThreads);
-            QVERIFY(figures.iDescriptors <= listFigures.first().iDescriptors);
-            QCOMPARE(figures.iZombies, 0);
-            qInfo("%5.1f min: %d kB, %d threads, %d descriptors, %d states, %d lists, %d balloons", figures.dMinutes,
-                  figures.iResidentKB, figures.iThreads, figures.iDescriptors, m_iStateChanges, m_iListChanges,
-                  server.Count());
-        }
-        QTest::qWait(static_cast<int>(std::max<qint64>(0, 1000 - sinceStep.elapsed())));
-    }
-
-    QVERIFY(listFigures.size() > 1);
-    QVERIFY(server.Count() > 0);
-    QVERIFY(QFile::exists(QStringLiteral("/tmp/cancelled")));
-    for (int iRow = 0; iRow < c_iPrinters; ++iRow) {
-        QVERIFY2(WaitForRow(iRow, park.Row(iRow)), qPrintable(ShownRow(iRow).join(QLatin1Char(','))));
-    }
-
-    const double dLastThird = static_cast<double>(s_iMinutes) / 3;
-    while (listFigures.first().dMinutes < dLastThird) {
-        listFigures.removeFirst();
-    }
-    const double dGrowthKB = ResidentSlope(listFigures) * 20;
-    qInfo("%d kB resident, growing by %.0f kB in 20 minutes (the last two thirds, linear fit)",
-          listFigures.last().iResidentKB, dGrowthKB);
-    if (s_iMinutes >= c_iLongMinutes) { // a minute says nothing of the kind
-        QVERIFY2(dGrowthKB < c_iMaxGrowthKB, QByteArray::number(dGrowthKB).constData());
-    }
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, 3)); // exit
-    QVERIFY(m_tool->Process().waitForFinished(c_iTimeOutMSec));
-    QCOMPARE(m_tool->Process().exitCode(), 0);
+    InTurn({
+        [&] { StartBeside(server, park); },
+        [&] { TakeSteps(server, park); },
+        [&] { CheckThatAllHappened(server); },
+        [&] { CheckEveryRow(park); },
+        [&] { CheckGrowth(); },
+        [&] { ExitByMenu(c_iTimeOutMSec); },
+    });
 }
 
 bool tst_Endurance::WaitForList(int iCount) const

@@ -4,6 +4,7 @@
 // The tool folder, where everybody may write: what one user plants there under the names that another user's copy will
 // use. The process list's name is tried with the program itself.
 
+#include "TestFiles.h"
 #include "TrdGetPrinterStatus.h"
 #include "UtilLog.h"
 
@@ -105,12 +106,6 @@ void UseName(enName name)
     worker.CheckNeedStatus(iInterval);
 }
 
-QByteArray ReadPrecious()
-{
-    QFile file(c_strPrecious);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QStringList ToolFolder()
 {
     return QDir(c_strTool).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
@@ -137,10 +132,7 @@ void tst_SharedFolder::init()
     QVERIFY(QDir().mkpath(c_strTool) && QDir().mkpath(c_strHome));
     QCOMPARE(::chmod(c_strTool.toLocal8Bit().constData(), 01777), 0);
     QVERIFY(::geteuid() != 0 || ::chown(c_strHome.toLocal8Bit().constData(), c_uidBert, c_uidBert) == 0);
-    QVERIFY(DoAs(c_uidBert, [] {
-        QFile file(c_strPrecious);
-        return file.open(QIODevice::WriteOnly) && file.write("precious") == 8;
-    }));
+    QVERIFY(DoAs(c_uidBert, [] { return WriteFile(c_strPrecious, "precious"); }));
 }
 
 void tst_SharedFolder::nothingPlantedIsWrittenThrough_data()
@@ -184,7 +176,7 @@ void tst_SharedFolder::nothingPlantedIsWrittenThrough()
         UseName(name);
         return true;
     }));
-    QCOMPARE(ReadPrecious(), QByteArray("precious"));
+    QCOMPARE(ReadFile(c_strPrecious), QByteArray("precious"));
     QVERIFY(!QFileInfo::exists(c_strNew));
     if (name == enLog) {
         QCOMPARE(ToolFolder(), before); // it was one of these names

@@ -45,6 +45,14 @@ inline QByteArray ReplyInState(quint8 byStatus)
     return EncodeStatusReply(reply);
 }
 
+/// A reply without texts and codes.
+inline QByteArray ReplyWithSupplies(const QList<stSuppliesRecord>& listSupplies)
+{
+    stStatusReply reply;
+    reply.listSupplies = listSupplies;
+    return EncodeStatusReply(reply);
+}
+
 /// A reply of exactly iSize bytes that ends with a supplies record.
 inline QByteArray ReplyOfSize(int iSize)
 {

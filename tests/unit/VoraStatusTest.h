@@ -3,9 +3,8 @@
 
 #pragma once
 
-#include "DriverFolder.h"
 #include "StatusEncoder.h"
-#include "TestFiles.h"
+#include "StatusFolder.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -85,11 +84,6 @@ inline stPrinterInfo Printer(const QString& strName, const QString& strModel, in
     info.strPort = strPort;
     info.strURI = QStringLiteral("vora://") + strName;
     return info;
-}
-
-inline DriverFolder Folder()
-{
-    return DriverFolder(QStringLiteral("/opt/vora/vora-printer-k507/cfg"));
 }
 
 /// A test of the program, run as users run it. Each function starts in an empty folder and without printers.

@@ -6,11 +6,13 @@
 #include "TrdDeviceManage.h"
 #include "voraprintertoolwidget.h"
 
+#include <QTableWidget>
 #include <QTest>
 #include <QThread>
 #include <QTranslator>
 
 #include <atomic>
+#include <memory>
 
 // What the tests of the main window have in common.
 
@@ -73,6 +75,18 @@ inline void ReportState(VoraPrinterToolWidget& window, const stPrinterState& sta
     ShowPrinters(window, {printer});
     window.SlotUpdatePrinterStatus(0);
 }
+
+inline const QString c_strNoInk = QStringLiteral("青色：无   红色：无   黄色：无   黑色：无");
+
+/// Base of the tests that look into the main window's table.
+class WindowTest : public QObject
+{
+protected:
+    QTableWidget* Table() const { return m_pWindow->findChild<QTableWidget*>(QStringLiteral("tableDeviceManage")); }
+    QString Cell(int iRow, int iColumn) const { return Table()->item(iRow, iColumn)->text(); }
+
+    std::unique_ptr<VoraPrinterToolWidget> m_pWindow;
+};
 
 /// Keeps what it was asked to translate, as "context: text".
 class RecordingTranslator : public QTranslator

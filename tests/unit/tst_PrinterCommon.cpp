@@ -17,9 +17,8 @@ private slots:
     void resetInfo();
     void resetState();
     void newStateIsAResetState();
-    void copiesAreIndependent();
     void countersAreUnsigned64Bit();
-    void catalogueHasSevenModels();
+    void catalogueIsComplete();
     void catalogue_data();
     void catalogue();
     void catalogueNamesFollowFromTheCode();
@@ -118,20 +117,6 @@ void tst_PrinterCommon::newStateIsAResetState()
     CompareWithReset(stPrinterManager().printerState);
 }
 
-void tst_PrinterCommon::copiesAreIndependent()
-{
-    stPrinterManager original;
-    original.printerInfo.strPrinterName = QStringLiteral("Office");
-    original.printerState = FilledState();
-    stPrinterManager copy = original;
-    copy.printerInfo.strPrinterName[0] = QLatin1Char('o');
-    copy.printerState.listErrorStatus.clear();
-    copy.printerState.dwOPCRotation = 0;
-    QCOMPARE(original.printerInfo.strPrinterName, QStringLiteral("Office"));
-    QCOMPARE(original.printerState.listErrorStatus, QList<enErrorStatus>{enErrorNoPaper});
-    QCOMPARE(original.printerState.dwOPCRotation, 16ul);
-}
-
 void tst_PrinterCommon::countersAreUnsigned64Bit()
 {
     stPrinterState state;
@@ -139,7 +124,7 @@ void tst_PrinterCommon::countersAreUnsigned64Bit()
     QCOMPARE(QString::asprintf("%lu", state.dwPrinterNumOfPrint), QStringLiteral("18446744073709551615"));
 }
 
-void tst_PrinterCommon::catalogueHasSevenModels()
+void tst_PrinterCommon::catalogueIsComplete()
 {
     QCOMPARE(std::size(c_stModelInfoList), std::size_t(7));
 }

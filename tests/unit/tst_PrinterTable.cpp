@@ -1,30 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
-#include "DriverFolder.h"
 #include "StatusEncoder.h"
-#include "TestFiles.h"
+#include "StatusFolder.h"
 #include "TrdGetPrinterStatus.h"
 #include "UtilLog.h"
 #include "WindowTest.h"
 
 #include <QHeaderView>
 #include <QSignalSpy>
-#include <QTableWidget>
 #include <QtTest>
 
 #include <atomic>
 #include <future>
-#include <memory>
 #include <thread>
 
-namespace {
-
-const QString c_strNoInk = QStringLiteral("青色：无   红色：无   黄色：无   黑色：无");
-
-} // namespace
-
-class tst_PrinterTable : public QObject
+class tst_PrinterTable : public WindowTest
 {
     Q_OBJECT
 
@@ -49,12 +40,6 @@ private slots:
     void growingListMakesOneWorkerForEachNewRow();
     void shrinkingAndGrowingListMakesFurtherWorkers();
     void reportsOfFilesReachTheTable();
-
-private:
-    QTableWidget* Table() const { return m_pWindow->findChild<QTableWidget*>(QStringLiteral("tableDeviceManage")); }
-    QString Cell(int iRow, int iColumn) const { return Table()->item(iRow, iColumn)->text(); }
-
-    std::unique_ptr<VoraPrinterToolWidget> m_pWindow;
 };
 
 void tst_PrinterTable::init()
@@ -328,7 +313,7 @@ void tst_PrinterTable::shrinkingAndGrowingListMakesFurtherWorkers()
 void tst_PrinterTable::reportsOfFilesReachTheTable()
 {
     m_pWindow.reset();
-    const DriverFolder folder(QStringLiteral("/opt/vora/vora-printer-k507/cfg"));
+    const DriverFolder folder = StatusFolder();
     stStatusReply reply;
     reply.byStatus = 0x10;
     reply.listWarningCode = {0x6160};

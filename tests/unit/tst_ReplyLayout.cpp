@@ -1,19 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#include "EndingSignal.h"
+#include "HandMadeReply.h"
 #include "ReplyLayout.h"
-#include "StatusEncoder.h"
 #include "UtilPrinterStatus.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
 
-#include <csignal>
 #include <map>
-
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -53,37 +49,19 @@ stStatusReply RichReply()
     return reply;
 }
 
-QByteArray WithSupplies(const QList<stSuppliesRecord>& listSupplies)
-{
-    stStatusReply reply;
-    reply.listSupplies = listSupplies;
-    return EncodeStatusReply(reply);
-}
-
 bool Decode(QByteArray reply, UtilPrinterStatus& decoder)
 {
     return decoder.parseRecvBuf(reinterpret_cast<unsigned char*>(reply.data()),
                                 static_cast<unsigned long>(reply.size()));
 }
 
-bool DecoderAccepts(const QByteArray& reply)
-{
-    UtilPrinterStatus decoder;
-    return Decode(reply, decoder);
-}
-
 bool DecoderEndsTheProcess(const QByteArray& reply)
 {
-    const pid_t iChild = ::fork();
-    if (iChild == 0) {
-        const rlimit noCore{0, 0};
-        ::setrlimit(RLIMIT_CORE, &noCore);
-        std::signal(SIGABRT, SIG_DFL); // QtTest reports it otherwise
-        DecoderAccepts(reply);
-        ::_exit(0);
-    }
-    int iStatus = 0;
-    return ::waitpid(iChild, &iStatus, 0) == iChild && WIFSIGNALED(iStatus) && WTERMSIG(iStatus) == SIGABRT;
+    const auto decode = [&] {
+        UtilPrinterStatus decoder;
+        Decode(reply, decoder);
+    };
+    return EndingSignal(decode) == SIGABRT;
 }
 
 /// The numbers of the walker: the last field of each kind, and of supplies data the last of each key.
@@ -211,6 +189,12 @@ QByteArray Mutated(QByteArray reply, QRandomGenerator& random)
     return reply;
 }
 
+/// The bytes up to the end of the last field.
+int UsedLength(const ReplyLayout& layout)
+{
+    return layout.Fields().back().iOffset + layout.Fields().back().iLength;
+}
+
 } // namespace
 
 class tst_ReplyLayout : public QObject
@@ -279,7 +263,7 @@ void tst_ReplyLayout::fields()
     // clang-format on
     const ReplyLayout layout(EncodeStatusReply(RichReply()));
     QVERIFY(layout.IsAccepted());
-    QCOMPARE(layout.UsedLength(), 118);
+    QCOMPARE(UsedLength(layout), 118);
     QCOMPARE(layout.Fields().size(), std::size_t(51));
     for (const stExpected& expected : listExpected) {
         const bool bFound =
@@ -324,7 +308,7 @@ void tst_ReplyLayout::everyPrefix_data()
         full.listSupplies.append(Record(0x4043, QByteArray(1, static_cast<char>(i))));
     }
     QTest::newRow("full lists") << EncodeStatusReply(full) << 33 + 255 * 8;
-    QTest::newRow("largest record") << WithSupplies({Record(0x0000, QByteArray(65, 's'))}) << 33 + 3 + 65;
+    QTest::newRow("largest record") << ReplyWithSupplies({Record(0x0000, QByteArray(65, 's'))}) << 33 + 3 + 65;
 }
 
 void tst_ReplyLayout::everyPrefix()
@@ -344,7 +328,8 @@ void tst_ReplyLayout::mutatedReplies()
     const QList<QByteArray> listOriginal = {
         EncodeStatusReply(RichReply()),
         EncodeStatusReply(stStatusReply()),
-        WithSupplies({Record(0x4043, QByteArray(60, 'a')), Record(0x1004, QByteArray(65, 'b')), Record(0x0001, "c")}),
+        ReplyWithSupplies(
+            {Record(0x4043, QByteArray(60, 'a')), Record(0x1004, QByteArray(65, 'b')), Record(0x0001, "c")}),
     };
     QRandomGenerator random(20260517);
     std::array<int, 3> count{};
@@ -377,7 +362,7 @@ void tst_ReplyLayout::suppliesLength()
     QFETCH(const int, length);
     QFETCH(const bool, accepted);
 
-    const QByteArray reply = WithSupplies({Record(0x7777, "x"), Record(0x4043, QByteArray(length, 'd'))});
+    const QByteArray reply = ReplyWithSupplies({Record(0x7777, "x"), Record(0x4043, QByteArray(length, 'd'))});
     const ReplyLayout layout(reply);
     QCOMPARE(layout.Fault(), accepted ? enReplyAccepted : enReplyFatalSupplies);
     QCOMPARE(DecoderEndsTheProcess(reply), !accepted);
@@ -386,14 +371,14 @@ void tst_ReplyLayout::suppliesLength()
         QCOMPARE(layout.BrokenField().iIndex, 1);
         QCOMPARE(layout.BrokenField().iOffset, 33 + 4 + 2);
         QCOMPARE(layout.BrokenField().dwValue, static_cast<unsigned long>(length));
-        QCOMPARE(layout.UsedLength(), 33 + 4 + 3);
+        QCOMPARE(UsedLength(layout), 33 + 4 + 3);
     }
 }
 
 void tst_ReplyLayout::fatalRecordThatIsNotComplete()
 {
     // The decoder looks for the data first, and so rejects.
-    const QByteArray reply = WithSupplies({Record(0x4043, QByteArray(66, 'd'))});
+    const QByteArray reply = ReplyWithSupplies({Record(0x4043, QByteArray(66, 'd'))});
     const ReplyLayout layout(reply.left(reply.size() - 1));
     QCOMPARE(layout.Fault(), enReplyTruncated);
     QCOMPARE(layout.BrokenField().enField, enFieldSuppliesData);
@@ -405,7 +390,6 @@ void tst_ReplyLayout::bytesAfterTheLastRecord()
 {
     const ReplyLayout layout(EncodeStatusReply(stStatusReply()) + "tail");
     QVERIFY(layout.IsAccepted());
-    QCOMPARE(layout.UsedLength(), 33);
     QCOMPARE(layout.Fields().back().enField, enFieldIgnored);
     QCOMPARE(layout.Fields().back().iOffset, 33);
     QCOMPARE(layout.Fields().back().iLength, 4);
@@ -413,8 +397,9 @@ void tst_ReplyLayout::bytesAfterTheLastRecord()
 
 void tst_ReplyLayout::recordWithoutData()
 {
-    const ReplyLayout layout(WithSupplies({Record(0x1000, QByteArray()), Record(0x7777, QByteArray::fromHex("0907")),
-                                           Record(0x1001, QByteArray()), Record(0x1002, QByteArray())}));
+    const ReplyLayout layout(
+        ReplyWithSupplies({Record(0x1000, QByteArray()), Record(0x7777, QByteArray::fromHex("0907")),
+                           Record(0x1001, QByteArray()), Record(0x1002, QByteArray())}));
     std::vector<unsigned long> listValue;
     for (const stReplyField& field : layout.Fields()) {
         if (field.enField == enFieldSuppliesData) {

@@ -55,6 +55,171 @@ private slots:
 
 namespace {
 
+struct stMalformed
+{
+    QString strFile;
+    QString strExpected; ///< behind "file name:"; one that ends with "@" is the beginning of a longer text
+};
+
+const QString c_strStateExpected =
+    QStringLiteral(": expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, printing, "
+                   "scanning, copying, reporting, cleaning, alignment, scan-back, debug, found ");
+
+const QList<stMalformed> c_listMalformed = {
+    {QStringLiteral("json-cut-off.json"), QStringLiteral("5: expected JSON: @")},
+    {QStringLiteral("json-without-comma.json"), QStringLiteral("3: expected JSON: @")},
+    {QStringLiteral("json-empty.json"), QStringLiteral("1: expected JSON: @")},
+    {QStringLiteral("json-list.json"), QStringLiteral("1: expected an object, found a list")},
+    {QStringLiteral("description-missing.json"), QStringLiteral(" description: expected a text, found nothing")},
+    {QStringLiteral("unknown-key.json"),
+     QStringLiteral(" colour: unknown key, expected one of description, loop, duration, printers, timeline")},
+    {QStringLiteral("loop-text.json"), QStringLiteral(" loop: expected true or false, found \"yes\"")},
+    {QStringLiteral("duration-zero.json"), QStringLiteral(" duration: expected a number from 0.1 to 86400, found 0")},
+    {QStringLiteral("duration-too-long.json"),
+     QStringLiteral(" duration: expected a number from 0.1 to 86400, found 86401")},
+    {QStringLiteral("duration-before-last-step.json"),
+     QStringLiteral(" duration: expected a number from 4.5 to 86400, found 4")},
+    {QStringLiteral("printers-missing.json"),
+     QStringLiteral(" printers: expected at least one printer, found nothing")},
+    {QStringLiteral("printers-empty.json"), QStringLiteral(" printers: expected at least one printer, found a list")},
+    {QStringLiteral("printers-object.json"), QStringLiteral(" printers: expected a list, found an object")},
+    {QStringLiteral("printer-text.json"), QStringLiteral(" printers[1]: expected an object, found \"Lab\"")},
+    {QStringLiteral("printer-unknown-key.json"),
+     QStringLiteral(
+         " printers[0].colour: unknown key, expected one of name, model, connection, port, uri, count, present, file, "
+         "walk, state, errors, warnings, supplies, @")},
+    {QStringLiteral("name-missing.json"), QStringLiteral(" printers[0].name: expected a text, found nothing")},
+    {QStringLiteral("name-empty.json"),
+     QStringLiteral(
+         " printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found \"\"")},
+    {QStringLiteral("name-with-slash.json"),
+     QStringLiteral(" printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found "
+                    "\"../Office\"")},
+    {QStringLiteral("name-with-newline.json"),
+     QStringLiteral(" printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found "
+                    "\"Of\nfice\"")},
+    {QStringLiteral("name-too-long.json"),
+     QStringLiteral(
+         " printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found \"") +
+         QString(60, QChar(u'打')) + QStringLiteral("\"")},
+    {QStringLiteral("name-twice.json"),
+     QStringLiteral(" printers[2].name: expected a name that no other printer has, found \"Office\"")},
+    {QStringLiteral("name-without-number.json"),
+     QStringLiteral(" printers[0].name: expected \"%1\", where the printer's number goes, because there is a count, "
+                    "found \"Office\"")},
+    {QStringLiteral("count-zero.json"),
+     QStringLiteral(" printers[0].count: expected a whole number from 1 to 1000, found 0")},
+    {QStringLiteral("count-too-many.json"),
+     QStringLiteral(" printers[0].count: expected a whole number from 1 to 1000, found 1001")},
+    {QStringLiteral("printers-too-many.json"),
+     QStringLiteral(" printers[1].count: expected at most 1000 printers in all, found 401")},
+    {QStringLiteral("model-unknown.json"),
+     QStringLiteral(
+         " printers[1].model: expected one of RA7QX, RA7Q, RA7X, RB9QX, RB9Q, RB9X, HV5520TP, found \"RA8Q\"")},
+    {QStringLiteral("connection-unknown.json"),
+     QStringLiteral(" printers[0].connection: expected \"usb\" or \"network\", found \"serial\"")},
+    {QStringLiteral("port-number.json"), QStringLiteral(" printers[0].port: expected a text, found 9100")},
+    {QStringLiteral("uri-null.json"), QStringLiteral(" printers[0].uri: expected a text, found null")},
+    {QStringLiteral("present-number.json"), QStringLiteral(" printers[0].present: expected true or false, found 1")},
+    {QStringLiteral("file-unknown.json"),
+     QStringLiteral(
+         " printers[0].file: expected one of good, missing, empty, truncated, random, mutated, oversized, trailing, "
+         "found \"broken\"")},
+    {QStringLiteral("state-unknown.json"),
+     QStringLiteral(" printers[0].state") + c_strStateExpected + QStringLiteral("\"asleep\"")},
+    {QStringLiteral("state-too-large.json"),
+     QStringLiteral(" printers[0].state") + c_strStateExpected + QStringLiteral("256")},
+    {QStringLiteral("state-negative.json"),
+     QStringLiteral(" printers[0].state") + c_strStateExpected + QStringLiteral("-1")},
+    {QStringLiteral("state-fraction.json"),
+     QStringLiteral(" printers[0].state") + c_strStateExpected + QStringLiteral("1.5")},
+    {QStringLiteral("errors-text.json"), QStringLiteral(" printers[0].errors: expected a list, found \"no-paper\"")},
+    {QStringLiteral("error-unknown.json"),
+     QStringLiteral(" printers[0].errors[1]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, "
+                    "black-head-damaged, @")},
+    {QStringLiteral("error-too-large.json"),
+     QStringLiteral(" printers[0].errors[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @")},
+    {QStringLiteral("errors-too-many.json"),
+     QStringLiteral(" printers[0].errors: expected at most 255 entries, found a list")},
+    {QStringLiteral("warning-not-hexadecimal.json"),
+     QStringLiteral(" printers[0].warnings[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @")},
+    {QStringLiteral("cyan-negative.json"),
+     QStringLiteral(" printers[0].cyan: expected a whole number from 0 to 65535, found -1")},
+    {QStringLiteral("cyan-too-large.json"),
+     QStringLiteral(" printers[0].cyan: expected a whole number from 0 to 65535, found 65536")},
+    {QStringLiteral("cyan-text.json"),
+     QStringLiteral(" printers[0].cyan: expected a whole number from 0 to 65535, found \"full\"")},
+    {QStringLiteral("pages-too-large.json"),
+     QStringLiteral(" printers[0].pages: expected a whole number from 0 to 4294967295, found 4294967296")},
+    {QStringLiteral("serial-number.json"), QStringLiteral(" printers[0].serial: expected a text, found 42")},
+    {QStringLiteral("serial-not-latin-1.json"),
+     QStringLiteral(" printers[0].serial: expected at most 65535 Latin-1 characters, found \"打印\"")},
+    {QStringLiteral("supply-serial-too-long.json"),
+     QStringLiteral(" printers[0].supply-serial: expected at most 65 Latin-1 characters, found \"") +
+         QString(60, QChar(u'x')) + QStringLiteral("\"")},
+    {QStringLiteral("unexamined-short.json"),
+     QStringLiteral(
+         " printers[0].unexamined: expected 7 bytes as pairs of hexadecimal digits, found \"000102030405\"")},
+    {QStringLiteral("unexamined-odd.json"),
+     QStringLiteral(
+         " printers[0].unexamined: expected 7 bytes as pairs of hexadecimal digits, found \"0001020304050\"")},
+    {QStringLiteral("header-too-large.json"),
+     QStringLiteral(" printers[0].header: expected a whole number from 0 to 255, found \"0x100\"")},
+    {QStringLiteral("header-field-too-large.json"),
+     QStringLiteral(" printers[0].header-field-1: expected a whole number from 0 to 65535, found 65536")},
+    {QStringLiteral("supplies-unknown-key.json"),
+     QStringLiteral(" printers[0].supplies[0].kee: unknown key, expected one of key, data")},
+    {QStringLiteral("supplies-key-missing.json"),
+     QStringLiteral(" printers[0].supplies[0].key: expected a whole number from 0 to 65535, found nothing")},
+    {QStringLiteral("supplies-data-missing.json"),
+     QStringLiteral(" printers[0].supplies[0].data: expected a text, found nothing")},
+    {QStringLiteral("supplies-data-not-hexadecimal.json"),
+     QStringLiteral(
+         " printers[0].supplies[0].data: expected 0 to 65 bytes as pairs of hexadecimal digits, found \"0g\"")},
+    {QStringLiteral("supplies-data-fatal.json"),
+     QStringLiteral(" printers[0].supplies[0].data: expected 0 to 65 bytes as pairs of hexadecimal digits, found \"") +
+         QString(60, QChar(u'0')) + QStringLiteral("\"")},
+    {QStringLiteral("walk-text.json"), QStringLiteral(" printers[0].walk: expected an object, found \"home\"")},
+    {QStringLiteral("walk-unknown-key.json"),
+     QStringLiteral(
+         " printers[0].walk.speed: unknown key, expected one of every, states, errors, warnings, chance, ink")},
+    {QStringLiteral("walk-without-every.json"),
+     QStringLiteral(" printers[0].walk.every: expected a number from 0.1 to 86400, found nothing")},
+    {QStringLiteral("walk-every-zero.json"),
+     QStringLiteral(" printers[0].walk.every: expected a number from 0.1 to 86400, found 0")},
+    {QStringLiteral("walk-state-unknown.json"),
+     QStringLiteral(" printers[0].walk.states[1]") + c_strStateExpected + QStringLiteral("\"asleep\"")},
+    {QStringLiteral("walk-error-unknown.json"),
+     QStringLiteral(
+         " printers[0].walk.errors[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @")},
+    {QStringLiteral("walk-warning-unknown.json"),
+     QStringLiteral(
+         " printers[0].walk.warnings[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @")},
+    {QStringLiteral("walk-chance-too-large.json"),
+     QStringLiteral(" printers[0].walk.chance: expected a whole number from 0 to 100, found 101")},
+    {QStringLiteral("walk-ink-negative.json"),
+     QStringLiteral(" printers[0].walk.ink: expected a whole number from 0 to 100, found -1")},
+    {QStringLiteral("timeline-object.json"), QStringLiteral(" timeline: expected a list, found an object")},
+    {QStringLiteral("step-number.json"), QStringLiteral(" timeline[1]: expected an object, found 2")},
+    {QStringLiteral("step-without-time.json"),
+     QStringLiteral(" timeline[0].at: expected a number from 0 to 86400, found nothing")},
+    {QStringLiteral("step-time-negative.json"),
+     QStringLiteral(" timeline[0].at: expected a number from 0 to 86400, found -1")},
+    {QStringLiteral("step-printer-unknown.json"),
+     QStringLiteral(" timeline[0].printer: expected the name of one of the printers, found \"Lab\"")},
+    {QStringLiteral("step-printer-number.json"), QStringLiteral(" timeline[0].printer: expected a text, found 0")},
+    {QStringLiteral("step-unknown-key.json"),
+     QStringLiteral(" timeline[0].model: unknown key, expected one of at, printer, present, file, state, @")},
+    {QStringLiteral("step-state-unknown.json"),
+     QStringLiteral(" timeline[0].state") + c_strStateExpected + QStringLiteral("\"asleep\"")},
+    {QStringLiteral("step-present-text.json"),
+     QStringLiteral(" timeline[0].present: expected true or false, found \"no\"")},
+    {QStringLiteral("step-file-unknown.json"),
+     QStringLiteral(
+         " timeline[0].file: expected one of good, missing, empty, truncated, random, mutated, oversized, trailing, "
+         "found \"broken\"")},
+};
+
 stScenario Read(const QByteArray& json, int iPrinters = -1)
 {
     return ReadScenario(json, QStringLiteral("test.json"), iPrinters);
@@ -108,157 +273,18 @@ QByteArray ReplyOfManyRecords()
 
 } // namespace
 
-/// An expected text that ends with "@" is the beginning of a longer one.
 void tst_Scenario::malformedFileIsRefused_data()
 {
     QTest::addColumn<QString>("strExpected");
-    QTest::newRow("json-cut-off") << QStringLiteral("5: expected JSON: @");
-    QTest::newRow("json-without-comma") << QStringLiteral("3: expected JSON: @");
-    QTest::newRow("json-empty") << QStringLiteral("1: expected JSON: @");
-    QTest::newRow("json-list") << QStringLiteral("1: expected an object, found a list");
-    QTest::newRow("description-missing") << QStringLiteral(" description: expected a text, found nothing");
-    QTest::newRow("unknown-key") << QStringLiteral(
-        " colour: unknown key, expected one of description, loop, duration, printers, timeline");
-    QTest::newRow("loop-text") << QStringLiteral(" loop: expected true or false, found \"yes\"");
-    QTest::newRow("duration-zero") << QStringLiteral(" duration: expected a number from 0.1 to 86400, found 0");
-    QTest::newRow("duration-too-long") << QStringLiteral(" duration: expected a number from 0.1 to 86400, found 86401");
-    QTest::newRow("duration-before-last-step")
-        << QStringLiteral(" duration: expected a number from 4.5 to 86400, found 4");
-    QTest::newRow("printers-missing") << QStringLiteral(" printers: expected at least one printer, found nothing");
-    QTest::newRow("printers-empty") << QStringLiteral(" printers: expected at least one printer, found a list");
-    QTest::newRow("printers-object") << QStringLiteral(" printers: expected a list, found an object");
-    QTest::newRow("printer-text") << QStringLiteral(" printers[1]: expected an object, found \"Lab\"");
-    QTest::newRow("printer-unknown-key") << QStringLiteral(
-        " printers[0].colour: unknown key, expected one of name, model, connection, port, uri, count, present, file, "
-        "walk, state, errors, warnings, supplies, @");
-    QTest::newRow("name-missing") << QStringLiteral(" printers[0].name: expected a text, found nothing");
-    QTest::newRow("name-empty") << QStringLiteral(
-        " printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found \"\"");
-    QTest::newRow("name-with-slash") << QStringLiteral(" printers[0].name: expected a name of 1 to 240 bytes without "
-                                                       "\"/\" and control characters, found \"../Office\"");
-    QTest::newRow("name-with-newline") << QStringLiteral(" printers[0].name: expected a name of 1 to 240 bytes without "
-                                                         "\"/\" and control characters, found \"Of\nfice\"");
-    QTest::newRow("name-too-long")
-        << QStringLiteral(
-               " printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found \"") +
-               QString(60, QChar(u'打')) + QStringLiteral("\"");
-    QTest::newRow("name-twice") << QStringLiteral(
-        " printers[2].name: expected a name that no other printer has, found \"Office\"");
-    QTest::newRow("name-without-number") << QStringLiteral(" printers[0].name: expected \"%1\", where the printer's "
-                                                           "number goes, because there is a count, found \"Office\"");
-    QTest::newRow("count-zero") << QStringLiteral(
-        " printers[0].count: expected a whole number from 1 to 1000, found 0");
-    QTest::newRow("count-too-many") << QStringLiteral(
-        " printers[0].count: expected a whole number from 1 to 1000, found 1001");
-    QTest::newRow("printers-too-many") << QStringLiteral(
-        " printers[1].count: expected at most 1000 printers in all, found 401");
-    QTest::newRow("model-unknown") << QStringLiteral(
-        " printers[1].model: expected one of RA7QX, RA7Q, RA7X, RB9QX, RB9Q, RB9X, HV5520TP, found \"RA8Q\"");
-    QTest::newRow("connection-unknown") << QStringLiteral(
-        " printers[0].connection: expected \"usb\" or \"network\", found \"serial\"");
-    QTest::newRow("port-number") << QStringLiteral(" printers[0].port: expected a text, found 9100");
-    QTest::newRow("uri-null") << QStringLiteral(" printers[0].uri: expected a text, found null");
-    QTest::newRow("present-number") << QStringLiteral(" printers[0].present: expected true or false, found 1");
-    QTest::newRow("file-unknown") << QStringLiteral(
-        " printers[0].file: expected one of good, missing, empty, truncated, random, mutated, oversized, trailing, "
-        "found \"broken\"");
-    QTest::newRow("state-unknown") << QStringLiteral(
-        " printers[0].state: expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, printing, "
-        "scanning, copying, reporting, cleaning, alignment, scan-back, debug, found \"asleep\"");
-    QTest::newRow("state-too-large") << QStringLiteral(
-        " printers[0].state: expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, printing, "
-        "scanning, copying, reporting, cleaning, alignment, scan-back, debug, found 256");
-    QTest::newRow("state-negative") << QStringLiteral(
-        " printers[0].state: expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, printing, "
-        "scanning, copying, reporting, cleaning, alignment, scan-back, debug, found -1");
-    QTest::newRow("state-fraction") << QStringLiteral(
-        " printers[0].state: expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, printing, "
-        "scanning, copying, reporting, cleaning, alignment, scan-back, debug, found 1.5");
-    QTest::newRow("errors-text") << QStringLiteral(" printers[0].errors: expected a list, found \"no-paper\"");
-    QTest::newRow("error-unknown") << QStringLiteral(" printers[0].errors[1]: expected a code from 0x0000 to 0xFFFF or "
-                                                     "one of wifi-init-failed, black-head-damaged, @");
-    QTest::newRow("error-too-large") << QStringLiteral(
-        " printers[0].errors[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @");
-    QTest::newRow("errors-too-many") << QStringLiteral(
-        " printers[0].errors: expected at most 255 entries, found a list");
-    QTest::newRow("warning-not-hexadecimal") << QStringLiteral(
-        " printers[0].warnings[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @");
-    QTest::newRow("cyan-negative") << QStringLiteral(
-        " printers[0].cyan: expected a whole number from 0 to 65535, found -1");
-    QTest::newRow("cyan-too-large") << QStringLiteral(
-        " printers[0].cyan: expected a whole number from 0 to 65535, found 65536");
-    QTest::newRow("cyan-text") << QStringLiteral(
-        " printers[0].cyan: expected a whole number from 0 to 65535, found \"full\"");
-    QTest::newRow("pages-too-large") << QStringLiteral(
-        " printers[0].pages: expected a whole number from 0 to 4294967295, found 4294967296");
-    QTest::newRow("serial-number") << QStringLiteral(" printers[0].serial: expected a text, found 42");
-    QTest::newRow("serial-not-latin-1") << QStringLiteral(
-        " printers[0].serial: expected at most 65535 Latin-1 characters, found \"打印\"");
-    QTest::newRow("supply-serial-too-long")
-        << QStringLiteral(" printers[0].supply-serial: expected at most 65 Latin-1 characters, found \"") +
-               QString(60, QChar(u'x')) + QStringLiteral("\"");
-    QTest::newRow("unexamined-short") << QStringLiteral(
-        " printers[0].unexamined: expected 7 bytes as pairs of hexadecimal digits, found \"000102030405\"");
-    QTest::newRow("unexamined-odd") << QStringLiteral(
-        " printers[0].unexamined: expected 7 bytes as pairs of hexadecimal digits, found \"0001020304050\"");
-    QTest::newRow("header-too-large") << QStringLiteral(
-        " printers[0].header: expected a whole number from 0 to 255, found \"0x100\"");
-    QTest::newRow("header-field-too-large")
-        << QStringLiteral(" printers[0].header-field-1: expected a whole number from 0 to 65535, found 65536");
-    QTest::newRow("supplies-unknown-key")
-        << QStringLiteral(" printers[0].supplies[0].kee: unknown key, expected one of key, data");
-    QTest::newRow("supplies-key-missing")
-        << QStringLiteral(" printers[0].supplies[0].key: expected a whole number from 0 to 65535, found nothing");
-    QTest::newRow("supplies-data-missing")
-        << QStringLiteral(" printers[0].supplies[0].data: expected a text, found nothing");
-    QTest::newRow("supplies-data-not-hexadecimal") << QStringLiteral(
-        " printers[0].supplies[0].data: expected 0 to 65 bytes as pairs of hexadecimal digits, found \"0g\"");
-    QTest::newRow("supplies-data-fatal")
-        << QStringLiteral(
-               " printers[0].supplies[0].data: expected 0 to 65 bytes as pairs of hexadecimal digits, found \"") +
-               QString(60, QChar(u'0')) + QStringLiteral("\"");
-    QTest::newRow("walk-text") << QStringLiteral(" printers[0].walk: expected an object, found \"home\"");
-    QTest::newRow("walk-unknown-key") << QStringLiteral(
-        " printers[0].walk.speed: unknown key, expected one of every, states, errors, warnings, chance, ink");
-    QTest::newRow("walk-without-every") << QStringLiteral(
-        " printers[0].walk.every: expected a number from 0.1 to 86400, found nothing");
-    QTest::newRow("walk-every-zero") << QStringLiteral(
-        " printers[0].walk.every: expected a number from 0.1 to 86400, found 0");
-    QTest::newRow("walk-state-unknown") << QStringLiteral(
-        " printers[0].walk.states[1]: expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, "
-        "printing, scanning, copying, reporting, cleaning, alignment, scan-back, debug, found \"asleep\"");
-    QTest::newRow("walk-error-unknown") << QStringLiteral(
-        " printers[0].walk.errors[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @");
-    QTest::newRow("walk-warning-unknown") << QStringLiteral(
-        " printers[0].walk.warnings[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @");
-    QTest::newRow("walk-chance-too-large")
-        << QStringLiteral(" printers[0].walk.chance: expected a whole number from 0 to 100, found 101");
-    QTest::newRow("walk-ink-negative") << QStringLiteral(
-        " printers[0].walk.ink: expected a whole number from 0 to 100, found -1");
-    QTest::newRow("timeline-object") << QStringLiteral(" timeline: expected a list, found an object");
-    QTest::newRow("step-number") << QStringLiteral(" timeline[1]: expected an object, found 2");
-    QTest::newRow("step-without-time") << QStringLiteral(
-        " timeline[0].at: expected a number from 0 to 86400, found nothing");
-    QTest::newRow("step-time-negative") << QStringLiteral(
-        " timeline[0].at: expected a number from 0 to 86400, found -1");
-    QTest::newRow("step-printer-unknown")
-        << QStringLiteral(" timeline[0].printer: expected the name of one of the printers, found \"Lab\"");
-    QTest::newRow("step-printer-number") << QStringLiteral(" timeline[0].printer: expected a text, found 0");
-    QTest::newRow("step-unknown-key") << QStringLiteral(
-        " timeline[0].model: unknown key, expected one of at, printer, present, file, state, @");
-    QTest::newRow("step-state-unknown") << QStringLiteral(
-        " timeline[0].state: expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, printing, "
-        "scanning, copying, reporting, cleaning, alignment, scan-back, debug, found \"asleep\"");
-    QTest::newRow("step-present-text") << QStringLiteral(" timeline[0].present: expected true or false, found \"no\"");
-    QTest::newRow("step-file-unknown") << QStringLiteral(
-        " timeline[0].file: expected one of good, missing, empty, truncated, random, mutated, oversized, trailing, "
-        "found \"broken\"");
+    for (const stMalformed& malformed : c_listMalformed) {
+        QTest::newRow(qPrintable(malformed.strFile)) << malformed.strExpected;
+    }
 }
 
 void tst_Scenario::malformedFileIsRefused()
 {
     QFETCH(QString, strExpected);
-    const QString strName = QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".json");
+    const QString strName = QString::fromLatin1(QTest::currentDataTag());
     const QString strPath = QStringLiteral(VORA_MALFORMED_SCENARIOS) + strName;
     QVERIFY(QFileInfo::exists(strPath));
     const QString strFailure = FailureOf(ReadFile(strPath), strName);
@@ -274,8 +300,14 @@ void tst_Scenario::malformedFileIsRefused()
 
 void tst_Scenario::everyMalformedFileHasARow()
 {
-    const QDir folder(QStringLiteral(VORA_MALFORMED_SCENARIOS));
-    QCOMPARE(folder.entryList({QStringLiteral("*.json")}).size(), 75);
+    QStringList listName;
+    for (const stMalformed& malformed : c_listMalformed) {
+        listName.append(malformed.strFile);
+    }
+    listName.sort();
+    QStringList listFile = QDir(QStringLiteral(VORA_MALFORMED_SCENARIOS)).entryList(QDir::Files);
+    listFile.sort();
+    QCOMPARE(listFile, listName);
 }
 
 void tst_Scenario::readsEveryPart()

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 #include "AppSetting.h"
-#include "DriverFolder.h"
 #include "FakeCommand.h"
 #include "OrderOfEnds.h"
 #include "StatusEncoder.h"
+#include "StatusFolder.h"
 #include "TrdGetPrinterStatus.h"
 #include "WindowTest.h"
 
@@ -66,7 +66,7 @@ void tst_Shutdown::init()
 /// A list of printers that all report the raw state.
 void tst_Shutdown::WritePrinters(int iCount, quint8 byStatus)
 {
-    const DriverFolder folder(QStringLiteral("/opt/vora/vora-printer-k507/cfg"));
+    const DriverFolder folder = StatusFolder();
     stStatusReply reply;
     reply.byStatus = byStatus;
     QList<stPrinterInfo> listInfo;

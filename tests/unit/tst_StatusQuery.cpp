@@ -22,6 +22,7 @@ const QString c_strLocal = QStringLiteral("127.0.0.1");
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the C library names them otherwise
 extern "C" int setsockopt(int iFd, int iLevel, int iName, const void* pValue, socklen_t iLength) noexcept
 {
     if (s_bRefuseSocketOption) {

@@ -6,14 +6,9 @@
 #include <QApplication>
 #include <QLabel>
 #include <QStyle>
-#include <QTableWidget>
 #include <QtTest>
 
-#include <memory>
-
 namespace {
-
-const QString c_strNoInk = QStringLiteral("青色：无   红色：无   黄色：无   黑色：无");
 
 /// Qt's own balloon on trays that embed a window; null while none is open.
 QWidget* Balloon()
@@ -54,7 +49,7 @@ bool BalloonShows(QStyle::StandardPixmap enIcon)
 } // namespace
 
 /// A printer's report: its state in the table and its balloon.
-class tst_StatusReport : public QObject
+class tst_StatusReport : public WindowTest
 {
     Q_OBJECT
 
@@ -76,11 +71,7 @@ private slots:
     void rowOutsideTableOrListIsIgnored();
 
 private:
-    QString Cell(int iRow, int iColumn) const { return Table()->item(iRow, iColumn)->text(); }
-    QTableWidget* Table() const { return m_pWindow->findChild<QTableWidget*>(QStringLiteral("tableDeviceManage")); }
-    void CloseBalloon();
-
-    std::unique_ptr<VoraPrinterToolWidget> m_pWindow;
+    static void CloseBalloon();
 };
 
 void tst_StatusReport::initTestCase()

@@ -27,9 +27,7 @@ const QString c_strListPath = QStringLiteral("/opt/vora/vora-printer-k507/cfg/pr
 bool MakeListNews()
 {
     static qint64 s_iSecond = 1700000000;
-    QFile file(c_strListPath);
-    return file.open(QIODevice::ReadWrite) &&
-           file.setFileTime(QDateTime::fromSecsSinceEpoch(++s_iSecond), QFileDevice::FileModificationTime);
+    return SetModificationTime(c_strListPath, QDateTime::fromSecsSinceEpoch(++s_iSecond));
 }
 
 bool WriteRawList(const QByteArray& content)

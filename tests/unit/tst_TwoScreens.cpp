@@ -3,8 +3,9 @@
 
 #include "UtilWindow.h"
 
+#include "TestFiles.h"
+
 #include <QApplication>
-#include <QFile>
 #include <QScreen>
 #include <QtTest>
 
@@ -28,13 +29,11 @@ void tst_TwoScreens::windowIsInTheMiddleOfBoth()
 
 int main(int argc, char** argv)
 {
-    QFile screens(QStringLiteral("/tmp/screens.json"));
-    if (!screens.open(QIODevice::WriteOnly)) {
+    if (!WriteFile(QStringLiteral("/tmp/screens.json"),
+                   R"({"screens": [{"name": "left", "x": 0, "y": 0, "width": 1280, "height": 800, "dpr": 1},
+                                   {"name": "right", "x": 1280, "y": 0, "width": 1024, "height": 600, "dpr": 1}]})")) {
         return 1;
     }
-    screens.write(R"({"screens": [{"name": "left", "x": 0, "y": 0, "width": 1280, "height": 800, "dpr": 1},
-                                  {"name": "right", "x": 1280, "y": 0, "width": 1024, "height": 600, "dpr": 1}]})");
-    screens.close();
     qputenv("QT_QPA_PLATFORM", "offscreen:configfile=/tmp/screens.json");
     const QApplication application(argc, argv);
     tst_TwoScreens test;

@@ -135,7 +135,6 @@ private slots:
     void statusOutsideTheTableHasNoText();
     void errorOutsideTheTableHasNoText_data() { AddOutsideRows(46); }
     void errorOutsideTheTableHasNoText();
-    void cyanInkLowHasNoChineseText();
 };
 
 void tst_UtilLanguageCtrl::tablesHaveOneRowPerValue()
@@ -182,12 +181,6 @@ void tst_UtilLanguageCtrl::errorOutsideTheTableHasNoText()
     QFETCH(const int, row);
     QFETCH(const int, language);
     QCOMPARE(GetErrorText(row, language), QString());
-}
-
-void tst_UtilLanguageCtrl::cyanInkLowHasNoChineseText()
-{
-    QCOMPARE(GetErrorText(28, 0), QStringLiteral("Cyan Ink Level is Low."));
-    QCOMPARE(GetErrorText(28, 1), QString());
 }
 
 QTEST_MAIN(tst_UtilLanguageCtrl)

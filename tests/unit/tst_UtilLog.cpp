@@ -3,7 +3,7 @@
 
 #include "UtilLog.h"
 
-#include "TestFiles.h"
+#include "StatusFolder.h"
 
 #include <QtTest>
 
@@ -62,12 +62,6 @@ QList<QByteArray> Messages(const QString& strPath)
         listMessage.append(iHead < 0 ? line : line.mid(iHead + 6));
     }
     return listMessage;
-}
-
-int OpenDescriptors()
-{
-    const QDir folder(QStringLiteral("/proc/self/fd"));
-    return static_cast<int>(folder.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size());
 }
 
 void Log(const char* pMessage)
@@ -306,11 +300,11 @@ void tst_UtilLog::appendsLineByLine()
 
 void tst_UtilLog::nothingIsKeptOpen()
 {
-    const int iBefore = OpenDescriptors();
+    const int iBefore = DescriptorCount();
     SetLogEnable(true);
     Log("1");
     Log("2");
-    QCOMPARE(OpenDescriptors(), iBefore);
+    QCOMPARE(DescriptorCount(), iBefore);
 }
 
 void tst_UtilLog::rotation_data()
@@ -497,14 +491,14 @@ void tst_UtilLog::plantedFifoNeitherBlocksNorGetsLines()
         const int iFd = ::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
         QVERIFY(end.open(iFd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle));
     }
-    const int iBefore = OpenDescriptors();
+    const int iBefore = DescriptorCount();
 
     const QByteArray text(1000, 'x');
     for (int i = 0; i < 100; ++i) { // more than a FIFO holds
         Log(text.constData());
     }
     QCOMPARE(reader ? end.readAll() : QByteArray(), QByteArray());
-    QCOMPARE(OpenDescriptors(), iBefore);
+    QCOMPARE(DescriptorCount(), iBefore);
     QCOMPARE(OnlyLogFile(), strPath);
 }
 
@@ -515,6 +509,7 @@ void tst_UtilLog::threadsNeitherLoseNorMixLines()
     SetLogEnable(true);
     const QByteArray filler(300, '.'); // more than 1 MiB in all, so that the file is changed under way
     std::vector<std::thread> listThread;
+    listThread.reserve(c_iThreads);
     for (int iThread = 0; iThread < c_iThreads; ++iThread) {
         listThread.emplace_back([iThread, &filler] {
             for (int iLine = 0; iLine < c_iLines; ++iLine) {

@@ -1,16 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#include "EndingSignal.h"
 #include "HandMadeReply.h"
 #include "TrdGetPrinterStatus.h"
 #include "UtilPrinterStatus.h"
 
 #include <QtTest>
-
-#include <csignal>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -26,13 +22,6 @@ int Check(TrdGetPrinterStatus& worker, const QByteArray& reply)
 {
     std::vector<unsigned char> bytes(reply.begin(), reply.end());
     return worker.CheckPrinterStatus(bytes.data(), bytes.size());
-}
-
-QByteArray ReplyWithSupplies(const QList<stSuppliesRecord>& listSupplies)
-{
-    stStatusReply reply;
-    reply.listSupplies = listSupplies;
-    return EncodeStatusReply(reply);
 }
 
 std::vector<unsigned long> Numbers(const UtilPrinterStatus& decoder)
@@ -456,18 +445,11 @@ void tst_UtilPrinterStatus::oversizedSuppliesRecordEndsTheProcess_data()
 void tst_UtilPrinterStatus::oversizedSuppliesRecordEndsTheProcess()
 {
     QFETCH(QByteArray, reply);
-    const pid_t iChild = ::fork();
-    if (iChild == 0) {
-        const rlimit noCore{0, 0};
-        ::setrlimit(RLIMIT_CORE, &noCore);
-        std::signal(SIGABRT, SIG_DFL); // the test library prints a report of its own
+    const auto decode = [&] {
         UtilPrinterStatus decoder;
         Decode(decoder, reply);
-        ::_exit(0);
-    }
-    int iStatus = -1;
-    QCOMPARE(::waitpid(iChild, &iStatus, 0), iChild);
-    QTEST(WIFSIGNALED(iStatus) ? WTERMSIG(iStatus) : 0, "iSignal");
+    };
+    QTEST(EndingSignal(decode), "iSignal");
 }
 
 void tst_UtilPrinterStatus::convertsTheHandMadeReply()

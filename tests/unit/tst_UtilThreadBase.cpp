@@ -40,6 +40,7 @@ private:
 } // namespace
 
 /// Stands for the C library's function of that name.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the C library names it otherwise
 int usleep(useconds_t dwMicroSec)
 {
     s_listSlept.push_back(dwMicroSec);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "HandMadeReply.h"
+#include "ReplyFields.h"
 #include "UtilStatusIdParser.h"
 #include "VoraStatusTest.h"
 
@@ -71,6 +72,7 @@ private slots:
     void hexRejected_data();
     void hexRejected();
     void json();
+    void jsonHasTheKeysOfScenarios();
     void jsonFailure();
     void exitStatus_data();
     void exitStatus();
@@ -417,6 +419,16 @@ void tst_vora_status::json()
     }
 }
 
+void tst_vora_status::jsonHasTheKeysOfScenarios()
+{
+    const QJsonObject report = Run({QStringLiteral("--json"), Write(EncodeStatusReply(Ready()))}).Report();
+    const QStringList listKey = report.value(QStringLiteral("reply")).toObject().keys();
+    QVERIFY(!listKey.isEmpty());
+    for (const QString& strKey : listKey) {
+        QVERIFY2(ReplyFieldKeys().contains(strKey), qPrintable(strKey));
+    }
+}
+
 void tst_vora_status::jsonFailure()
 {
     Write(EncodeStatusReply(Ready()).left(16));
@@ -609,7 +621,7 @@ void tst_vora_status::manyFiles()
 
 void tst_vora_status::driverFolder()
 {
-    const DriverFolder folder = Folder();
+    const DriverFolder folder = StatusFolder();
     QVERIFY(
         folder.WritePrinterList({Printer(QStringLiteral("Office"), QStringLiteral("RA7QX"), 1, QStringLiteral("usb")),
                                  Printer(QStringLiteral("前台"), QStringLiteral("X1"), 0, QStringLiteral("10.0.0.9")),
@@ -658,7 +670,7 @@ void tst_vora_status::driverFolder()
 
 void tst_vora_status::zeroInANameLeadsToNoOtherFile()
 {
-    const DriverFolder folder = Folder();
+    const DriverFolder folder = StatusFolder();
     const QString strName = QStringLiteral("Office.dat") + QChar(0) + QLatin1Char('x');
     QVERIFY(folder.WritePrinterList({Printer(strName, QStringLiteral("RA7QX"), 1, QStringLiteral("usb"))}));
     QVERIFY(folder.WriteStatus(QStringLiteral("Office"), EncodeStatusReply(Ready())));
@@ -669,7 +681,7 @@ void tst_vora_status::zeroInANameLeadsToNoOtherFile()
 
 void tst_vora_status::driverFolderInChinese()
 {
-    const DriverFolder folder = Folder();
+    const DriverFolder folder = StatusFolder();
     QVERIFY(folder.WritePrinterList(
         {Printer(QStringLiteral("前台"), QStringLiteral("RA7Q"), 2, QStringLiteral("10.0.0.9"))}));
     QVERIFY(folder.WriteStatus(QStringLiteral("前台"), EncodeStatusReply(Ready())));
@@ -686,7 +698,7 @@ void tst_vora_status::driverFolderInChinese()
 
 void tst_vora_status::driverFolderJson()
 {
-    const DriverFolder folder = Folder();
+    const DriverFolder folder = StatusFolder();
     QVERIFY(folder.WritePrinterList(
         {Printer(QStringLiteral("Off,ice"), QStringLiteral("RA7QX"), 1, QStringLiteral("usb")),
          Printer(QStringLiteral("Store"), QStringLiteral("-1"), 2, QStringLiteral("10.0.0.9"))}));
@@ -722,7 +734,7 @@ void tst_vora_status::driverFolderWithoutPrinters()
     QFETCH(const bool, list);
 
     if (list) {
-        QVERIFY(Folder().WritePrinterList({}));
+        QVERIFY(StatusFolder().WritePrinterList({}));
     }
     const stRun run = Run({});
     QCOMPARE(run.output, QByteArray());
@@ -878,7 +890,8 @@ void tst_vora_status::outputNotWritten()
     QCOMPARE(run.messages, QByteArray("vora-status: the output cannot be written\n"));
     QCOMPARE(run.iExit, 2);
     // More than is written at once: told once nevertheless.
-    const stRun large = RunCommand(QStringLiteral("sh"), listShell + QStringList(300, QStringLiteral("reply.dat")));
+    const QStringList listMany = QStringLiteral("reply.dat ").repeated(300).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    const stRun large = RunCommand(QStringLiteral("sh"), listShell + listMany);
     QCOMPARE(large.messages, QByteArray("vora-status: the output cannot be written\n"));
     QCOMPARE(large.iExit, 2);
     // Watching makes no sense then.

@@ -46,7 +46,7 @@ void tst_vora_status_watch::watchFile()
 
 void tst_vora_status_watch::watchDriverFolder()
 {
-    const DriverFolder folder = Folder();
+    const DriverFolder folder = StatusFolder();
     const stPrinterInfo one = Printer(QStringLiteral("one"), QStringLiteral("RA7QX"), 1, QString());
     const stPrinterInfo two = Printer(QStringLiteral("two"), QStringLiteral("RA7QX"), 1, QString());
     QVERIFY(folder.WritePrinterList({one}));
