@@ -115,7 +115,8 @@ enum enSupplyType
 
 constexpr int c_iConnectUsb = 1;
 
-/// Who and where a printer is. Written by the device list worker alone.
+/// Who and where a printer is. Made by the device list worker; a status worker writes it back with its state as it took
+/// it.
 struct stPrinterInfo
 {
     QString strPrinterName; ///< print queue; also the name of its status file
@@ -125,7 +126,8 @@ struct stPrinterInfo
     QString strURI;         ///< the print system's device URI
 };
 
-/// The last decoded status reply. Written by the status workers alone; figures are the printer's own, not converted.
+/// The last decoded status reply. Filled by the status workers, reset by the device list worker; figures are the
+/// printer's own, not converted.
 struct stPrinterState
 {
     QString strPrinterSerialNumber;

@@ -6,9 +6,8 @@
 #include <QByteArray>
 #include <QString>
 
-/// The text as one literal word of a shell command, in the local 8-bit encoding, whatever it holds but a
-/// zero, which ends a command.
-/// Called from any thread.
+/// The text as one literal word of a shell command, in the local 8-bit encoding, whatever it holds but a zero, which
+/// ends a command. Called from any thread.
 QByteArray QuoteForShell(const QString& strText);
 
 /// Runs a command with the system shell and waits for its end; its result is of no interest. Called from any thread.

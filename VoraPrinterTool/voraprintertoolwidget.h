@@ -33,14 +33,16 @@ class VoraPrinterToolWidget : public QWidget
 public:
     explicit VoraPrinterToolWidget(QWidget* parent = nullptr);
 
-    /// Stops all workers and waits for them, 1000 ms at most for all together.
+    /// Tells all workers to stop and waits for them, 1000 ms at most for all together. One that has not ended by then
+    /// is left behind without the list, and the process later ends without destroying global objects.
     ~VoraPrinterToolWidget() override;
 
-    void InitDeviceTable();
-    void InitTrayIcon();
-    void InitThread();
-    void InitLog();
-    void InitLanguage();
+    // Start-up steps, each called once, by the constructor.
+    void InitDeviceTable(); ///< columns, headers and widths of the empty table
+    void InitTrayIcon();    ///< makes and shows the icon with its menu
+    void InitThread();      ///< makes the list worker and starts it
+    void InitLog();         ///< on in a support build (VORA_DIAGNOSTIC_LOG), off in any other
+    void InitLanguage();    ///< Chinese, always
 
     // Reserved start-up steps, kept empty and not called.
     void InitConfig() {}
@@ -67,11 +69,11 @@ signals:
     void SgnThreadQuit();        ///< kept; no worker takes it from its queue while its loop runs
 
 public slots:
-    void SlotActivatedTrayIcon(QSystemTrayIcon::ActivationReason reason);
-    void SlotTrayActionShow(); ///< shows or raises the window unless it is the active one
-    void SlotTrayActionUpdateFW();
-    void SlotTrayActionSetting();
-    void SlotTrayActionExit();
+    void SlotActivatedTrayIcon(QSystemTrayIcon::ActivationReason reason); ///< a click is SlotTrayActionShow
+    void SlotTrayActionShow();     ///< shows or raises the window unless it is the active one
+    void SlotTrayActionUpdateFW(); ///< starts the driver package's update tool; nothing when that fails
+    void SlotTrayActionSetting();  ///< shows the settings window
+    void SlotTrayActionExit();     ///< hides everything and ends the event loop
 
     /// Shows the row's state and, when there is an error or else a warning, a balloon. A row beyond the table or the
     /// list is ignored: a worker of a printer that is gone may still report.

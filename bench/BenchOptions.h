@@ -17,6 +17,6 @@ public:
     QString m_strJsonPath;  ///< the figures are added to those of this file; empty: none is written
     QString m_strBenchmark; ///< the only one to run; empty: all
 
-    /// One of two sizes or times.
+    /// iFull, or iQuick with --quick.
     int Full(int iFull, int iQuick) const { return m_bQuick ? iQuick : iFull; }
 };

@@ -10,6 +10,7 @@
 #include <vector>
 
 /// A group of figures that are measured together, under the name that --only takes.
+/// run is called from the main thread and ends the program when what it measures fails.
 struct stBenchmark
 {
     const char* pName;

@@ -21,7 +21,7 @@ struct stBudget
     double dLimit = 0;
 };
 
-/// One measured figure, with the floor measured beside it unless there is none.
+/// One measured figure, with the floor, in the same unit, measured beside it unless there is none.
 struct stFigure
 {
     QString strName; ///< of the figure in the JSON file
@@ -32,16 +32,19 @@ struct stFigure
     std::optional<stBudget> budget; ///< none: the figure only explains another one
 };
 
-/// The figures of a run: each is printed as a row of a Markdown table when it comes, and all go into a JSON file.
+/// The figures of a run: each is printed as a row of a Markdown table when it comes, and all go into a JSON file. Used
+/// by one thread at a time.
 class Figures
 {
 public:
-    /// An empty path writes no file. The header is printed unless the file has figures of a program that ran before.
+    /// An empty path writes no file. The header is printed unless the file has figures of a program that ran before; a
+    /// file that holds anything else is replaced.
     explicit Figures(const QString& strJsonPath);
 
+    /// Prints the figure's row and keeps the figure for Save.
     void Add(const stFigure& figure);
 
-    /// Ends the program when the file cannot be written.
+    /// Writes the file: the figures that it had and those added. Ends the program when that cannot be done.
     void Save() const;
 
 private:

@@ -26,7 +26,7 @@ QStringList WatchedPaths(int iCount)
     return listPath;
 }
 
-/// CPU time of the two programs and of the one's list worker over the same seconds, per printer and second.
+/// CPU time so far of the two programs and of the one's list worker, microseconds.
 struct stIdleSample
 {
     double dTool;

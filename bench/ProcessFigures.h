@@ -8,19 +8,20 @@
 
 #include <sys/types.h>
 
-// What the kernel counts of a process, read from outside.
+// What the kernel counts of a process, read from outside. All end the program when the process or thread is not there.
+// Called from any thread.
 
-/// CPU time of all its threads, ended ones included.
+/// CPU time, milliseconds, of all its threads since its start, ended ones included.
 double CpuMSec(pid_t pid);
 
-/// CPU time of one thread of it; the main thread has the process's number.
+/// CPU time, nanoseconds, of one thread of it; the main thread has the process's number.
 qint64 ThreadCpuNSec(pid_t pid, pid_t thread);
 
-/// How often its main thread gave the processor away to wait.
+/// How often its main thread gave the processor away to wait, since its start.
 qint64 MainThreadWaits(pid_t pid);
 
-/// Proportional set size: a page that n processes share counts 1/n.
+/// Proportional set size, KiB: a page that n processes share counts 1/n.
 double PssKB(pid_t pid);
 
-/// The thread of that name; ends the program when there is none.
+/// The number of its thread of that name, which has 15 bytes at most.
 pid_t ThreadOf(pid_t pid, const QByteArray& name);

@@ -5,7 +5,7 @@
 
 #include <ctime>
 
-/// CPU time of the calling thread.
+/// CPU time, microseconds, of the calling thread since its start.
 inline double ThreadCpuUSec()
 {
     timespec time = {};
@@ -13,7 +13,7 @@ inline double ThreadCpuUSec()
     return static_cast<double>(time.tv_sec) * 1e6 + static_cast<double>(time.tv_nsec) / 1e3;
 }
 
-/// CPU time that one call takes, on average.
+/// CPU time, microseconds, that one of iCalls (1 or more) calls takes in the calling thread, on average.
 template <typename Call>
 double CpuUSecOf(int iCalls, const Call& call)
 {

@@ -7,7 +7,7 @@
 
 #include <optional>
 
-// Names for the printer's raw codes, for people who write scenarios.
+// Names for the printer's raw codes, for people who write scenarios. Letter case counts. Called from any thread.
 
 /// Raw state byte of a name such as "printing"; none for any other text.
 std::optional<quint8> StateCodeByName(const QString& strName);
@@ -15,5 +15,6 @@ std::optional<quint8> StateCodeByName(const QString& strName);
 /// Raw error or warning code of a name such as "no-paper"; none for any other text.
 std::optional<quint16> ErrorCodeByName(const QString& strName);
 
+// Every name that the two take, in the order of enPrinterStatus and of enErrorStatus.
 QStringList StateNames();
 QStringList ErrorNames();

@@ -10,7 +10,7 @@
 class JsonReader;
 
 // A status reply as people write it: one key for each field, the same in scenarios, in JSON files and (with "--") on
-// the command line.
+// the command line. Used by one thread at a time.
 
 /// One field of a reply.
 struct stFieldKey
@@ -22,20 +22,22 @@ struct stFieldKey
     bool bText = false; ///< its value is a text even if it reads like a number
 };
 
+// All fields in the order of the help text, and their keys alone.
 QList<stFieldKey> ReplyFields();
 QStringList ReplyFieldKeys();
 
-/// Stores the fields that the object has; the others stay. Other keys of the object are left alone.
-/// Throws InputError.
+/// Stores the fields that the object has; the others stay. Other keys of the object are left alone. Throws InputError
+/// at the first wrong value; the fields before it are stored by then.
 void ApplyReplyFields(const JsonReader& reader, stStatusReply& reply);
 
-/// Replaces the supplies records of the key; records stand in the order of their keys, so that the prints come after
+/// Removes the records of the key and puts this one before the first of a greater key, so that the prints come after
 /// the pages, which also count as prints.
 void SetSupplies(stStatusReply& reply, const stSuppliesRecord& record);
 
-/// The number in the last supplies record of the key, 0 when there is none.
+/// The number in the last supplies record of the key; 0 when there is none or it takes more than 32 bits.
 quint32 SuppliesValue(const stStatusReply& reply, enSuppliesKey enKey);
 
-/// Raw codes of a list of names ("no-paper"), hexadecimal texts ("0x6100") or numbers. Throw InputError.
+// Raw codes of a list of at most 255 names ("no-paper"), hexadecimal texts ("0x6100") or numbers; a missing list is
+// empty. Throw InputError.
 QList<quint16> ErrorCodes(const JsonReader& reader, const QString& strKey);
 QList<quint8> StateCodes(const JsonReader& reader, const QString& strKey);

@@ -10,6 +10,8 @@
 
 #include <QJsonObject>
 
+#include <optional>
+
 /// One printer as it is when a round begins.
 struct stSimPrinter
 {
@@ -32,7 +34,7 @@ struct stStep
 
 constexpr int c_iMaxPrinters = 1000; ///< the printer tool takes a longer list for a damaged file
 
-/// What a simulator plays: printers and a timeline.
+/// What a simulator plays: printers and a timeline. A plain value, like its parts.
 struct stScenario
 {
     QString strDescription;
@@ -41,10 +43,11 @@ struct stScenario
     QList<stSimPrinter> listPrinter;
     QList<stStep> listStep; ///< in the order of their times
 
-    /// Whether two plays of it differ.
+    /// Whether two plays of it with different seeds may differ.
     bool UsesChance() const;
 };
 
 /// Reads a scenario. strSource names the file in messages; iPrinters, when it is not negative, is the number of
-/// printers to make of the entry that has a count. Throws InputError.
+/// printers to make of the first entry that has a count. Throws InputError for what docs/simulator.md does not allow
+/// and for more than c_iMaxPrinters printers. Called from any thread.
 stScenario ReadScenario(const QByteArray& json, const QString& strSource, int iPrinters = -1);

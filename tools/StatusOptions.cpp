@@ -42,6 +42,18 @@ printer was not reached or the output was not written; 64 wrong usage.
 或者无法写出结果；64 用法错误。
 )"};
 
+/// The language of the locale: of LC_ALL, LC_MESSAGES and LANG the first that is not empty decides.
+enLanguage LocaleLanguage()
+{
+    for (const char* pVariable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const QByteArray value = qgetenv(pVariable);
+        if (!value.isEmpty()) {
+            return value.startsWith("zh") ? enLanguageChinese : enLanguageEnglish;
+        }
+    }
+    return enLanguageEnglish;
+}
+
 } // namespace
 
 bool StatusOptions::Parse(const QStringList& listArgument)
@@ -94,15 +106,4 @@ bool StatusOptions::Fail(const char* pEnglish, const char* pChinese, const QStri
     m_strError = QString::fromUtf8(ByLanguage(m_enLang, pEnglish, pChinese)).replace(QLatin1String("%1"), strDetail) +
                  QLatin1Char('\n') + strHint;
     return false;
-}
-
-enLanguage LocaleLanguage()
-{
-    for (const char* pVariable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        const QByteArray value = qgetenv(pVariable);
-        if (!value.isEmpty()) {
-            return value.startsWith("zh") ? enLanguageChinese : enLanguageEnglish;
-        }
-    }
-    return enLanguageEnglish;
 }

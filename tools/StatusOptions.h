@@ -14,7 +14,7 @@ enum enOutputFormat
     enFormatJson
 };
 
-/// What the command line asks for.
+/// What the command line asks for. Used by one thread at a time.
 class StatusOptions
 {
 public:
@@ -37,6 +37,3 @@ public:
 private:
     bool Fail(const char* pEnglish, const char* pChinese, const QString& strDetail = QString());
 };
-
-/// The language of the locale that the environment names for messages.
-enLanguage LocaleLanguage();

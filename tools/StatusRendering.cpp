@@ -43,6 +43,15 @@ QString Message(const StatusReport& report, enLanguage enLang)
     return QString();
 }
 
+/// What the exit status says about one report alone.
+enExitStatus ExitStatusOf(const StatusReport& report)
+{
+    if (!report.IsDecoded()) {
+        return enExitFailure;
+    }
+    return report.m_state.listErrorStatus.isEmpty() ? enExitGood : enExitErrors;
+}
+
 } // namespace
 
 StatusRendering::StatusRendering(const StatusOptions& options, StatusSource& source) : m_enLang(options.m_enLang)
@@ -51,7 +60,7 @@ StatusRendering::StatusRendering(const StatusOptions& options, StatusSource& sou
     bool bAny = false;
     source.Collect([&](const StatusReport& report) {
         bAny = true;
-        m_enExitStatus = std::max(m_enExitStatus, report.ExitStatus());
+        m_enExitStatus = std::max(m_enExitStatus, ExitStatusOf(report));
         if (options.m_enFormat == enFormatJson) {
             listJson.append(ReportJson(report));
         } else {

@@ -82,14 +82,6 @@ StatusReport StatusReport::OfAddress(const QString& strAddress)
     return report;
 }
 
-enExitStatus StatusReport::ExitStatus() const
-{
-    if (!IsDecoded()) {
-        return enExitFailure;
-    }
-    return m_state.listErrorStatus.isEmpty() ? enExitGood : enExitErrors;
-}
-
 QString StatusReport::FailureText(enLanguage enLang) const
 {
     const QString strText = QString::fromUtf8(c_failureLabelList.at(m_enFailure).Name(enLang));

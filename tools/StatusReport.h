@@ -5,7 +5,6 @@
 
 #include "PrinterCommon.h"
 #include "ReplyLayout.h"
-#include "StatusOutput.h"
 #include "UtilLanguageCtrl.h"
 #include "UtilPrinterStatus.h"
 
@@ -41,9 +40,6 @@ public:
     bool IsDecoded() const { return m_enFailure == enFailureNone; }
     bool IsReached() const { return IsDecoded() || IsRejected(); }
     bool IsRejected() const { return m_enFailure >= enFailureTruncated; }
-
-    /// What the program's exit status says about this report alone.
-    enExitStatus ExitStatus() const;
 
     /// The reason of a failure in words; empty when there is none.
     QString FailureText(enLanguage enLang) const;

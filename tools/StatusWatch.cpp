@@ -41,15 +41,11 @@ std::string Separator(const StatusOptions& options, bool bFirst)
 
 } // namespace
 
-StatusWatch::StatusWatch()
+int WatchStatus(const StatusOptions& options, StatusSource& source)
 {
     // Blocked and waited for, so that none is lost between two waits.
     const sigset_t signalSet = EndingSignals();
     sigprocmask(SIG_BLOCK, &signalSet, nullptr);
-}
-
-int StatusWatch::Run(const StatusOptions& options, StatusSource& source)
-{
     StatusRendering shown(options, source);
     bool bWritten = shown.Print(Separator(options, true));
     while (bWritten && !WaitForEnd()) {

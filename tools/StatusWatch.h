@@ -6,14 +6,7 @@
 class StatusOptions;
 class StatusSource;
 
-/// Shows the replies again after every change.
-class StatusWatch
-{
-public:
-    /// From here on SIGINT and SIGTERM end Run and no longer the process.
-    StatusWatch();
-
-    /// Looks once a second until a signal ends it or the output cannot be written; returns the exit status of what was
-    /// shown last.
-    int Run(const StatusOptions& options, StatusSource& source);
-};
+/// Shows the replies, and again after every change: looks once a second until SIGINT or SIGTERM ends it or the output
+/// cannot be written; returns the exit status of what was shown last. Called once, from the main thread, before any
+/// other is started: from then on these signals no longer end the process.
+int WatchStatus(const StatusOptions& options, StatusSource& source);

@@ -22,7 +22,7 @@ int main(int argc, char** argv)
     }
     StatusSource source(options);
     if (options.m_bWatch) {
-        return StatusWatch().Run(options, source);
+        return WatchStatus(options, source);
     }
     StatusRendering rendering(options, source);
     rendering.Print();
