@@ -15,6 +15,19 @@ int Number(const QString& strText, const char* pPattern)
     return QRegularExpression(QLatin1String(pPattern)).match(strText).captured(1).toInt();
 }
 
+/// The ids of the visible windows of that class, one to a line. A window that vanishes meanwhile, be it a panel's, ends
+/// the search with a BadWindow and without an id.
+QString VisibleIds(const QString& strClass)
+{
+    QProcess search;
+    do {
+        search.start(QStringLiteral("xdotool"),
+                     {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--class"), strClass});
+        search.waitForFinished();
+    } while (search.readAllStandardError().contains("BadWindow"));
+    return QString::fromUtf8(search.readAllStandardOutput());
+}
+
 } // namespace
 
 QString Run(const QString& strProgram, const QStringList& listArgument)
@@ -28,9 +41,7 @@ QString Run(const QString& strProgram, const QStringList& listArgument)
 QList<Window> Windows(const QString& strClass)
 {
     QList<Window> listWindow;
-    const QString strIds = Run(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                                                           QStringLiteral("--class"), strClass});
-    for (const QString& strId : strIds.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+    for (const QString& strId : VisibleIds(strClass).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
         const QString strInfo = Run(QStringLiteral("xwininfo"), {QStringLiteral("-id"), strId});
         const QString strTitle =
             QRegularExpression(QStringLiteral("Window id: \\S+ \"(.*)\"")).match(strInfo).captured(1);
