@@ -1,0 +1,283 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "WindowTest.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QStyle>
+#include <QtTest>
+
+namespace {
+
+/// Qt's own balloon on trays that embed a window; null while none is open.
+QWidget* Balloon()
+{
+    for (QWidget* pWidget : QApplication::topLevelWidgets()) {
+        if (pWidget->inherits("QBalloonTip") && pWidget->isVisible()) {
+            return pWidget;
+        }
+    }
+    return nullptr;
+}
+
+/// The title and the text of the open balloon, without those that have none.
+QStringList BalloonTexts()
+{
+    QStringList listText;
+    if (const QWidget* pBalloon = Balloon()) {
+        for (const QLabel* pLabel : pBalloon->findChildren<QLabel*>()) {
+            if (!pLabel->text().isEmpty()) {
+                listText.append(pLabel->text());
+            }
+        }
+    }
+    return listText;
+}
+
+bool BalloonShows(QStyle::StandardPixmap enIcon)
+{
+    for (const QLabel* pLabel : Balloon()->findChildren<QLabel*>()) {
+        const auto pixmap = pLabel->property("pixmap").value<QPixmap>();
+        if (!pixmap.isNull()) {
+            return pixmap.toImage() == QApplication::style()->standardIcon(enIcon).pixmap(pixmap.size()).toImage();
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+/// A printer's report: its state in the table and its balloon.
+class tst_StatusSlot : public WindowTest
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void stateHasItsText_data();
+    void stateHasItsText();
+    void errorHasItsTextAndBalloon_data();
+    void errorHasItsTextAndBalloon();
+    void warningShowsInTheTableWhilePrintingOnly_data();
+    void warningShowsInTheTableWhilePrintingOnly();
+    void errorComesBeforeWarning();
+    void everyReportShowsABalloon();
+    void noErrorNorWarningShowsNoBalloon();
+    void balloonEndsAfterThreeSeconds();
+    void rowOutsideTableOrListIsIgnored_data();
+    void rowOutsideTableOrListIsIgnored();
+
+private:
+    static void CloseBalloon();
+};
+
+void tst_StatusSlot::initTestCase()
+{
+    QTRY_VERIFY(QSystemTrayIcon::isSystemTrayAvailable());
+}
+
+void tst_StatusSlot::init()
+{
+    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    m_pWindow = std::make_unique<VoraPrinterToolWidget>();
+    StopListWorker(*m_pWindow);
+    QTRY_VERIFY(m_pWindow->m_pTrayIcon->geometry().top() > 0); // the tray has given the icon its place
+}
+
+void tst_StatusSlot::cleanup()
+{
+    CloseBalloon();
+    m_pWindow.reset();
+}
+
+void tst_StatusSlot::stateHasItsText_data()
+{
+    QTest::addColumn<int>("state");
+    QTest::addColumn<QString>("text");
+    const QStringList listText = {
+        QStringLiteral("未知"),         QStringLiteral("数据格式错误或版本不匹配"),
+        QStringLiteral("脱机"),         QStringLiteral("就绪"),
+        QStringLiteral("初始化"),       QStringLiteral("忙碌"),
+        QStringLiteral("正在取消任务"), QStringLiteral("错误"),
+        QStringLiteral("正在打印"),     QStringLiteral("正在扫描"),
+        QStringLiteral("正在复印"),     QStringLiteral("正在打印报告"),
+        QStringLiteral("清洁模式"),     QStringLiteral("校准模式"),
+        QStringLiteral("打印机任务中"), QStringLiteral("正在打印Debug报告"),
+    };
+    for (int i = 0; i < 16; ++i) {
+        QTest::newRow(QByteArray::number(i).constData()) << i << listText.at(i);
+    }
+    QTest::newRow("beyond the table") << 16 << QString();
+    QTest::newRow("negative") << -1 << QString();
+    QTest::newRow("far beyond") << 2147483647 << QString();
+}
+
+void tst_StatusSlot::stateHasItsText()
+{
+    QFETCH(int, state);
+    QFETCH(QString, text);
+    stPrinterState printerState;
+    printerState.enCurrentStatus = state;
+    ReportState(*m_pWindow, printerState);
+    QCOMPARE(Cell(0, 3), text);
+    QVERIFY(Balloon() == nullptr);
+}
+
+void tst_StatusSlot::errorHasItsTextAndBalloon_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("0") << 0 << QStringLiteral("错误状态未知");
+    QTest::newRow("6") << 6 << QStringLiteral("进纸托盘处卡纸，请取出纸张");
+    QTest::newRow("13") << 13 << QStringLiteral("进纸托盘处卡纸,请取出纸张");
+    QTest::newRow("35") << 35 << QStringLiteral("青色墨水空，请及时更换墨水瓶");
+    QTest::newRow("45") << 45 << QStringLiteral("故障#5201，请断电重启");
+    QTest::newRow("42, a code without text") << 42 << QString();
+    QTest::newRow("beyond the table") << 46 << QString();
+    QTest::newRow("negative") << -1 << QString();
+}
+
+void tst_StatusSlot::errorHasItsTextAndBalloon()
+{
+    QFETCH(int, code);
+    QFETCH(QString, text);
+    stPrinterState state;
+    state.enCurrentStatus = enStatusPrinting;
+    state.listErrorStatus = {static_cast<enErrorStatus>(code), enErrorMemoryFull};
+    ReportState(*m_pWindow, state);
+    QCOMPARE(Cell(0, 3), text);
+    QStringList listBalloon = {QStringLiteral("Office"), text};
+    listBalloon.removeAll(QString());
+    QTRY_COMPARE(BalloonTexts(), listBalloon);
+    QVERIFY(BalloonShows(QStyle::SP_MessageBoxCritical));
+}
+
+void tst_StatusSlot::warningShowsInTheTableWhilePrintingOnly_data()
+{
+    QTest::addColumn<int>("state");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("cell");
+    QTest::addColumn<QString>("balloon");
+    const QString strLow = QStringLiteral("墨水量低");
+    QTest::newRow("printing") << 8 << 25 << QStringLiteral("正在打印(墨水量低)") << strLow;
+    QTest::newRow("ready") << 3 << 25 << QStringLiteral("就绪") << strLow;
+    QTest::newRow("off-line") << 2 << 25 << QStringLiteral("脱机") << strLow;
+    QTest::newRow("error state") << 7 << 25 << QStringLiteral("错误") << strLow;
+    QTest::newRow("scanning") << 9 << 25 << QStringLiteral("正在扫描") << strLow;
+    QTest::newRow("copying") << 10 << 25 << QStringLiteral("正在复印") << strLow;
+    QTest::newRow("reporting") << 11 << 25 << QStringLiteral("正在打印报告") << strLow;
+    QTest::newRow("printing, cyan low has no Chinese text") << 8 << 28 << QStringLiteral("正在打印()") << QString();
+    QTest::newRow("ready, magenta low has no Chinese text") << 3 << 29 << QStringLiteral("就绪") << QString();
+    QTest::newRow("ready, yellow low has no Chinese text") << 3 << 30 << QStringLiteral("就绪") << QString();
+    QTest::newRow("printing, code beyond the table") << 8 << 46 << QStringLiteral("正在打印()") << QString();
+}
+
+void tst_StatusSlot::warningShowsInTheTableWhilePrintingOnly()
+{
+    QFETCH(int, state);
+    QFETCH(int, code);
+    QFETCH(QString, cell);
+    QFETCH(QString, balloon);
+    stPrinterState printerState;
+    printerState.enCurrentStatus = state;
+    printerState.listWarningStatus = {static_cast<enErrorStatus>(code), enErrorMemoryFull};
+    ReportState(*m_pWindow, printerState);
+    QCOMPARE(Cell(0, 3), cell);
+    QStringList listBalloon = {QStringLiteral("Office"), balloon};
+    listBalloon.removeAll(QString());
+    QTRY_COMPARE(BalloonTexts(), listBalloon);
+    QVERIFY(BalloonShows(QStyle::SP_MessageBoxWarning));
+}
+
+void tst_StatusSlot::errorComesBeforeWarning()
+{
+    stPrinterState state;
+    state.enCurrentStatus = enStatusPrinting;
+    state.listErrorStatus = {enErrorNoPaper, enErrorPaperJam};
+    state.listWarningStatus = {enErrorBlackInkLow};
+    ReportState(*m_pWindow, state);
+    QCOMPARE(Cell(0, 3), QStringLiteral("进纸托盘处无纸,请放入纸张"));
+    QTRY_COMPARE(BalloonTexts(), QStringList({QStringLiteral("Office"), QStringLiteral("进纸托盘处无纸,请放入纸张")}));
+    QVERIFY(BalloonShows(QStyle::SP_MessageBoxCritical));
+}
+
+void tst_StatusSlot::everyReportShowsABalloon()
+{
+    stPrinterState state;
+    state.listWarningStatus = {enErrorBlackInkLow};
+    for (int i = 0; i < 3; ++i) {
+        ReportState(*m_pWindow, state);
+        QTRY_VERIFY(Balloon() != nullptr);
+        CloseBalloon();
+        QVERIFY(Balloon() == nullptr);
+    }
+}
+
+void tst_StatusSlot::noErrorNorWarningShowsNoBalloon()
+{
+    stPrinterState state;
+    state.enCurrentStatus = enStatusPrinting;
+    ReportState(*m_pWindow, state);
+    QCoreApplication::processEvents();
+    QVERIFY(Balloon() == nullptr);
+    QCOMPARE(Cell(0, 3), QStringLiteral("正在打印"));
+}
+
+void tst_StatusSlot::balloonEndsAfterThreeSeconds()
+{
+    stPrinterState state;
+    state.listErrorStatus = {enErrorNoPaper};
+    QElapsedTimer timer;
+    timer.start();
+    ReportState(*m_pWindow, state);
+    QTRY_VERIFY(Balloon() != nullptr);
+    QTRY_VERIFY_WITH_TIMEOUT(Balloon() == nullptr, 8000);
+    QVERIFY2(timer.elapsed() >= 2700, QByteArray::number(timer.elapsed()).constData());
+    QVERIFY2(timer.elapsed() < 4500, QByteArray::number(timer.elapsed()).constData());
+}
+
+void tst_StatusSlot::rowOutsideTableOrListIsIgnored_data()
+{
+    QTest::addColumn<int>("listSize");
+    QTest::addColumn<int>("row");
+    QTest::newRow("negative") << 2 << -1;
+    QTest::newRow("lowest") << 2 << -2147483647 - 1;
+    QTest::newRow("one beyond both") << 2 << 2;
+    QTest::newRow("far beyond both") << 2 << 2147483647;
+    QTest::newRow("in the table, beyond the list that has shrunk") << 1 << 1;
+    QTest::newRow("in the table, list empty") << 0 << 0;
+    QTest::newRow("in the list that has grown, beyond the table") << 3 << 2;
+}
+
+void tst_StatusSlot::rowOutsideTableOrListIsIgnored()
+{
+    QFETCH(int, listSize);
+    QFETCH(int, row);
+    stPrinterManager printer = MakePrinter(QStringLiteral("Office"));
+    printer.printerState.enCurrentStatus = enStatusReady;
+    printer.printerState.listErrorStatus = {enErrorNoPaper};
+    ShowPrinters(*m_pWindow, {printer, printer});
+    SetPrinterList(*m_pWindow, Repeat(printer, listSize));
+    m_pWindow->SlotUpdatePrinterStatus(row);
+    QCOMPARE(Table()->rowCount(), 2);
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(Cell(i, 2), c_strNoInk);
+        QCOMPARE(Cell(i, 3), QStringLiteral("脱机"));
+    }
+    QVERIFY(Balloon() == nullptr);
+}
+
+void tst_StatusSlot::CloseBalloon()
+{
+    if (QWidget* pBalloon = Balloon()) {
+        pBalloon->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+QTEST_MAIN(tst_StatusSlot)
+
+#include "tst_StatusSlot.moc"
