@@ -53,15 +53,11 @@ void WriteBenchPrinters(int iCount)
         listPrinter.append(BenchPrinter(i));
         WriteBenchStatus(i, PlainReply(0x00));
     }
-    if (!folder.WritePrinterList(listPrinter)) {
-        qFatal("%s", qPrintable(folder.ErrorString()));
-    }
+    folder.WritePrinterList(listPrinter);
 }
 
 void WriteBenchStatus(int i, const QByteArray& reply)
 {
     static const DriverFolder s_folder(c_strCfgPath);
-    if (!s_folder.WriteStatus(BenchPrinterName(i), reply)) {
-        qFatal("%s", qPrintable(s_folder.ErrorString()));
-    }
+    s_folder.WriteStatus(BenchPrinterName(i), reply);
 }

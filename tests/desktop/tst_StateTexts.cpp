@@ -156,7 +156,7 @@ void tst_StateTexts::failedReadsMakeOffline()
 
     QElapsedTimer timer;
     timer.start();
-    QVERIFY(m_folder.RemoveStatus(strGone));
+    m_folder.RemoveStatus(strGone);
     QTRY_COMPARE_WITH_TIMEOUT(State(0), c_strOffline, c_iOfflineTimeOutMSec);
     QVERIFY2(timer.elapsed() >= 10000,
              qPrintable(QString::number(timer.elapsed()))); // ten seconds between eleven reads
@@ -176,15 +176,15 @@ void tst_StateTexts::rejectedReplyLeavesTheRow()
 
     const QByteArray reply = EncodeStatusReply(Reply(0x10, {0x6100}));
     for (const QByteArray& rejected : {reply.left(reply.size() - 1), reply.left(7), QByteArray()}) {
-        QVERIFY(m_folder.WriteStatus(strName, rejected));
+        m_folder.WriteStatus(strName, rejected);
         QTRY_VERIFY(WasRead(strName));
     }
-    QVERIFY(m_folder.WriteStatus(strName, reply.left(8))); // when it is read, the one before has been dealt with
+    m_folder.WriteStatus(strName, reply.left(8)); // when it is read, the one before has been dealt with
     QTRY_VERIFY(WasRead(strName));
     QCOMPARE(State(0), c_strReady);
     QCOMPARE(Ink(0), QStringLiteral("青色：高   红色：中   黄色：较低   黑色：低"));
 
-    QVERIFY(m_folder.WriteStatus(strName, reply));
+    m_folder.WriteStatus(strName, reply);
     QTRY_COMPARE(State(0), c_strNoPaper);
 }
 

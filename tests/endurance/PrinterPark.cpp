@@ -28,23 +28,25 @@ QStringList PrinterPark::Row(int iRow) const
     return {printer.info.strPrinterName, QStringLiteral("网络(%1)").arg(printer.info.strPort), printer.state.strText};
 }
 
-bool PrinterPark::WriteAll() const
+void PrinterPark::WriteAll() const
 {
-    return std::all_of(m_listPrinter.begin(), m_listPrinter.end(),
-                       [this](const stPrinter& printer) { return WriteStatus(printer); }) &&
-           WriteList();
+    for (const stPrinter& printer : m_listPrinter) {
+        WriteStatus(printer);
+    }
+    WriteList();
 }
 
-bool PrinterPark::SetState(int iRow, const stState& state)
+void PrinterPark::SetState(int iRow, const stState& state)
 {
     m_listPrinter[iRow].state = state;
-    return WriteStatus(m_listPrinter.at(iRow));
+    WriteStatus(m_listPrinter.at(iRow));
 }
 
 QList<int> PrinterPark::SwapWithNext(int iRow)
 {
     std::swap(m_listPrinter[iRow], m_listPrinter[iRow + 1]);
-    return WriteList() ? QList<int>{iRow, iRow + 1} : QList<int>();
+    WriteList();
+    return {iRow, iRow + 1};
 }
 
 QList<int> PrinterPark::Rename(int iRow)
@@ -53,30 +55,33 @@ QList<int> PrinterPark::Rename(int iRow)
     const QString strOldName = printer.info.strPrinterName;
     printer.info.strPrinterName = QStringLiteral("Renamed%1").arg(m_iRenamed++);
     // The list last: a printer whose status file is not there yet would show as off-line.
-    const bool bWritten = WriteStatus(printer) && WriteList() && m_folder.RemoveStatus(strOldName);
-    return bWritten ? QList<int>{iRow} : QList<int>();
+    WriteStatus(printer);
+    WriteList();
+    m_folder.RemoveStatus(strOldName);
+    return {iRow};
 }
 
 QList<int> PrinterPark::Move(int iRow)
 {
     m_listPrinter[iRow].info.strPort = QStringLiteral("10.1.0.%1").arg(m_iMoved++);
-    return WriteList() ? QList<int>{iRow} : QList<int>();
+    WriteList();
+    return {iRow};
 }
 
-bool PrinterPark::WriteStatus(const stPrinter& printer) const
+void PrinterPark::WriteStatus(const stPrinter& printer) const
 {
     stStatusReply reply;
     reply.byStatus = printer.state.byStatus;
     reply.listErrorCode = printer.state.listErrorCode;
     reply.listWarningCode = printer.state.listWarningCode;
-    return m_folder.WriteStatus(printer.info.strPrinterName, EncodeStatusReply(reply));
+    m_folder.WriteStatus(printer.info.strPrinterName, EncodeStatusReply(reply));
 }
 
-bool PrinterPark::WriteList() const
+void PrinterPark::WriteList() const
 {
     QList<stPrinterInfo> listInfo;
     for (const stPrinter& printer : m_listPrinter) {
         listInfo.append(printer.info);
     }
-    return m_folder.WritePrinterList(listInfo);
+    m_folder.WritePrinterList(listInfo);
 }

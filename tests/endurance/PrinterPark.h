@@ -30,9 +30,9 @@ public:
     /// Name, connection and state of a row.
     QStringList Row(int iRow) const;
 
-    /// Each returns false when a file could not be written.
-    bool WriteAll() const;
-    bool SetState(int iRow, const stState& state);
+    // Throw ToolError when a file cannot be written, like the changes below.
+    void WriteAll() const;
+    void SetState(int iRow, const stState& state);
 
     // Changes of the list that do not shrink it; each returns the rows that look different then.
     QList<int> SwapWithNext(int iRow);
@@ -46,8 +46,8 @@ private:
         stState state;
     };
 
-    bool WriteStatus(const stPrinter& printer) const;
-    bool WriteList() const;
+    void WriteStatus(const stPrinter& printer) const;
+    void WriteList() const;
 
     const DriverFolder& m_folder;
     QList<stPrinter> m_listPrinter;

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
-#include "InputError.h"
 #include "ReplyLayout.h"
 #include "Scenario.h"
 #include "Verdict.h"
@@ -24,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
             return step.iAtMSec >= 0 && !step.listPrinter.isEmpty() &&
                    step.listPrinter.constLast() < scenario.listPrinter.size();
         }));
-    } catch (const InputError& error) {
+    } catch (const ToolError& error) {
         Require(!error.Message().isEmpty());
     }
     return 0;

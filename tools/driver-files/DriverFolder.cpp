@@ -6,12 +6,67 @@
 #include "QtCompat.h"
 
 #include <QDir>
-#include <QFileInfo>
-#include <QSaveFile>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+#include <cerrno>
+#include <cstdio>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
+
 const QString c_strWriterKey = QStringLiteral("Main/WrittenBy"); // of no meaning to the list's readers
+
+[[noreturn]] void FailToWrite(const QString& strPath, const QString& strReason, enExitStatus enStatus)
+{
+    throw ToolError(enStatus, QStringLiteral("cannot write %1: %2").arg(strPath, strReason));
+}
+
+/// What stands there itself, not what it leads to.
+bool Exists(const QString& strPath)
+{
+    struct stat status = {};
+    return ::lstat(QFile::encodeName(strPath).constData(), &status) == 0;
+}
+
+bool IsPlainFile(const QString& strPath)
+{
+    struct stat status = {};
+    return ::lstat(QFile::encodeName(strPath).constData(), &status) == 0 && S_ISREG(status.st_mode) &&
+           status.st_uid == ::geteuid();
+}
+
+void Remove(const QString& strPath)
+{
+    QFile file(strPath);
+    if (!file.remove() && Exists(strPath)) {
+        throw ToolError(enExitIo, QStringLiteral("cannot remove %1: %2").arg(strPath, file.errorString()));
+    }
+}
+
 } // namespace
+
+void ReplaceFile(const QString& strPath, const QByteArray& content, enExitStatus enFailure)
+{
+    const quint32 dwSuffix = QRandomGenerator::global()->generate();
+    QFile file(QStringLiteral("%1.%2").arg(strPath).arg(dwSuffix, 8, 16, QLatin1Char('0')));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
+        FailToWrite(strPath, file.errorString(), enFailure);
+    }
+    if (file.write(content) != content.size() || !file.flush()) {
+        const QString strReason = file.errorString();
+        file.remove();
+        FailToWrite(strPath, strReason, enExitIo);
+    }
+    // QFile::rename replaces nothing.
+    if (std::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(strPath).constData()) != 0) {
+        const QString strReason = qt_error_string(errno);
+        file.remove();
+        FailToWrite(strPath, strReason, enFailure);
+    }
+}
 
 DriverFolder::DriverFolder(const QString& strCfgPath, const QString& strWriter)
     : m_strCfgPath(QDir(strCfgPath).absolutePath()), m_strWriter(strWriter)
@@ -29,22 +84,41 @@ QString DriverFolder::StatusPath(const QString& strName) const
     return m_strCfgPath + QLatin1Char('/') + strName + c_strStatusFileSuffix;
 }
 
-bool DriverFolder::HasForeignList() const
+bool DriverFolder::HasStatus(const QString& strName) const
 {
-    const QFileInfo fileInfo(ListPath());
-    if (!fileInfo.isFile()) {
-        return fileInfo.exists() || fileInfo.isSymLink();
+    return Exists(StatusPath(strName));
+}
+
+bool DriverFolder::HasPlainStatus(const QString& strName) const
+{
+    return IsPlainFile(StatusPath(strName));
+}
+
+bool DriverFolder::HasList() const
+{
+    return Exists(ListPath());
+}
+
+bool DriverFolder::HasOwnList() const
+{
+    if (!IsPlainFile(ListPath())) {
+        return false;
     }
     QSettings settings(ListPath(), QSettings::IniFormat);
     SetIniUtf8(settings);
-    return settings.value(c_strWriterKey).toString() != m_strWriter;
+    return settings.value(c_strWriterKey).toString() == m_strWriter;
 }
 
-bool DriverFolder::WritePrinterList(const QList<stPrinterInfo>& listPrinter) const
+void DriverFolder::WritePrinterList(const QList<stPrinterInfo>& listPrinter, enExitStatus enFailure) const
 {
-    QSettings settings(ListPath(), QSettings::IniFormat);
+    // QSettings follows a link: it writes where nobody else can put one.
+    const QTemporaryDir privateFolder;
+    if (!privateFolder.isValid()) {
+        FailToWrite(ListPath(), privateFolder.errorString(), enFailure);
+    }
+    const QString strPrivateList = privateFolder.filePath(c_strPrinterListName);
+    QSettings settings(strPrivateList, QSettings::IniFormat);
     SetIniUtf8(settings);
-    settings.clear();
     if (!m_strWriter.isEmpty()) {
         settings.setValue(c_strWriterKey, m_strWriter);
     }
@@ -60,38 +134,24 @@ bool DriverFolder::WritePrinterList(const QList<stPrinterInfo>& listPrinter) con
         settings.endGroup();
     }
     settings.sync();
-    if (settings.status() != QSettings::NoError) {
-        m_strError = QStringLiteral("cannot write %1").arg(ListPath());
+    QFile privateList(strPrivateList);
+    if (settings.status() != QSettings::NoError || !privateList.open(QIODevice::ReadOnly)) {
+        FailToWrite(ListPath(), privateList.errorString(), enExitIo);
     }
-    return settings.status() == QSettings::NoError;
+    ReplaceFile(ListPath(), privateList.readAll(), enFailure);
 }
 
-bool DriverFolder::WriteStatus(const QString& strName, const QByteArray& reply) const
+void DriverFolder::WriteStatus(const QString& strName, const QByteArray& reply, enExitStatus enFailure) const
 {
-    QSaveFile file(StatusPath(strName));
-    const bool bWritten = file.open(QIODevice::WriteOnly) && file.write(reply) == reply.size() && file.commit();
-    if (!bWritten) {
-        m_strError = QStringLiteral("cannot write %1: %2").arg(file.fileName(), file.errorString());
-    }
-    return bWritten;
+    ReplaceFile(StatusPath(strName), reply, enFailure);
 }
 
-bool DriverFolder::RemoveStatus(const QString& strName) const
+void DriverFolder::RemoveStatus(const QString& strName) const
 {
-    return Remove(StatusPath(strName));
+    Remove(StatusPath(strName));
 }
 
-bool DriverFolder::RemovePrinterList() const
+void DriverFolder::RemovePrinterList() const
 {
-    return Remove(ListPath());
-}
-
-bool DriverFolder::Remove(const QString& strPath) const
-{
-    QFile file(strPath);
-    const bool bRemoved = file.remove();
-    if (!bRemoved) {
-        m_strError = QStringLiteral("cannot remove %1: %2").arg(strPath, file.errorString());
-    }
-    return bRemoved;
+    Remove(ListPath());
 }

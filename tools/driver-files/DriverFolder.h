@@ -4,10 +4,15 @@
 #pragma once
 
 #include "PrinterCommon.h"
+#include "ToolError.h"
+
+/// Puts a new file in the place of whatever stands at strPath, a link itself and not its target. Readers find the old
+/// one or the new one, never a part. Throws ToolError: with enFailure when nothing can be put there, with enExitIo when
+/// it cannot be written. Called from any thread.
+void ReplaceFile(const QString& strPath, const QByteArray& content, enExitStatus enFailure = enExitCannotCreate);
 
 /// The folder in which the printer driver package keeps its printer list and status files ("cfg/"), as a writer sees
-/// it. Every file is replaced atomically: a reader finds the old one or the new one, never a part. Used by one thread
-/// at a time, although the functions are const: a failure leaves its text.
+/// it. Files are written as by ReplaceFile. Used by one thread at a time.
 class DriverFolder
 {
 public:
@@ -20,24 +25,25 @@ public:
     /// The status file of the queue strName, taken as it is: a "/" in it leads elsewhere.
     QString StatusPath(const QString& strName) const;
 
-    /// True when what stands in the printer list's place does not bear this writer's signature: somebody else's list,
-    /// one that cannot be read, a folder, a link to nothing. False when nothing stands there.
-    bool HasForeignList() const;
+    /// Whether anything stands in the status file's place, even a link to nothing.
+    bool HasStatus(const QString& strName) const;
+    /// Whether that is a regular file of this process's user.
+    bool HasPlainStatus(const QString& strName) const;
 
-    // Each returns false, with an error text, when the file could not be written or removed; one that is not there
-    // cannot be removed.
-    bool WritePrinterList(const QList<stPrinterInfo>& listPrinter) const;
-    bool WriteStatus(const QString& strName, const QByteArray& reply) const;
-    bool RemoveStatus(const QString& strName) const;
-    bool RemovePrinterList() const;
+    /// Whether anything stands in the printer list's place, even a link to nothing.
+    bool HasList() const;
+    /// Whether that is a regular file of this process's user with this writer's signature.
+    bool HasOwnList() const;
 
-    /// What the last failure was about, for a person.
-    QString ErrorString() const { return m_strError; }
+    // Throw ToolError as ReplaceFile does.
+    void WritePrinterList(const QList<stPrinterInfo>& listPrinter, enExitStatus enFailure = enExitCannotCreate) const;
+    void WriteStatus(const QString& strName, const QByteArray& reply,
+                     enExitStatus enFailure = enExitCannotCreate) const;
+    // Throw ToolError with enExitIo. A file that is not there has been removed.
+    void RemoveStatus(const QString& strName) const;
+    void RemovePrinterList() const;
 
 private:
-    bool Remove(const QString& strPath) const;
-
     QString m_strCfgPath;
     QString m_strWriter;
-    mutable QString m_strError;
 };

@@ -3,8 +3,6 @@
 
 #include "JsonReader.h"
 
-#include "InputError.h"
-
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
@@ -25,11 +23,6 @@ QString Describe(const QJsonValue& value)
     case QJsonValue::Object: return QStringLiteral("an object");
     }
     return QString();
-}
-
-[[noreturn]] void FailAt(const QString& strPath, const QString& strExpected, const QJsonValue& found)
-{
-    throw InputError(QStringLiteral("%1: expected %2, found %3").arg(strPath, strExpected, Describe(found)));
 }
 
 } // namespace
@@ -53,10 +46,11 @@ JsonReader JsonReader::FromBytes(const QByteArray& json, const QString& strSourc
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError) {
         const auto iLine = json.left(error.offset).count('\n') + 1;
-        throw InputError(QStringLiteral("%1:%2: expected JSON: %3").arg(strSource).arg(iLine).arg(error.errorString()));
+        throw ToolError(enExitData,
+                        QStringLiteral("%1:%2: expected JSON: %3").arg(strSource).arg(iLine).arg(error.errorString()));
     }
     if (!document.isObject()) {
-        throw InputError(QStringLiteral("%1:1: expected an object, found a list").arg(strSource));
+        throw ToolError(enExitData, QStringLiteral("%1:1: expected an object, found a list").arg(strSource));
     }
     return {document.object(), strSource + QStringLiteral(": ")};
 }
@@ -65,8 +59,8 @@ void JsonReader::AllowOnly(const QStringList& listKey) const
 {
     for (const QString& strKey : m_object.keys()) {
         if (!listKey.contains(strKey)) {
-            throw InputError(QStringLiteral("%1%2: unknown key, expected one of %3")
-                                 .arg(m_strPath, strKey, listKey.join(QLatin1String(", "))));
+            throw ToolError(m_enFailure, QStringLiteral("%1%2: unknown key, expected one of %3")
+                                             .arg(m_strPath, strKey, listKey.join(QLatin1String(", "))));
         }
     }
 }
@@ -131,7 +125,7 @@ JsonReader JsonReader::Child(const QString& strKey) const
     if (!Value(strKey).isObject()) {
         Fail(strKey, QStringLiteral("an object"));
     }
-    return {Value(strKey).toObject(), m_strPath + strKey + QLatin1Char('.')};
+    return {Value(strKey).toObject(), m_strPath + strKey + QLatin1Char('.'), m_enFailure};
 }
 
 QList<JsonReader> JsonReader::Children(const QString& strKey, int iMax) const
@@ -142,7 +136,8 @@ QList<JsonReader> JsonReader::Children(const QString& strKey, int iMax) const
         if (!item.isObject()) {
             FailItem(strKey, iIndex, QStringLiteral("an object"));
         }
-        listChild.append({item.toObject(), QStringLiteral("%1%2[%3].").arg(m_strPath, strKey).arg(iIndex)});
+        listChild.append(
+            {item.toObject(), QStringLiteral("%1%2[%3].").arg(m_strPath, strKey).arg(iIndex), m_enFailure});
     }
     return listChild;
 }
@@ -172,4 +167,10 @@ void JsonReader::FailItem(const QString& strKey, int iIndex, const QString& strE
 {
     FailAt(QStringLiteral("%1%2[%3]").arg(m_strPath, strKey).arg(iIndex), strExpected,
            Value(strKey).toArray().at(iIndex));
+}
+
+void JsonReader::FailAt(const QString& strPath, const QString& strExpected, const QJsonValue& found) const
+{
+    throw ToolError(m_enFailure,
+                    QStringLiteral("%1: expected %2, found %3").arg(strPath, strExpected, Describe(found)));
 }

@@ -26,7 +26,7 @@ struct stFieldKey
 QList<stFieldKey> ReplyFields();
 QStringList ReplyFieldKeys();
 
-/// Stores the fields that the object has; the others stay. Other keys of the object are left alone. Throws InputError
+/// Stores the fields that the object has; the others stay. Other keys of the object are left alone. Throws ToolError
 /// at the first wrong value; the fields before it are stored by then.
 void ApplyReplyFields(const JsonReader& reader, stStatusReply& reply);
 
@@ -38,6 +38,6 @@ void SetSupplies(stStatusReply& reply, const stSuppliesRecord& record);
 quint32 SuppliesValue(const stStatusReply& reply, enSuppliesKey enKey);
 
 // Raw codes of a list of at most 255 names ("no-paper"), hexadecimal texts ("0x6100") or numbers; a missing list is
-// empty. Throw InputError.
+// empty. Throw ToolError.
 QList<quint16> ErrorCodes(const JsonReader& reader, const QString& strKey);
 QList<quint8> StateCodes(const JsonReader& reader, const QString& strKey);

@@ -3,63 +3,70 @@
 
 #include "CommandLine.h"
 
+#include "Printable.h"
+#include "ToolError.h"
+#include "ToolOutput.h"
+
 #include <QCoreApplication>
 #include <QFile>
 
 #include <cerrno>
-#include <cstdio>
 
 namespace {
 constexpr qint64 c_iMaxInputSize = 16 << 20;
 } // namespace
 
-void Print(FILE* pFile, const QString& strText)
+void PrintLine(const QString& strText, const EndSignals* pEndSignals)
 {
-    const QByteArray line = strText.toUtf8() + '\n';
-    const bool bWritten = std::fputs(line.constData(), pFile) >= 0 && std::fflush(pFile) == 0;
-    if (!bWritten && pFile == stdout) {
-        throw stEnd{enSimExitIo, QStringLiteral("cannot write to standard output: ") + qt_error_string(errno)};
+    Print(Printable(strText).toUtf8() + '\n', pEndSignals);
+}
+
+void Print(const QByteArray& bytes, const EndSignals* pEndSignals)
+{
+    const int iError = WriteOutput(bytes, pEndSignals);
+    if (iError != 0 && iError != EINTR) {
+        throw ToolError(enExitIo, QStringLiteral("cannot write to standard output: ") + qt_error_string(iError));
     }
 }
 
-void ParseArguments(QCommandLineParser& parser, const QStringList& listArgument, int iMaxPositional)
+bool ParseArguments(QCommandLineParser& parser, const QStringList& listArgument, int iMaxPositional)
 {
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this text."));
     const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
                                      QStringLiteral("Show the version."));
     parser.addOptions({help, version});
     if (!parser.parse(listArgument)) {
-        throw stEnd{enSimExitUsage, parser.errorText()};
+        throw ToolError(enExitUsage, parser.errorText());
     }
-    const QString strProgram = QCoreApplication::applicationName();
     if (parser.isSet(help)) {
         // The path that the program was started by may be longer than a line, and lacks the subcommand.
         QString strHelp = parser.helpText();
-        Print(stdout, strHelp.replace(QCoreApplication::arguments().constFirst(), listArgument.constFirst()).trimmed());
-        throw stEnd{enSimExitOk, QString()};
+        strHelp.replace(QCoreApplication::arguments().constFirst(), listArgument.constFirst());
+        Print(strHelp.trimmed().toUtf8() + '\n');
+        return false;
     }
     if (parser.isSet(version)) {
-        Print(stdout, strProgram + QLatin1Char(' ') + QCoreApplication::applicationVersion());
-        throw stEnd{enSimExitOk, QString()};
+        PrintLine(QCoreApplication::applicationName() + QLatin1Char(' ') + QCoreApplication::applicationVersion());
+        return false;
     }
     if (parser.positionalArguments().size() > iMaxPositional) {
-        throw stEnd{enSimExitUsage,
-                    QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().at(iMaxPositional))};
+        throw ToolError(
+            enExitUsage,
+            QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().at(iMaxPositional)));
     }
+    return true;
 }
 
 QByteArray ReadInput(const QString& strPath)
 {
     QFile file(strPath);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw stEnd{enSimExitNoInput, QStringLiteral("cannot read %1: %2").arg(strPath, file.errorString())};
-    }
-    const QByteArray bytes = file.read(c_iMaxInputSize + 1);
+    const bool bOpen = file.open(QIODevice::ReadOnly);
+    const QByteArray bytes = bOpen ? file.read(c_iMaxInputSize + 1) : QByteArray();
     if (file.error() != QFileDevice::NoError) {
-        throw stEnd{enSimExitNoInput, QStringLiteral("cannot read %1: %2").arg(strPath, file.errorString())};
+        throw ToolError(enExitNoInput, QStringLiteral("cannot read %1: %2").arg(strPath, file.errorString()));
     }
     if (bytes.size() > c_iMaxInputSize) {
-        throw stEnd{enSimExitData, QStringLiteral("%1: expected at most 16 MiB").arg(strPath)};
+        throw ToolError(enExitData, QStringLiteral("%1: expected at most 16 MiB").arg(strPath));
     }
     return bytes;
 }

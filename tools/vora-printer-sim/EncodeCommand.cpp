@@ -4,13 +4,12 @@
 #include "EncodeCommand.h"
 
 #include "CommandLine.h"
-#include "InputError.h"
+#include "DriverFolder.h"
 #include "JsonReader.h"
 #include "ReplyFields.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QSaveFile>
 
 #include <algorithm>
 
@@ -84,34 +83,21 @@ stStatusReply ReplyFromFile(const QString& strPath)
 stStatusReply ReplyFromOptions(const QCommandLineParser& parser)
 {
     stStatusReply reply;
-    try {
-        ApplyReplyFields(JsonReader(FieldsOf(parser), QStringLiteral("--")), reply);
-    } catch (const InputError& error) {
-        throw stEnd{enSimExitUsage, error.Message()};
-    }
+    ApplyReplyFields(JsonReader(FieldsOf(parser), QStringLiteral("--"), enExitUsage), reply);
     return reply;
 }
 
 void Write(const QByteArray& bytes, const QString& strPath)
 {
     if (strPath.isEmpty()) {
-        QFile file;
-        if (!file.open(stdout, QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
-            throw stEnd{enSimExitIo, QStringLiteral("cannot write to standard output: ") + file.errorString()};
-        }
+        Print(bytes);
         return;
     }
     const QFileInfo fileInfo(strPath);
     if (fileInfo.exists() && !fileInfo.isFile()) {
-        throw stEnd{enSimExitCannotCreate, QStringLiteral("cannot write %1: not a regular file").arg(strPath)};
+        throw ToolError(enExitCannotCreate, QStringLiteral("cannot write %1: not a regular file").arg(strPath));
     }
-    QSaveFile file(strPath);
-    if (!file.open(QIODevice::WriteOnly)) {
-        throw stEnd{enSimExitCannotCreate, QStringLiteral("cannot write %1: %2").arg(strPath, file.errorString())};
-    }
-    if (file.write(bytes) != bytes.size() || !file.commit()) {
-        throw stEnd{enSimExitIo, QStringLiteral("cannot write %1: %2").arg(strPath, file.errorString())};
-    }
+    ReplaceFile(strPath, bytes);
 }
 
 } // namespace
@@ -121,10 +107,12 @@ void RunEncode(const QStringList& listArgument)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Writes one status reply. What is not given is zero or empty."));
     AddOptions(parser);
-    ParseArguments(parser, listArgument, 0);
+    if (!ParseArguments(parser, listArgument, 0)) {
+        return;
+    }
     const bool bJson = parser.isSet(c_strJson);
     if (bJson && !FieldsOf(parser).isEmpty()) {
-        throw stEnd{enSimExitUsage, QStringLiteral("--json: expected no other field beside it")};
+        throw ToolError(enExitUsage, QStringLiteral("--json: expected no other field beside it"));
     }
     const stStatusReply reply = bJson ? ReplyFromFile(parser.value(c_strJson)) : ReplyFromOptions(parser);
     Write(EncodeStatusReply(reply), parser.value(c_strOutput));

@@ -6,6 +6,5 @@
 #include <QStringList>
 
 /// Writes one status reply to standard output or, whole or not at all, to a file. The first argument is what the
-/// command is called in its help text. Throws stEnd; InputError when the --json file is wrong. Called from the main
-/// thread.
+/// command is called in its help text. Throws ToolError. Called from the main thread.
 void RunEncode(const QStringList& listArgument);

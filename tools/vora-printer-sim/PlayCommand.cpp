@@ -4,18 +4,21 @@
 #include "PlayCommand.h"
 
 #include "CommandLine.h"
+#include "EndSignals.h"
 #include "Player.h"
 #include "Scenario.h"
 #include "ScenarioLibrary.h"
-#include "SignalWatcher.h"
 #include "StatusResponder.h"
+#include "ToolOutput.h"
 
-#include <QCoreApplication>
 #include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <QRandomGenerator>
 #include <QScopeGuard>
+#include <QSocketNotifier>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <memory>
 
@@ -51,11 +54,11 @@ std::optional<Number> NumberOption(const QCommandLineParser& parser, const char*
     const bool bInRange = bNumber && dNumber >= static_cast<double>(min) && dNumber <= static_cast<double>(max);
     if (!bInRange || static_cast<double>(static_cast<Number>(dNumber)) != dNumber) {
         const QString strKind = QLatin1String(std::is_integral_v<Number> ? "a whole number" : "a number");
-        throw stEnd{enSimExitUsage, QStringLiteral("--%1: expected %2 from %3 to %4, found \"%5\"")
-                                        .arg(strOption, strKind)
-                                        .arg(min)
-                                        .arg(max)
-                                        .arg(parser.value(strOption))};
+        throw ToolError(enExitUsage, QStringLiteral("--%1: expected %2 from %3 to %4, found \"%5\"")
+                                         .arg(strOption, strKind)
+                                         .arg(min)
+                                         .arg(max)
+                                         .arg(parser.value(strOption)));
     }
     return static_cast<Number>(dNumber);
 }
@@ -65,7 +68,7 @@ QHostAddress UdpAddress(const QString& strAddress)
     QHostAddress address(QHostAddress::LocalHost);
     if (!strAddress.isEmpty() &&
         (!address.setAddress(strAddress) || address.protocol() != QAbstractSocket::IPv4Protocol)) {
-        throw stEnd{enSimExitUsage, QStringLiteral("--udp: expected an IPv4 address, found \"%1\"").arg(strAddress)};
+        throw ToolError(enExitUsage, QStringLiteral("--udp: expected an IPv4 address, found \"%1\"").arg(strAddress));
     }
     return address;
 }
@@ -76,7 +79,7 @@ QByteArray ScenarioText(const QString& strScenario)
         return BuiltInScenario(strScenario);
     }
     if (!QFile::exists(strScenario)) {
-        throw stEnd{enSimExitNoInput, QStringLiteral("%1: expected a file or a name of --list").arg(strScenario)};
+        throw ToolError(enExitNoInput, QStringLiteral("%1: expected a file or a name of --list").arg(strScenario));
     }
     return ReadInput(strScenario);
 }
@@ -85,7 +88,7 @@ void PrintList()
 {
     for (const QString& strName : BuiltInScenarios()) {
         const stScenario scenario = ReadScenario(BuiltInScenario(strName), strName);
-        Print(stdout, strName.leftJustified(22) + scenario.strDescription);
+        PrintLine(strName.leftJustified(22) + scenario.strDescription);
     }
 }
 
@@ -99,8 +102,8 @@ QString UdpPrinter(const stPlayOptions& options, const stScenario& scenario)
             return options.strUdpPrinter;
         }
     }
-    throw stEnd{enSimExitUsage,
-                QStringLiteral("--udp-printer: the scenario has no printer \"%1\"").arg(options.strUdpPrinter)};
+    throw ToolError(enExitUsage,
+                    QStringLiteral("--udp-printer: the scenario has no printer \"%1\"").arg(options.strUdpPrinter));
 }
 
 /// Removed again with the object.
@@ -108,22 +111,14 @@ std::unique_ptr<QTemporaryDir> MakeTemporaryFolder()
 {
     const QString strParent = QDir::tempPath();
     if (strParent.isEmpty()) { // a TMPDIR that is not there; the new folder would stand in the root of the file system
-        throw stEnd{enSimExitCannotCreate, QStringLiteral("cannot make a temporary folder: TMPDIR is not a folder")};
+        throw ToolError(enExitCannotCreate, QStringLiteral("cannot make a temporary folder: TMPDIR is not a folder"));
     }
     auto pFolder = std::make_unique<QTemporaryDir>(strParent + QStringLiteral("/vora-printer-sim-XXXXXX"));
     if (!pFolder->isValid()) {
-        throw stEnd{enSimExitCannotCreate, QStringLiteral("cannot make a temporary folder: ") + pFolder->errorString()};
+        throw ToolError(enExitCannotCreate,
+                        QStringLiteral("cannot make a temporary folder: ") + pFolder->errorString());
     }
     return pFolder;
-}
-
-void RefuseForeignList(const DriverFolder& folder, bool bForce)
-{
-    if (folder.HasForeignList() && !bForce) {
-        throw stEnd{enSimExitCannotCreate,
-                    QStringLiteral("%1 was not written by this program and stays as it is; --force replaces it")
-                        .arg(folder.ListPath())};
-    }
 }
 
 /// The seed asked for, or one drawn by lot and told when the scenario uses it.
@@ -131,39 +126,46 @@ quint32 Seed(const stPlayOptions& options, const stScenario& scenario)
 {
     const quint32 dwSeed = options.dwSeed.value_or(QRandomGenerator::global()->generate());
     if (!options.dwSeed && scenario.UsesChance()) {
-        Print(stderr, QStringLiteral("vora-printer-sim: --seed %1 plays this again").arg(dwSeed));
+        WriteMessage(QStringLiteral("--seed %1 plays this again").arg(dwSeed));
     }
     return dwSeed;
 }
 
-void Listen(StatusResponder& responder, const stPlayOptions& options)
+/// Answers queries until the next moment is due or a signal has come.
+void WaitForNext(const Player& player, const EndSignals& endSignals)
 {
-    if (options.bMisbehave) {
-        responder.SetMisbehave();
+    QEventLoop loop;
+    QTimer timer;
+    timer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+    if (const std::optional<int> iWait = player.WaitMSec()) {
+        timer.start(*iWait);
     }
-    if (options.udpAddress && !responder.Listen(*options.udpAddress)) {
-        throw stEnd{enSimExitUnavailable, QStringLiteral("--udp: cannot listen on %1 port %2: %3")
-                                              .arg(options.udpAddress->toString())
-                                              .arg(StatusResponder::c_wPort)
-                                              .arg(responder.ErrorString())};
+    std::optional<QSocketNotifier> notifier;
+    if (endSignals.Descriptor() >= 0) {
+        notifier.emplace(endSignals.Descriptor(), QSocketNotifier::Read);
+        QObject::connect(&*notifier, &QSocketNotifier::activated, &loop, &QEventLoop::quit);
     }
+    loop.exec();
 }
 
 /// Until the scenario's end, a signal or a failure; tells the folder once the first files are there.
-void PlayToEnd(Player& player, const SignalWatcher& signalWatcher, const QString& strRoot)
+void PlayToEnd(Player& player, const EndSignals& endSignals, const QString& strRoot)
 {
-    QObject::connect(&signalWatcher, &SignalWatcher::SgnEnd, qApp, [] { QCoreApplication::exit(enSimExitOk); });
-    QObject::connect(&player, &Player::SgnFinished, qApp, [] { QCoreApplication::exit(enSimExitOk); });
-    QObject::connect(&player, &Player::SgnFailed, qApp, [] { QCoreApplication::exit(enSimExitIo); });
-    const auto cleanUp = qScopeGuard([&player] { player.CleanUp(); }); // when the folder cannot be told, too
-    int iStatus = enSimExitCannotCreate;
-    if (player.Start()) {
-        Print(stdout, strRoot);
-        iStatus = QCoreApplication::exec();
+    auto cleanUp = qScopeGuard([&player] { player.CleanUp(); }); // after a failure, which is told and not this
+    player.SetMustStop([&endSignals] { return endSignals.HaveCome(); });
+    player.Start();
+    PrintLine(strRoot, &endSignals);
+    while (!player.HasFinished() && !endSignals.HaveCome()) {
+        WaitForNext(player, endSignals);
+        if (!endSignals.HaveCome()) {
+            player.Advance();
+        }
     }
-    player.CleanUp();
-    if (!player.ErrorString().isEmpty()) {
-        throw stEnd{iStatus == enSimExitOk ? enSimExitIo : iStatus, player.ErrorString()};
+    cleanUp.dismiss();
+    const QString strLeft = player.CleanUp();
+    if (!strLeft.isEmpty()) {
+        throw ToolError(enExitIo, strLeft);
     }
 }
 
@@ -171,9 +173,10 @@ void Play(const stPlayOptions& options)
 {
     const stScenario scenario = ReadScenario(ScenarioText(options.strScenario), options.strScenario, options.iPrinters);
     const QString strUdpPrinter = UdpPrinter(options, scenario);
+    const quint32 dwSeed = Seed(options, scenario);
 
     // Before any file is written, so that every file is removed whenever the signal comes.
-    const SignalWatcher signalWatcher;
+    const EndSignals endSignals;
 
     std::unique_ptr<QTemporaryDir> pTemporary;
     if (options.strRoot.isEmpty()) {
@@ -181,18 +184,26 @@ void Play(const stPlayOptions& options)
     }
     const QString strRoot = pTemporary ? pTemporary->path() : options.strRoot;
     const DriverFolder folder(strRoot + QStringLiteral("/cfg"), c_strWriter);
-    RefuseForeignList(folder, options.bForce);
 
-    Player player(scenario, folder, options.dSpeed, Seed(options, scenario));
+    Player player(scenario, folder, options.dSpeed, dwSeed);
     if (options.bOnce) {
         player.SetOnce();
     }
+    if (options.bForce) {
+        player.SetForce();
+    }
     StatusResponder responder([&player, strUdpPrinter] { return player.CurrentReply(strUdpPrinter); });
-    Listen(responder, options);
-    PlayToEnd(player, signalWatcher, strRoot);
+    if (options.bMisbehave) {
+        responder.SetMisbehave();
+    }
+    if (options.udpAddress) {
+        responder.Listen(*options.udpAddress);
+    }
+    PlayToEnd(player, endSignals, strRoot);
 }
 
-stPlayOptions ReadOptions(const QStringList& listArgument)
+/// None when the command line was a question, which is answered.
+std::optional<stPlayOptions> ReadOptions(const QStringList& listArgument)
 {
     QCommandLineParser parser;
     const auto add = [&parser](const char* pstrName, const char* pstrMeaning, const char* pstrValue = "") {
@@ -208,7 +219,7 @@ stPlayOptions ReadOptions(const QStringList& listArgument)
                                  QStringLiteral("[SCENARIO]"));
     add("list", "Name the built-in scenarios.");
     add("root", "Write into DIR/cfg instead of a new temporary folder.", "DIR");
-    add("force", "Replace a printer list that somebody else wrote.");
+    add("force", "Replace a printer list and status files of somebody else.");
     add("speed", "Play N times as fast, 0.1 to 1000.", "N");
     add("once", "End after one round of a scenario that has more.");
     add("seed", "Let chance take the same course each time.", "N");
@@ -216,11 +227,12 @@ stPlayOptions ReadOptions(const QStringList& listArgument)
     add("udp", "Answer status queries on port 9300 of this address; 127.0.0.1 when it is empty.", "ADDRESS");
     add("udp-printer", "The printer that answers, else the first.", "NAME");
     add("misbehave", "Answer in turn not at all, too short, too late and well.");
-    ParseArguments(parser, listArgument, 1);
-
+    if (!ParseArguments(parser, listArgument, 1)) {
+        return std::nullopt;
+    }
     if (parser.isSet(QStringLiteral("list"))) {
         PrintList();
-        throw stEnd{enSimExitOk, QString()};
+        return std::nullopt;
     }
     stPlayOptions options;
     options.strScenario = parser.positionalArguments().value(0, c_strDefaultScenario);
@@ -235,7 +247,7 @@ stPlayOptions ReadOptions(const QStringList& listArgument)
     if (parser.isSet(QStringLiteral("udp"))) {
         options.udpAddress = UdpAddress(parser.value(QStringLiteral("udp")));
     } else if (options.bMisbehave || !options.strUdpPrinter.isEmpty()) {
-        throw stEnd{enSimExitUsage, QStringLiteral("--misbehave and --udp-printer: expected --udp beside them")};
+        throw ToolError(enExitUsage, QStringLiteral("--misbehave and --udp-printer: expected --udp beside them"));
     }
     return options;
 }
@@ -244,5 +256,7 @@ stPlayOptions ReadOptions(const QStringList& listArgument)
 
 void RunPlay(const QStringList& listArgument)
 {
-    Play(ReadOptions(listArgument));
+    if (const std::optional<stPlayOptions> options = ReadOptions(listArgument)) {
+        Play(*options);
+    }
 }

@@ -6,8 +6,6 @@
 #include "JsonReader.h"
 #include "ReplyFields.h"
 
-#include <QFile>
-
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -19,32 +17,35 @@ constexpr qint64 c_iNever = std::numeric_limits<qint64>::max();
 Player::Player(const stScenario& scenario, const DriverFolder& folder, double dSpeed, quint32 dwSeed)
     : m_scenario(scenario), m_folder(folder), m_dSpeed(dSpeed), m_random(dwSeed)
 {
-    m_timer.setSingleShot(true);
-    m_timer.setTimerType(Qt::PreciseTimer);
-    connect(&m_timer, &QTimer::timeout, this, &Player::Advance);
 }
 
-bool Player::Start()
+void Player::Start()
 {
+    TakeOverFolder();
     m_clock.start();
     BeginRound();
-    if (m_strError.isEmpty()) {
-        WaitForNext();
-    }
-    return m_strError.isEmpty();
+    m_enFailure = enExitIo;
 }
 
-void Player::CleanUp()
+QString Player::CleanUp()
 {
-    m_timer.stop();
+    QStringList listFailure;
+    // One that cannot be removed is no reason to leave the others behind.
+    const auto tryTo = [&listFailure](const auto& remove) {
+        try {
+            remove();
+        } catch (const ToolError& error) {
+            listFailure.append(error.Message());
+        }
+    };
     // The list is the last to go: while it is there, the folder is known as a simulator's.
     for (const stLive& live : std::as_const(m_listLive)) {
-        RemoveStatus(live.printer.info.strPrinterName);
+        tryTo([this, &live] { RemoveStatus(live.printer.info.strPrinterName); });
     }
-    if (m_bListWritten && !m_folder.HasForeignList() && !m_folder.RemovePrinterList() &&
-        QFile::exists(m_folder.ListPath())) {
-        Fail();
+    if (m_bListWritten && m_folder.HasOwnList()) {
+        tryTo([this] { m_folder.RemovePrinterList(); });
     }
+    return listFailure.join(QLatin1String("; "));
 }
 
 QByteArray Player::CurrentReply(const QString& strName) const
@@ -89,22 +90,21 @@ qint64 Player::NextMSec() const
     return iNext;
 }
 
-void Player::WaitForNext()
+std::optional<int> Player::WaitMSec() const
 {
     const qint64 iNext = NextMSec();
     if (iNext == c_iNever) {
-        return;
+        return std::nullopt;
     }
     const auto iDue = static_cast<qint64>(static_cast<double>(iNext) / m_dSpeed);
-    m_timer.start(static_cast<int>(std::clamp<qint64>(iDue - m_clock.elapsed(), 0, std::numeric_limits<int>::max())));
+    return static_cast<int>(std::clamp<qint64>(iDue - m_clock.elapsed(), 0, std::numeric_limits<int>::max()));
 }
 
-/// Plays what happens at the next moment, whether or not the clock is already past it: nothing is left out.
 void Player::Advance()
 {
     const qint64 iNow = NextMSec();
     while (m_iNextStep < m_scenario.listStep.size() &&
-           m_iRoundMSec + m_scenario.listStep.at(m_iNextStep).iAtMSec == iNow) {
+           m_iRoundMSec + m_scenario.listStep.at(m_iNextStep).iAtMSec == iNow && !m_mustStop()) {
         PlayStep(m_scenario.listStep.at(m_iNextStep++));
     }
     for (int i = 0; i < m_listLive.size(); ++i) {
@@ -117,13 +117,7 @@ void Player::Advance()
         m_iRoundMSec = iNow;
         BeginRound();
     }
-    if (!m_strError.isEmpty()) {
-        emit SgnFailed();
-    } else if (bRoundEnds && !m_scenario.bLoop) {
-        emit SgnFinished();
-    } else {
-        WaitForNext();
-    }
+    m_bFinished = bRoundEnds && !m_scenario.bLoop;
 }
 
 void Player::PlayStep(const stStep& step)
@@ -160,45 +154,87 @@ void Player::Prepare(stLive& live)
     live.content = FileContent(live.printer.enContent, EncodeStatusReply(live.printer.reply), m_random);
 }
 
+/// Nothing is written where somebody else's files stand. Files beside a list of ours are what a killed run has left.
+void Player::TakeOverFolder()
+{
+    const bool bOwnList = m_folder.HasOwnList();
+    if (!m_bForce && !bOwnList && m_folder.HasList()) {
+        Refuse(m_folder.ListPath());
+    }
+    QSet<int> setPresent; // now or later
+    for (int i = 0; i < m_scenario.listPrinter.size(); ++i) {
+        if (m_scenario.listPrinter.at(i).bPresent) {
+            setPresent.insert(i);
+        }
+    }
+    for (const stStep& step : std::as_const(m_scenario.listStep)) {
+        if (step.bPresent.value_or(false)) {
+            setPresent += QSet<int>(step.listPrinter.begin(), step.listPrinter.end());
+        }
+    }
+    for (const int iIndex : std::as_const(setPresent)) {
+        const QString& strName = m_scenario.listPrinter.at(iIndex).info.strPrinterName;
+        if (bOwnList && m_folder.HasPlainStatus(strName)) {
+            m_setOwn.insert(strName);
+        }
+        if (!m_bForce && IsForeign(strName)) {
+            Refuse(m_folder.StatusPath(strName));
+        }
+    }
+}
+
 void Player::WriteList()
 {
+    if (m_mustStop()) {
+        return;
+    }
     QList<stPrinterInfo> listInfo;
     for (const stLive& live : std::as_const(m_listLive)) {
         if (live.printer.bPresent) {
             listInfo.append(live.printer.info);
         }
     }
-    if (m_folder.WritePrinterList(listInfo)) {
-        m_bListWritten = true;
-    } else {
-        Fail();
+    if (!m_bForce && m_folder.HasList() && !m_folder.HasOwnList()) {
+        Refuse(m_folder.ListPath());
     }
+    m_folder.WritePrinterList(listInfo, m_enFailure);
+    m_bListWritten = true;
 }
 
 void Player::WriteStatus(const stLive& live)
 {
+    if (m_mustStop()) {
+        return;
+    }
     const QString& strName = live.printer.info.strPrinterName;
     if (!live.printer.bPresent || live.printer.enContent == enFileMissing) {
         RemoveStatus(strName);
-    } else if (m_folder.WriteStatus(strName, live.content)) {
-        m_setWritten.insert(strName);
-    } else {
-        Fail();
+        return;
     }
+    if (!m_bForce && IsForeign(strName)) {
+        Refuse(m_folder.StatusPath(strName));
+    }
+    m_folder.WriteStatus(strName, live.content, m_enFailure);
+    m_setOwn.insert(strName);
 }
 
 /// A status file that somebody else wrote stays.
 void Player::RemoveStatus(const QString& strName)
 {
-    if (m_setWritten.remove(strName) && !m_folder.RemoveStatus(strName) &&
-        QFile::exists(m_folder.StatusPath(strName))) {
-        Fail();
+    if (!IsForeign(strName)) {
+        m_folder.RemoveStatus(strName);
     }
+    m_setOwn.remove(strName);
 }
 
-void Player::Fail()
+bool Player::IsForeign(const QString& strName) const
 {
-    if (m_strError.isEmpty()) {
-        m_strError = m_folder.ErrorString();
-    }
+    return m_folder.HasStatus(strName) && !(m_setOwn.contains(strName) && m_folder.HasPlainStatus(strName));
+}
+
+void Player::Refuse(const QString& strPath) const
+{
+    throw ToolError(
+        m_enFailure,
+        QStringLiteral("%1 was not written by this program and stays as it is; --force replaces it").arg(strPath));
 }

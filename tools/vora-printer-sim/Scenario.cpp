@@ -3,7 +3,6 @@
 
 #include "Scenario.h"
 
-#include "InputError.h"
 #include "JsonReader.h"
 #include "ReplyFields.h"
 
@@ -115,17 +114,51 @@ stStatusReply FirstReply(const stModelInfo& model, int iNumber)
     return reply;
 }
 
+/// Keeps a scenario within what the simulator holds in memory and plays.
+class ScenarioSize
+{
+public:
+    // Throw ToolError, which names the entry of the list, when that is too much.
+    void AddBytes(const JsonReader& reader, const QString& strList, int iIndex, qint64 iBytes)
+    {
+        m_iBytes += iBytes;
+        if (m_iBytes > c_iMaxReplyBytes) {
+            reader.FailItem(strList, iIndex,
+                            QStringLiteral("replies of at most %1 bytes in all").arg(c_iMaxReplyBytes));
+        }
+    }
+
+    void AddChanges(const JsonReader& reader, int iStep, qint64 iPrinters)
+    {
+        m_iChanges += iPrinters;
+        if (m_iChanges > c_iMaxChanges) {
+            reader.FailItem(c_strTimeline, iStep,
+                            QStringLiteral("at most %1 changes of a printer in all steps").arg(c_iMaxChanges));
+        }
+    }
+
+private:
+    qint64 m_iBytes = 0;
+    qint64 m_iChanges = 0;
+};
+
 /// Reads the printers and finds them again by name.
 class PrinterReader
 {
 public:
-    PrinterReader(stScenario& scenario, int iPrinters) : m_scenario(scenario), m_iPrinters(iPrinters) {}
+    PrinterReader(stScenario& scenario, ScenarioSize& size, int iPrinters)
+        : m_scenario(scenario), m_size(size), m_iPrinters(iPrinters)
+    {
+    }
 
     void ReadAll(const JsonReader& reader)
     {
         bool bCount = false;
+        int iEntry = 0;
         for (const JsonReader& printer : reader.Children(c_strPrinters, c_iMaxPrinters)) {
-            ReadEntry(printer, m_iPrinters >= 0 && !bCount);
+            const auto addBytes = [&](qint64 iBytes) { m_size.AddBytes(reader, c_strPrinters, iEntry, iBytes); };
+            ReadEntry(printer, m_iPrinters >= 0 && !bCount, addBytes);
+            ++iEntry;
             bCount = bCount || printer.Has(c_strCount);
         }
         if (m_scenario.listPrinter.isEmpty()) {
@@ -154,7 +187,8 @@ public:
     }
 
 private:
-    void ReadEntry(const JsonReader& reader, bool bCountFromOutside)
+    template <typename AddBytes>
+    void ReadEntry(const JsonReader& reader, bool bCountFromOutside, const AddBytes& addBytes)
     {
         const QString strPort = QStringLiteral("port");
         const QString strUri = QStringLiteral("uri");
@@ -186,6 +220,7 @@ private:
             printer.info.strURI = text(reader.Text(strUri, QString()));
             printer.reply = FirstReply(model, static_cast<int>(m_scenario.listPrinter.size()) + 1);
             ApplyReplyFields(reader, printer.reply);
+            addBytes(EncodeStatusReply(printer.reply).size());
             Append(reader, printer, strName);
         }
     }
@@ -210,6 +245,7 @@ private:
     }
 
     stScenario& m_scenario;
+    ScenarioSize& m_size;
     int m_iPrinters;
     QStringList m_listEntryName; ///< for each printer
 };
@@ -225,9 +261,16 @@ stStep ReadStep(const JsonReader& reader, const PrinterReader& printers)
         step.bPresent = reader.Flag(c_strPresent, true);
     }
     step.fields = reader.Object();
-    stStatusReply unused;
-    ApplyReplyFields(reader, unused);
     return step;
+}
+
+/// What the step puts into a printer's reply.
+qint64 BytesOf(const JsonReader& step)
+{
+    stStatusReply reply;
+    const qint64 iBefore = EncodeStatusReply(reply).size();
+    ApplyReplyFields(step, reply);
+    return EncodeStatusReply(reply).size() - iBefore;
 }
 
 } // namespace
@@ -253,10 +296,16 @@ stScenario ReadScenario(const QByteArray& json, const QString& strSource, int iP
     scenario.strDescription = reader.Text(c_strDescription);
     scenario.bLoop = reader.Flag(c_strLoop, false);
 
-    PrinterReader printers(scenario, iPrinters);
+    ScenarioSize size;
+    PrinterReader printers(scenario, size, iPrinters);
     printers.ReadAll(reader);
-    for (const JsonReader& step : reader.Children(c_strTimeline, c_iMaxSteps)) {
-        scenario.listStep.append(ReadStep(step, printers));
+    for (const JsonReader& stepReader : reader.Children(c_strTimeline, c_iMaxSteps)) {
+        const stStep step = ReadStep(stepReader, printers);
+        const auto iPrintersOfStep = static_cast<qint64>(step.listPrinter.size());
+        const int iStep = static_cast<int>(scenario.listStep.size());
+        size.AddChanges(reader, iStep, iPrintersOfStep);
+        size.AddBytes(reader, c_strTimeline, iStep, BytesOf(stepReader) * iPrintersOfStep);
+        scenario.listStep.append(step);
     }
     const auto earlier = [](const stStep& left, const stStep& right) { return left.iAtMSec < right.iAtMSec; };
     std::stable_sort(scenario.listStep.begin(), scenario.listStep.end(), earlier);

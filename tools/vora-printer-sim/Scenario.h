@@ -32,7 +32,9 @@ struct stStep
     enFileContent enContent = enFileGood;
 };
 
-constexpr int c_iMaxPrinters = 1000; ///< the printer tool takes a longer list for a damaged file
+constexpr int c_iMaxPrinters = 1000;       ///< the printer tool takes a longer list for a damaged file
+constexpr int c_iMaxChanges = 1000000;     ///< the printers of all steps together
+constexpr int c_iMaxReplyBytes = 16 << 20; ///< the first replies of all printers and what all changes put into them
 
 /// What a simulator plays: printers and a timeline. A plain value, like its parts.
 struct stScenario
@@ -48,6 +50,6 @@ struct stScenario
 };
 
 /// Reads a scenario. strSource names the file in messages; iPrinters, when it is not negative, is the number of
-/// printers to make of the first entry that has a count. Throws InputError for what docs/simulator.md does not allow
+/// printers to make of the first entry that has a count. Throws ToolError for what docs/simulator.md does not allow
 /// and for more than c_iMaxPrinters printers. Called from any thread.
 stScenario ReadScenario(const QByteArray& json, const QString& strSource, int iPrinters = -1);

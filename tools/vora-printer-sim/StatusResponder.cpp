@@ -3,10 +3,13 @@
 
 #include "StatusResponder.h"
 
+#include "ToolError.h"
+
 #include <QNetworkDatagram>
 #include <QTimer>
 
 namespace {
+constexpr quint16 c_wPort = 9300;
 constexpr int c_iShortReply = 7;  // one byte less than a client takes for a reply
 constexpr int c_iLateMSec = 1500; // a client waits one second
 const QByteArray c_query = QByteArray::fromHex("a5000c50e074080300000000000000");
@@ -17,9 +20,14 @@ StatusResponder::StatusResponder(std::function<QByteArray()> reply) : m_reply(st
     connect(&m_socket, &QUdpSocket::readyRead, this, &StatusResponder::Answer);
 }
 
-bool StatusResponder::Listen(const QHostAddress& address)
+void StatusResponder::Listen(const QHostAddress& address)
 {
-    return m_socket.bind(address, c_wPort, QAbstractSocket::DontShareAddress);
+    if (!m_socket.bind(address, c_wPort, QAbstractSocket::DontShareAddress)) {
+        throw ToolError(enExitUnavailable, QStringLiteral("--udp: cannot listen on %1 port %2: %3")
+                                               .arg(address.toString())
+                                               .arg(c_wPort)
+                                               .arg(m_socket.errorString()));
+    }
 }
 
 void StatusResponder::Answer()

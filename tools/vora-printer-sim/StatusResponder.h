@@ -16,14 +16,11 @@ class StatusResponder : public QObject
     Q_OBJECT
 
 public:
-    static constexpr quint16 c_wPort = 9300;
-
     /// reply is called at each datagram and gives what the printer answers now; nothing is sent when it is empty.
     explicit StatusResponder(std::function<QByteArray()> reply);
 
-    /// Takes c_wPort of the address for itself. Returns false, with an error text, when it cannot be had.
-    bool Listen(const QHostAddress& address);
-    QString ErrorString() const { return m_socket.errorString(); }
+    /// Takes c_wPort of the address for itself. Throws ToolError with enExitUnavailable when it cannot be had.
+    void Listen(const QHostAddress& address);
 
     /// From now on every four queries are answered not at all, too short, too late and well.
     void SetMisbehave() { m_bMisbehave = true; }

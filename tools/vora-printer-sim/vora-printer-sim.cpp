@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
-#include "CommandLine.h"
 #include "EncodeCommand.h"
-#include "InputError.h"
 #include "PlayCommand.h"
+#include "ToolError.h"
+#include "ToolOutput.h"
 
 #include <QCoreApplication>
 
@@ -22,16 +22,11 @@ int Run(QStringList listArgument)
         } else {
             RunPlay(listArgument);
         }
-    } catch (const stEnd& end) {
-        if (!end.strMessage.isEmpty()) {
-            Print(stderr, QStringLiteral("vora-printer-sim: ") + end.strMessage);
-        }
-        return end.iStatus;
-    } catch (const InputError& error) {
-        Print(stderr, QStringLiteral("vora-printer-sim: ") + error.Message());
-        return enSimExitData;
+    } catch (const ToolError& error) {
+        WriteError(error);
+        return error.ExitStatus();
     }
-    return enSimExitOk;
+    return enExitGood;
 }
 
 } // namespace

@@ -21,10 +21,10 @@ constexpr quint8 c_byCanceling = 0x03;
 
 const QString c_strName = QStringLiteral("Queue");
 
-bool WriteState(const QString& strName, quint8 byStatus)
+void WriteState(const QString& strName, quint8 byStatus)
 {
     QDir().mkpath(QFileInfo(StatusFolder().StatusPath(strName)).path());
-    return WriteNewStatus(strName, ReplyInState(byStatus));
+    WriteNewStatus(strName, ReplyInState(byStatus));
 }
 
 /// A name of iCount characters that is longer than a file name may be: the file lies in folders.
@@ -87,7 +87,7 @@ private slots:
 void tst_StatusCommands::cancelsOnceForEachChange()
 {
     const FakeCommand cancel(QStringLiteral("cancel"));
-    QVERIFY(WriteState(c_strName, c_byCanceling));
+    WriteState(c_strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(c_strName, 3)};
     RunningWorker running(0, &listPrinter);
     const QList<QByteArrayList> once{{"Queue"}};
@@ -99,14 +99,14 @@ void tst_StatusCommands::cancelsOnceForEachChange()
     stStatusReply reply;
     reply.byStatus = c_byCanceling;
     reply.listSupplies = {SuppliesNumber(enSuppliesBlackInk, 42)};
-    QVERIFY(WriteNewStatus(c_strName, EncodeStatusReply(reply)));
+    WriteNewStatus(c_strName, EncodeStatusReply(reply));
     QTRY_COMPARE(running.m_iSignals.load(), 2);
     QCOMPARE(cancel.Calls(), once);
 
-    QVERIFY(WriteState(c_strName, c_byReady));
+    WriteState(c_strName, c_byReady);
     QTRY_COMPARE(running.m_iSignals.load(), 3);
     QCOMPARE(cancel.Calls(), once);
-    QVERIFY(WriteState(c_strName, c_byCanceling));
+    WriteState(c_strName, c_byCanceling);
     QTRY_COMPARE(running.m_iSignals.load(), 4);
     QCOMPARE(cancel.Calls(), (QList<QByteArrayList>{{"Queue"}, {"Queue"}}));
 }
@@ -129,7 +129,7 @@ void tst_StatusCommands::cancelsOnlyWhenTheStateIsNew()
     QFETCH(int, iBefore);
     QFETCH(int, byStatus);
     const FakeCommand cancel(QStringLiteral("cancel"));
-    QVERIFY(WriteState(c_strName, static_cast<quint8>(byStatus)));
+    WriteState(c_strName, static_cast<quint8>(byStatus));
     PrinterList listPrinter{NamedPrinter(c_strName, iBefore)};
     CountedWorker counted(0, &listPrinter);
     for (int i = 0; i < 3; ++i) {
@@ -141,7 +141,7 @@ void tst_StatusCommands::cancelsOnlyWhenTheStateIsNew()
 void tst_StatusCommands::cancelsOnceForTwoWorkersOnOnePrinter()
 {
     const FakeCommand cancel(QStringLiteral("cancel"));
-    QVERIFY(WriteState(c_strName, c_byCanceling));
+    WriteState(c_strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(c_strName, 3)};
     // Both have taken the old state before either reads the file.
     std::atomic<int> iInOpen{0};
@@ -188,7 +188,7 @@ void tst_StatusCommands::cancelGetsTheNameAsOneArgument()
 {
     QFETCH(QString, strName);
     const FakeCommand cancel(QStringLiteral("cancel"));
-    QVERIFY(WriteState(strName, c_byCanceling));
+    WriteState(strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(strName, 3)};
     CountedWorker counted(0, &listPrinter);
     counted.RunOneCycle();
@@ -216,7 +216,7 @@ void tst_StatusCommands::cancelGetsTheBeginningOfALongName()
     QFETCH(QString, strName);
     QFETCH(int, iKept);
     const FakeCommand cancel(QStringLiteral("cancel"));
-    QVERIFY(WriteState(strName, c_byCanceling));
+    WriteState(strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(strName, 3)};
     CountedWorker counted(0, &listPrinter);
     counted.RunOneCycle();
@@ -236,7 +236,7 @@ void tst_StatusCommands::cancelIsNotRunForAnOption()
 {
     QFETCH(QString, strName);
     const FakeCommand cancel(QStringLiteral("cancel"));
-    QVERIFY(WriteState(strName, c_byCanceling));
+    WriteState(strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(strName, 3)};
     CountedWorker counted(0, &listPrinter);
     SetLogEnable(true);
@@ -255,7 +255,7 @@ void tst_StatusCommands::cancelIsLoggedOnce()
 {
     const FakeCommand cancel(QStringLiteral("cancel"));
     const QString strName = QStringLiteral("100%s 星原");
-    QVERIFY(WriteState(strName, c_byCanceling));
+    WriteState(strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(strName, 3)};
     CountedWorker counted(0, &listPrinter);
     SetLogEnable(true);
@@ -273,7 +273,7 @@ void tst_StatusCommands::listIsFreeWhileCancelHangs()
 {
     const Gate gate;
     const FakeCommand cancel(QStringLiteral("cancel"), gate.Script());
-    QVERIFY(WriteState(c_strName, c_byCanceling));
+    WriteState(c_strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(c_strName, 3)};
     RunningWorker running(0, &listPrinter);
     QTRY_COMPARE(cancel.Calls().size(), 1);
@@ -290,13 +290,13 @@ void tst_StatusCommands::listCanBeTakenAwayWhileCancelHangs()
 {
     const Gate gate;
     const FakeCommand cancel(QStringLiteral("cancel"), gate.Script());
-    QVERIFY(WriteState(c_strName, c_byCanceling));
+    WriteState(c_strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(c_strName, 3)};
     RunningWorker running(0, &listPrinter);
     QTRY_COMPARE(cancel.Calls().size(), 1);
     running.m_worker.Init(-1, nullptr);
     listPrinter[0] = NamedPrinter(c_strName, 2); // nobody else looks at it any more
-    QVERIFY(WriteState(c_strName, c_byReady));
+    WriteState(c_strName, c_byReady);
 
     QVERIFY(gate.Open());
     QTRY_COMPARE(running.m_iSignals.load(), 1);

@@ -75,7 +75,7 @@ void tst_StatusTransports::init()
 
 void tst_StatusTransports::unchangedFileIsNotReadAgain()
 {
-    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    StatusFolder().WriteStatus(c_strName, HandMadeReply());
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
     QCOMPARE(m_state.strFWVersion, QStringLiteral("2.1.7"));
     QCOMPARE(m_worker.m_dtLastModified, ModificationTime());
@@ -87,7 +87,7 @@ void tst_StatusTransports::unchangedFileIsNotReadAgain()
 
 void tst_StatusTransports::forcedReadDecodesAgain()
 {
-    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    StatusFolder().WriteStatus(c_strName, HandMadeReply());
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), 0);
     m_state.strFWVersion = QStringLiteral("replaced");
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), 0);
@@ -106,7 +106,7 @@ void tst_StatusTransports::anyOtherTimeStampIsRead_data()
 void tst_StatusTransports::anyOtherTimeStampIsRead()
 {
     QFETCH(int, iMSec);
-    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    StatusFolder().WriteStatus(c_strName, HandMadeReply());
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
     QVERIFY(SetModificationTime(StatusPath(), ModificationTime().addMSecs(iMSec)));
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
@@ -114,23 +114,23 @@ void tst_StatusTransports::anyOtherTimeStampIsRead()
 
 void tst_StatusTransports::deletedFileIsReadAgainInSpiteOfItsTimeStamp()
 {
-    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    StatusFolder().WriteStatus(c_strName, HandMadeReply());
     const QDateTime dtModified = QDateTime(QDate(2026, 3, 1), QTime(12, 0));
     QVERIFY(SetModificationTime(StatusPath(), dtModified));
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
 
     // Replaced while nobody looked: the time is all that counts.
-    QVERIFY(StatusFolder().WriteStatus(c_strName, ReplyInState(0x02)));
+    StatusFolder().WriteStatus(c_strName, ReplyInState(0x02));
     QVERIFY(SetModificationTime(StatusPath(), dtModified));
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
 
-    QVERIFY(StatusFolder().RemoveStatus(c_strName));
+    StatusFolder().RemoveStatus(c_strName);
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), -1);
     QVERIFY(m_worker.m_dtLastModified.isNull());
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), -1);
     QCOMPARE(m_state.enCurrentStatus, 8);
 
-    QVERIFY(StatusFolder().WriteStatus(c_strName, ReplyInState(0x02)));
+    StatusFolder().WriteStatus(c_strName, ReplyInState(0x02));
     QVERIFY(SetModificationTime(StatusPath(), dtModified));
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
     QCOMPARE(m_state.enCurrentStatus, 5);
@@ -150,7 +150,7 @@ void tst_StatusTransports::rejectedFileIsUnchangedTheNextTime()
 {
     QFETCH(QByteArray, content);
     m_state.strFWVersion = QStringLiteral("kept");
-    QVERIFY(StatusFolder().WriteStatus(c_strName, content));
+    StatusFolder().WriteStatus(c_strName, content);
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), -1);
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), -1);
@@ -170,7 +170,7 @@ void tst_StatusTransports::largeFileIsReadUpTo2048Bytes()
 {
     QFETCH(QByteArray, reply);
     QFETCH(qint64, iFileSize);
-    QVERIFY(StatusFolder().WriteStatus(c_strName, reply));
+    StatusFolder().WriteStatus(c_strName, reply);
     QVERIFY(QFile::resize(StatusPath(), iFileSize));
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
     QCOMPARE(m_state.dwBlackInkRemainer, 42UL);
@@ -179,7 +179,7 @@ void tst_StatusTransports::largeFileIsReadUpTo2048Bytes()
 
 void tst_StatusTransports::bufferIsClearedBeforeEachRead()
 {
-    QVERIFY(StatusFolder().WriteStatus(c_strName, "short"));
+    StatusFolder().WriteStatus(c_strName, "short");
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), -1);
     const QByteArray buffer(reinterpret_cast<char*>(m_worker.m_buffer.data()), 2048);
     QCOMPARE(buffer, "short" + QByteArray(2043, '\0'));
@@ -222,7 +222,7 @@ void tst_StatusTransports::onlyRegularFilesAreRead()
 
 void tst_StatusTransports::fifoThatTakesTheFilesPlaceDoesNotBlock()
 {
-    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    StatusFolder().WriteStatus(c_strName, HandMadeReply());
     const OpenHook replace(StatusPath(), [] {
         return QFile::remove(StatusPath()) && ::mkfifo(QFile::encodeName(StatusPath()).constData(), 0666) == 0;
     });
@@ -236,7 +236,7 @@ void tst_StatusTransports::fifoThatTakesTheFilesPlaceDoesNotBlock()
 
 void tst_StatusTransports::unreadableFileFails()
 {
-    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    StatusFolder().WriteStatus(c_strName, HandMadeReply());
     const OpenHook refuse(StatusPath(), [] { return false; });
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), -1);
     QCOMPARE(m_worker.m_dtLastModified, ModificationTime());
@@ -279,7 +279,7 @@ void tst_StatusTransports::nameIsTakenLiterally()
 
 void tst_StatusTransports::zeroInANameLeadsToNoOtherFile()
 {
-    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    StatusFolder().WriteStatus(c_strName, HandMadeReply());
     const QString strName = c_strName + QStringLiteral(".dat") + QChar(0) + QLatin1Char('x');
     QCOMPARE(m_worker.GetPrinterStatusFile(strName, false), -1);
 }
@@ -288,10 +288,10 @@ void tst_StatusTransports::usbReadsTheWorkersOwnPrinter()
 {
     const QString strOther = QStringLiteral("Other");
     m_worker.m_printerManager.printerInfo.strPrinterName = c_strName;
-    QVERIFY(StatusFolder().WriteStatus(strOther, ReplyInState(0x02)));
+    StatusFolder().WriteStatus(strOther, ReplyInState(0x02));
     QCOMPARE(m_worker.GetPrinterStatusUSB(strOther), -1);
 
-    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    StatusFolder().WriteStatus(c_strName, HandMadeReply());
     QCOMPARE(m_worker.GetPrinterStatusUSB(strOther), 0);
     QCOMPARE(m_state.enCurrentStatus, 8);
     // Never forced, off-line or not; and both ways of reading share the time.
@@ -300,7 +300,7 @@ void tst_StatusTransports::usbReadsTheWorkersOwnPrinter()
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
     QCOMPARE(m_state.enCurrentStatus, 2);
 
-    QVERIFY(StatusFolder().RemoveStatus(c_strName));
+    StatusFolder().RemoveStatus(c_strName);
     QCOMPARE(m_worker.GetPrinterStatusUSB(strOther), -1);
     QVERIFY(m_worker.m_dtLastModified.isNull());
 }
@@ -317,7 +317,7 @@ void tst_StatusTransports::exceptionCountsAsDecoded()
 {
     QFETCH(bool, bUsb);
     QFETCH(QByteArray, logEnd);
-    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    StatusFolder().WriteStatus(c_strName, HandMadeReply());
     m_worker.m_printerManager.printerInfo.strPrinterName = c_strName;
     m_state.strFWVersion = QStringLiteral("kept");
     const OpenHook fail(StatusPath(), []() -> bool { throw std::runtime_error("no file today"); });
@@ -332,7 +332,7 @@ void tst_StatusTransports::exceptionCountsAsDecoded()
 
 void tst_StatusTransports::fileIsClosed()
 {
-    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    StatusFolder().WriteStatus(c_strName, HandMadeReply());
     const int iBefore = DescriptorCount();
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), 0);
     QCOMPARE(DescriptorCount(), iBefore);

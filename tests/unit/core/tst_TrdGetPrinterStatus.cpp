@@ -31,9 +31,9 @@ stStatusReply ReadyReply()
     return reply;
 }
 
-bool WriteReply(const QString& strName, const stStatusReply& reply)
+void WriteReply(const QString& strName, const stStatusReply& reply)
 {
-    return WriteNewStatus(strName, EncodeStatusReply(reply));
+    WriteNewStatus(strName, EncodeStatusReply(reply));
 }
 
 /// Tries from a thread of its own: a mutex that this thread holds must not be tried here.
@@ -85,10 +85,10 @@ private:
 
 void tst_TrdGetPrinterStatus::initTestCase()
 {
-    QVERIFY(WriteReply(c_strGone, ReadyReply()));
+    WriteReply(c_strGone, ReadyReply());
     m_goneWorker = std::make_unique<RunningWorker>(0, &m_listGone);
     QTRY_COMPARE(m_goneWorker->m_iSignals.load(), 1);
-    QVERIFY(StatusFolder().RemoveStatus(c_strGone));
+    StatusFolder().RemoveStatus(c_strGone);
     m_sinceGone.start();
 }
 
@@ -174,8 +174,8 @@ void tst_TrdGetPrinterStatus::indexOutsideTheListOnlySleeps()
 {
     QFETCH(int, iIndex);
     QFETCH(int, iSize);
-    QVERIFY(WriteNewStatus(c_strName, HandMadeReply()));
-    QVERIFY(WriteNewStatus(QString(), HandMadeReply()));
+    WriteNewStatus(c_strName, HandMadeReply());
+    WriteNewStatus(QString(), HandMadeReply());
     PrinterList listPrinter;
     if (iSize > 0) {
         listPrinter.append(NamedPrinter(c_strName, 2));
@@ -191,7 +191,7 @@ void tst_TrdGetPrinterStatus::indexOutsideTheListOnlySleeps()
 
 void tst_TrdGetPrinterStatus::publishesTheWholeRecord()
 {
-    QVERIFY(WriteNewStatus(c_strName, HandMadeReply()));
+    WriteNewStatus(c_strName, HandMadeReply());
     PrinterList listPrinter{NamedPrinter(QStringLiteral("First"), 3), NamedPrinter(c_strName, 2)};
     CountedWorker counted(1, &listPrinter);
     counted.RunOneCycle();
@@ -213,7 +213,7 @@ void tst_TrdGetPrinterStatus::publishesTheWholeRecord()
 
 void tst_TrdGetPrinterStatus::unchangedFileIsOpenedOnce()
 {
-    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    WriteReply(c_strName, ReadyReply());
     PrinterList listPrinter{NamedPrinter(c_strName, 2)};
     CountedWorker counted(0, &listPrinter);
     int iOpened = 0;
@@ -231,7 +231,7 @@ void tst_TrdGetPrinterStatus::unchangedFileIsOpenedOnce()
 
 void tst_TrdGetPrinterStatus::offlinePrinterIsReadAlthoughUnchanged()
 {
-    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    WriteReply(c_strName, ReadyReply());
     PrinterList listPrinter{NamedPrinter(c_strName, 2)};
     CountedWorker counted(0, &listPrinter);
     counted.RunOneCycle();
@@ -244,11 +244,11 @@ void tst_TrdGetPrinterStatus::offlinePrinterIsReadAlthoughUnchanged()
 
 void tst_TrdGetPrinterStatus::eleventhFailureMakesOffline()
 {
-    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    WriteReply(c_strName, ReadyReply());
     PrinterList listPrinter{NamedPrinter(c_strName, 2)};
     CountedWorker counted(0, &listPrinter);
     counted.RunOneCycle();
-    QVERIFY(StatusFolder().RemoveStatus(c_strName));
+    StatusFolder().RemoveStatus(c_strName);
     for (int i = 1; i <= 10; ++i) {
         counted.RunOneCycle();
         QCOMPARE(listPrinter.at(0).printerState.iReadFailCount, i);
@@ -272,10 +272,10 @@ void tst_TrdGetPrinterStatus::eleventhFailureMakesOffline()
     }
     QCOMPARE(counted.m_iSignals.load(), 2); // off-line already
 
-    QVERIFY(WriteNewStatus(c_strName, "rejected"));
+    WriteNewStatus(c_strName, "rejected");
     counted.RunOneCycle();
     QCOMPARE(listPrinter.at(0).printerState.iReadFailCount, 1);
-    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    WriteReply(c_strName, ReadyReply());
     counted.RunOneCycle();
     QCOMPARE(listPrinter.at(0).printerState.enCurrentStatus, 3);
     QCOMPARE(listPrinter.at(0).printerState.iReadFailCount, 0);
@@ -284,7 +284,7 @@ void tst_TrdGetPrinterStatus::eleventhFailureMakesOffline()
 
 void tst_TrdGetPrinterStatus::exceptionPublishesTheStateUnchanged()
 {
-    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    WriteReply(c_strName, ReadyReply());
     PrinterList listPrinter{NamedPrinter(c_strName, 8)};
     listPrinter[0].printerState.iReadFailCount = 4;
     CountedWorker counted(0, &listPrinter);
@@ -312,7 +312,7 @@ void tst_TrdGetPrinterStatus::rebuiltListIsNotWritten_data()
 void tst_TrdGetPrinterStatus::rebuiltListIsNotWritten()
 {
     QFETCH(PrinterList, listRebuilt);
-    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    WriteReply(c_strName, ReadyReply());
     PrinterList listPrinter{NamedPrinter(QStringLiteral("First"), 3), NamedPrinter(c_strName, 2)};
     CountedWorker counted(1, &listPrinter);
     const OpenHook rebuild(StatusFolder().StatusPath(c_strName), [&] {
@@ -334,7 +334,7 @@ void tst_TrdGetPrinterStatus::rebuiltListIsNotWritten()
 
 void tst_TrdGetPrinterStatus::listIsFreeDuringFileAccess()
 {
-    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    WriteReply(c_strName, ReadyReply());
     PrinterList listPrinter{NamedPrinter(c_strName, 2)};
     CountedWorker counted(0, &listPrinter);
     bool bFree = false;
@@ -348,7 +348,7 @@ void tst_TrdGetPrinterStatus::listIsFreeDuringFileAccess()
 
 void tst_TrdGetPrinterStatus::listCanBeTakenAwayDuringFileAccess()
 {
-    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    WriteReply(c_strName, ReadyReply());
     PrinterList listPrinter{NamedPrinter(c_strName, 2)};
     CountedWorker counted(0, &listPrinter);
     const OpenHook take(StatusFolder().StatusPath(c_strName), [&counted] {
@@ -363,7 +363,7 @@ void tst_TrdGetPrinterStatus::listCanBeTakenAwayDuringFileAccess()
 
 void tst_TrdGetPrinterStatus::loopFollowsTheFile()
 {
-    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    WriteReply(c_strName, ReadyReply());
     PrinterList listPrinter{NamedPrinter(c_strName, 2)};
     RunningWorker unset(-1, &listPrinter);
     RunningWorker beyond(1, &listPrinter);
@@ -380,20 +380,20 @@ void tst_TrdGetPrinterStatus::loopFollowsTheFile()
     stStatusReply reply = ReadyReply();
     reply.firmwareVersion = "1.1";
     reply.listSupplies[0] = SuppliesNumber(enSuppliesWasteToner, 2);
-    QVERIFY(WriteReply(c_strName, reply));
+    WriteReply(c_strName, reply);
     QTRY_COMPARE_WITH_TIMEOUT(SharedAt(listPrinter, 0).printerState.dwWasteToner, 2UL, 2000);
     QCOMPARE(SharedAt(listPrinter, 0).printerState.strFWVersion, QStringLiteral("1.1"));
     QCOMPARE(running.m_iSignals.load(), 1);
 
     timer.start();
-    QVERIFY(WriteNewStatus(c_strName, "rejected"));
+    WriteNewStatus(c_strName, "rejected");
     QTRY_COMPARE_WITH_TIMEOUT(SharedAt(listPrinter, 0).printerState.iReadFailCount, 1, 2000);
     QCOMPARE(running.m_iSignals.load(), 1);
-    QVERIFY(WriteReply(c_strName, reply));
+    WriteReply(c_strName, reply);
     QTRY_COMPARE_WITH_TIMEOUT(SharedAt(listPrinter, 0).printerState.iReadFailCount, 0, 2000);
     QVERIFY(timer.elapsed() >= 1000); // two cycles
     reply.byStatus = 0x10;
-    QVERIFY(WriteReply(c_strName, reply));
+    WriteReply(c_strName, reply);
     QTRY_COMPARE_WITH_TIMEOUT(running.m_iSignals.load(), 2, 2000);
     QCOMPARE(SharedAt(listPrinter, 0).printerState.enCurrentStatus, 8);
 
@@ -409,7 +409,7 @@ void tst_TrdGetPrinterStatus::loopMakesOfflineAfterElevenSeconds()
     QCOMPARE(state.enCurrentStatus, 2);
     QVERIFY(state.listErrorStatus.isEmpty() && state.listWarningStatus.isEmpty());
 
-    QVERIFY(WriteReply(c_strGone, ReadyReply()));
+    WriteReply(c_strGone, ReadyReply());
     QTRY_COMPARE_WITH_TIMEOUT(m_goneWorker->m_iSignals.load(), 3, 1900);
     QCOMPARE(SharedAt(m_listGone, 0).printerState.enCurrentStatus, 3);
     m_goneWorker.reset();

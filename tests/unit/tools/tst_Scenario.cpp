@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 
 #include "CodeNames.h"
-#include "InputError.h"
 #include "JsonReader.h"
 #include "Player.h"
 #include "ReplyFields.h"
@@ -50,6 +49,9 @@ private slots:
     void walkStaysInItsBounds();
     void playerLeavesNothingOut();
     void playerTellsWhatItCouldNotWrite();
+    void playerStopsWithinAMoment();
+    void sizeIsBounded_data();
+    void sizeIsBounded();
     void documentTellsEverything();
 };
 
@@ -229,7 +231,7 @@ QString FailureOf(const QByteArray& json, const QString& strSource, int iPrinter
 {
     try {
         ReadScenario(json, strSource, iPrinters);
-    } catch (const InputError& error) {
+    } catch (const ToolError& error) {
         return error.Message();
     }
     return QStringLiteral("no failure");
@@ -807,19 +809,21 @@ void tst_Scenario::playerLeavesNothingOut()
                      {"at": 20, "printer": "Gone", "present": true, "cyan": 3},
                      {"at": 99, "printer": "Lab", "file": "missing"}]})");
     Player player(scenario, folder, 1000, 1);
-    QSignalSpy finished(&player, &Player::SgnFinished);
-    QVERIFY(player.Start());
+    player.Start();
     QCOMPARE(QDir(root.path()).entryList(QDir::Files),
              QStringList({QStringLiteral("Lab.dat"), QStringLiteral("printerlist.ini")}));
     QCOMPARE(Decode(player.CurrentReply(QStringLiteral("Lab"))).enCurrentStatus, 3);
     QVERIFY(player.CurrentReply(QStringLiteral("Gone")).isEmpty());
     QVERIFY(player.CurrentReply(QStringLiteral("Nobody")).isEmpty());
-    QTRY_COMPARE(finished.size(), 1);
+    while (!player.HasFinished()) {
+        QVERIFY(player.WaitMSec().has_value());
+        player.Advance();
+    }
     QCOMPARE(QDir(root.path()).entryList(QDir::Files),
              QStringList({QStringLiteral("Gone.dat"), QStringLiteral("printerlist.ini")}));
     QCOMPARE(Decode(player.CurrentReply(QStringLiteral("Gone"))).dwBlueInkRemainer, 3UL);
     QVERIFY(player.CurrentReply(QStringLiteral("Lab")).isEmpty());
-    player.CleanUp();
+    QCOMPARE(player.CleanUp(), QString());
     QVERIFY(QDir(root.path()).isEmpty());
 }
 
@@ -830,14 +834,68 @@ void tst_Scenario::playerTellsWhatItCouldNotWrite()
     const stScenario scenario = Read(R"({"description": "d", "printers": [{"name": "Lab"}],
         "duration": 100, "timeline": [{"at": 100, "state": "printing"}]})"); // at the very end
     Player player(scenario, folder, 1000, 1);
-    QSignalSpy failed(&player, &Player::SgnFailed);
-    QSignalSpy finished(&player, &Player::SgnFinished);
-    QVERIFY(player.Start());
+    player.Start();
     QVERIFY(QDir(folder.Path()).removeRecursively());
-    QTRY_COMPARE(failed.size(), 1);
-    QVERIFY(player.ErrorString().startsWith(QStringLiteral("cannot write ") + folder.Path() +
-                                            QStringLiteral("/Lab.dat: ")));
-    QVERIFY(finished.isEmpty());
+    QString strMessage;
+    try {
+        player.Advance();
+    } catch (const ToolError& error) {
+        QCOMPARE(error.ExitStatus(), enExitIo);
+        strMessage = error.Message();
+    }
+    QVERIFY2(strMessage.startsWith(QStringLiteral("cannot write ") + folder.Path() + QStringLiteral("/Lab.dat: ")),
+             qPrintable(strMessage));
+    QVERIFY(!player.HasFinished());
+}
+
+void tst_Scenario::playerStopsWithinAMoment()
+{
+    const QTemporaryDir root;
+    const DriverFolder folder(root.path());
+    const stScenario scenario = Read(R"({"description": "d", "printers": [{"name": "Lab", "file": "missing"},
+        {"name": "Office", "file": "missing"}], "timeline": [{"at": 0}, {"at": 0, "state": "printing"}]})");
+    Player player(scenario, folder, 1, 1);
+    player.Start();
+    player.SetMustStop([&folder] { return folder.HasStatus(QStringLiteral("Lab")); });
+    player.Advance();
+    QVERIFY(!folder.HasStatus(QStringLiteral("Office")));
+    QCOMPARE(Decode(ReadFile(folder.StatusPath(QStringLiteral("Lab")))).enCurrentStatus, 3); // of the first step
+    QCOMPARE(player.CleanUp(), QString());
+    QVERIFY(QDir(root.path()).isEmpty());
+}
+
+void tst_Scenario::sizeIsBounded_data()
+{
+    QTest::addColumn<QByteArray>("printers");
+    QTest::addColumn<QByteArray>("steps");
+    QTest::addColumn<QString>("strMessage");
+    const auto row = [](const char* pName, const QByteArray& printers, const QByteArray& steps,
+                        const QString& strMessage = QStringLiteral("no failure")) {
+        QTest::newRow(pName) << printers << steps << strMessage;
+    };
+    const QByteArray thousand = R"({"name": "Desk %1", "count": 1000})";
+    const QByteArray step = R"({"at": 1}, )";
+    row("a million changes", thousand, step.repeated(999) + R"({"at": 1})");
+    row("one step more", thousand, step.repeated(1000) + R"({"at": 1, "printer": "Desk 7"})",
+        QStringLiteral(
+            "s: timeline[1000]: expected at most 1000000 changes of a printer in all steps, found an object"));
+    const QByteArray large = R"(, "fifth-string": ")" + QByteArray(60000, 'x') + R"("})";
+    row("replies of 16 MB", R"({"name": "Desk %1", "count": 279)" + large, QByteArray());
+    row("replies of 17 MB", R"({"name": "Lab"}, {"name": "Desk %1", "count": 280)" + large, QByteArray(),
+        QStringLiteral("s: printers[1]: expected replies of at most 16777216 bytes in all, found an object"));
+    row("changes of 16 MB", R"({"name": "Desk %1", "count": 279})", R"({"at": 1)" + large);
+    row("changes of 17 MB", R"({"name": "Desk %1", "count": 140})",
+        R"({"at": 0}, {"at": 1)" + large + R"(, {"at": 2)" + large,
+        QStringLiteral("s: timeline[2]: expected replies of at most 16777216 bytes in all, found an object"));
+}
+
+void tst_Scenario::sizeIsBounded()
+{
+    QFETCH(const QByteArray, printers);
+    QFETCH(const QByteArray, steps);
+    QFETCH(const QString, strMessage);
+    const QByteArray json = R"({"description": "d", "printers": [)" + printers + R"(], "timeline": [)" + steps + "]}";
+    QCOMPARE(FailureOf(json, QStringLiteral("s")), strMessage);
 }
 
 void tst_Scenario::documentTellsEverything()

@@ -19,6 +19,7 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -39,8 +40,17 @@ private slots:
     void foreignListIsRefused();
     void forceReplacesAForeignList();
     void ownListOfAKilledRunIsReplaced();
+    void linkAmongTheFilesOfAKilledRunIsRefused();
+    void foreignStatusFileIsRefused_data();
+    void foreignStatusFileIsRefused();
+    void forceReplacesALinkAndNotItsTarget_data();
+    void forceReplacesALinkAndNotItsTarget();
+    void linkPutThereMeanwhileStays_data();
+    void linkPutThereMeanwhileStays();
+    void listThatIsALinkIsRefused();
     void readerNeverSeesHalfAStatusFile();
     void readerNeverSeesHalfAList();
+    void signalEndsALongMoment();
     void endsWithItsScenario();
     void onceEndsALoop();
     void loopBeginsAnew();
@@ -53,6 +63,9 @@ private slots:
     void wrongOptionsAreRefused_data();
     void wrongOptionsAreRefused();
     void wrongFilesAreRefused();
+    void messagesObeyNoTerminal_data();
+    void messagesObeyNoTerminal();
+    void folderIsToldWithoutControlCharacters();
     void unwritableFolderIsRefused();
     void missingTemporaryFolderIsTold_data();
     void missingTemporaryFolderIsTold();
@@ -65,6 +78,7 @@ private slots:
     void encodesEveryOption();
     void encodesAJsonFile();
     void encodesIntoAFile();
+    void encodeReplacesALinkAndNotItsTarget();
     void tellsOfAFullDisk_data();
     void tellsOfAFullDisk();
     void leavesNothingWhenItCannotTellTheFolder();
@@ -147,6 +161,22 @@ stPrinterState StateOf(const QString& strName, int* pResult = nullptr)
     return worker.m_printerManager.printerState;
 }
 
+/// The file, or what stands in its place, is refused as the list is.
+QString Refusal(const QString& strPath)
+{
+    return QStringLiteral("vora-printer-sim: ") + strPath +
+           QStringLiteral(" was not written by this program and stays as it is; --force replaces it\n");
+}
+
+const QString c_strLab = c_strCfg + QStringLiteral("/Lab.dat");
+const QString c_strTarget = QStringLiteral("/opt/target");
+
+bool Link(const QString& strTarget, const QString& strPath)
+{
+    QDir().mkpath(QFileInfo(strPath).path());
+    return QFile::link(strTarget, strPath);
+}
+
 const QByteArray c_stillScenario = R"({"description": "d", "printers": [{"name": "Lab", "state": "printing"},
     {"name": "Office", "model": "RB9Q", "black": 42}]})";
 
@@ -155,6 +185,7 @@ const QByteArray c_stillScenario = R"({"description": "d", "printers": [{"name":
 void tst_vora_printer_sim::init()
 {
     QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    QFile::remove(c_strTarget);
 }
 
 void tst_vora_printer_sim::everydayIsReadByThePrinterTool()
@@ -292,6 +323,131 @@ void tst_vora_printer_sim::ownListOfAKilledRunIsReplaced()
     QCOMPARE(FilesIn(c_strCfg), QStringList());
 }
 
+void tst_vora_printer_sim::linkAmongTheFilesOfAKilledRunIsRefused()
+{
+    {
+        Simulator killed(PlayHere(ScenarioFile(c_stillScenario)));
+        QCOMPARE(killed.Root(), c_strRoot);
+        killed.Kill(SIGKILL);
+        QCOMPARE(killed.ExitStatus(), -1);
+    }
+    QVERIFY(WriteFile(c_strTarget, "target"));
+    QVERIFY(QFile::remove(c_strLab));
+    QVERIFY(Link(c_strTarget, c_strLab));
+    Simulator simulator(PlayHere(ScenarioFile(c_stillScenario)));
+    QCOMPARE(simulator.ExitStatus(), 73);
+    QCOMPARE(simulator.ErrorText(), Refusal(c_strLab));
+    QCOMPARE(ReadFile(c_strTarget), QByteArray("target"));
+}
+
+void tst_vora_printer_sim::foreignStatusFileIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("kind");
+    QTest::addColumn<QByteArray>("steps");
+    for (const char* pKind : {"file", "link", "dangling link", "folder", "pipe"}) {
+        QTest::newRow(pKind) << QByteArray(pKind) << QByteArray();
+    }
+    QTest::newRow("of a printer that comes later")
+        << QByteArray("file") << QByteArray(R"("present": false}], "timeline": [{"at": 9, "present": true)");
+    QTest::newRow("of a file that comes later")
+        << QByteArray("file") << QByteArray(R"("file": "missing"}], "timeline": [{"at": 9)");
+}
+
+void tst_vora_printer_sim::foreignStatusFileIsRefused()
+{
+    QFETCH(const QByteArray, kind);
+    QFETCH(const QByteArray, steps);
+    QVERIFY(QDir().mkpath(c_strCfg));
+    if (kind == "file") {
+        QVERIFY(WriteFile(c_strLab, "real"));
+    } else if (kind == "folder") {
+        QVERIFY(QDir().mkpath(c_strLab));
+    } else if (kind == "pipe") {
+        QCOMPARE(::mkfifo(qPrintable(c_strLab), 0600), 0);
+    } else {
+        QVERIFY(Link(c_strTarget, c_strLab));
+        QVERIFY(kind != "link" || WriteFile(c_strTarget, "target"));
+    }
+    const QByteArray json = R"({"description": "d", "printers": [{"name": "Lab")" +
+                            (steps.isEmpty() ? QByteArray("}]") : ", " + steps + "}]") + "}";
+    Simulator simulator(PlayHere(ScenarioFile(json)));
+    QCOMPARE(simulator.ExitStatus(), 73);
+    QCOMPARE(simulator.ErrorText(), Refusal(c_strLab));
+    QCOMPARE(simulator.Output(), QByteArray());
+    QCOMPARE(QDir(c_strCfg).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot),
+             QStringList(QStringLiteral("Lab.dat")));
+    if (kind == "file") {
+        QCOMPARE(ReadFile(c_strLab), QByteArray("real"));
+    }
+    QCOMPARE(ReadFile(c_strTarget), kind == "link" ? QByteArray("target") : QByteArray());
+}
+
+void tst_vora_printer_sim::forceReplacesALinkAndNotItsTarget_data()
+{
+    QTest::addColumn<QString>("strName");
+    QTest::addColumn<bool>("bDangling");
+    for (const char* pName : {"Lab.dat", "printerlist.ini"}) {
+        QTest::addRow("%s", pName) << QString::fromLatin1(pName) << false;
+        QTest::addRow("%s, dangling", pName) << QString::fromLatin1(pName) << true;
+    }
+}
+
+void tst_vora_printer_sim::forceReplacesALinkAndNotItsTarget()
+{
+    QFETCH(const QString, strName);
+    QFETCH(const bool, bDangling);
+    const QString strPath = c_strCfg + QLatin1Char('/') + strName;
+    const QByteArray target = bDangling ? QByteArray() : c_foreignList;
+    QVERIFY(bDangling || WriteFile(c_strTarget, target));
+    QVERIFY(Link(c_strTarget, strPath));
+    Simulator simulator(PlayHere(ScenarioFile(c_stillScenario), {QStringLiteral("--force")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    QVERIFY(QFileInfo(strPath).isFile() && !QFileInfo(strPath).isSymLink());
+    QCOMPARE(QFileInfo::exists(c_strTarget), !bDangling);
+    simulator.Kill(SIGTERM);
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QCOMPARE(FilesIn(c_strCfg), QStringList());
+    QCOMPARE(ReadFile(c_strTarget), target);
+}
+
+void tst_vora_printer_sim::linkPutThereMeanwhileStays_data()
+{
+    QTest::addColumn<QByteArray>("step");
+    QTest::newRow("written") << QByteArray(R"("state": "printing")");
+    QTest::newRow("removed") << QByteArray(R"("file": "missing")");
+}
+
+void tst_vora_printer_sim::linkPutThereMeanwhileStays()
+{
+    QFETCH(const QByteArray, step);
+    const QByteArray json =
+        R"({"description": "d", "printers": [{"name": "Lab"}], "timeline": [{"at": 10, )" + step + "}]}";
+    Simulator simulator(PlayHere(ScenarioFile(json), {QStringLiteral("--speed"), QStringLiteral("10")}));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    QVERIFY(WriteFile(c_strTarget, "target"));
+    QVERIFY(QFile::remove(c_strLab));
+    QVERIFY(Link(c_strTarget, c_strLab));
+    const bool bWritten = step.contains("state");
+    QCOMPARE(simulator.ExitStatus(), bWritten ? 74 : 0);
+    QCOMPARE(simulator.ErrorText(), bWritten ? Refusal(c_strLab) : QString());
+    QCOMPARE(FilesIn(c_strCfg), QStringList(QStringLiteral("Lab.dat")));
+    QVERIFY(QFileInfo(c_strLab).isSymLink());
+    QCOMPARE(ReadFile(c_strTarget), QByteArray("target"));
+}
+
+void tst_vora_printer_sim::listThatIsALinkIsRefused()
+{
+    const QString strList = c_strCfg + QStringLiteral("/printerlist.ini");
+    const QByteArray signedList = "[Main]\nCount=0\nWrittenBy=vora-printer-sim\n";
+    QVERIFY(WriteFile(c_strTarget, signedList));
+    QVERIFY(Link(c_strTarget, strList));
+    Simulator simulator(PlayHere(ScenarioFile(c_stillScenario)));
+    QCOMPARE(simulator.ExitStatus(), 73);
+    QCOMPARE(simulator.ErrorText(), Refusal(strList));
+    QCOMPARE(ReadFile(c_strTarget), signedList);
+    QCOMPARE(FilesIn(c_strCfg), QStringList(QStringLiteral("printerlist.ini")));
+}
+
 void tst_vora_printer_sim::readerNeverSeesHalfAStatusFile()
 {
     const QByteArray json = R"({"description": "d", "loop": true, "duration": 0.2,
@@ -334,6 +490,18 @@ void tst_vora_printer_sim::readerNeverSeesHalfAList()
         setCount.insert(iCount);
     }
     QVERIFY(setCount == std::set<int>({1, 31}));
+}
+
+/// A million files at one time.
+void tst_vora_printer_sim::signalEndsALongMoment()
+{
+    const QByteArray json = R"({"description": "d", "printers": [{"name": "Desk %1", "count": 1000}], "timeline": [)" +
+                            QByteArray(R"({"at": 0}, )").repeated(999) + R"({"at": 0}]})";
+    Simulator simulator(PlayHere(ScenarioFile(json)));
+    QCOMPARE(simulator.Root(), c_strRoot);
+    simulator.Kill(SIGTERM);
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QCOMPARE(FilesIn(c_strCfg), QStringList());
 }
 
 void tst_vora_printer_sim::endsWithItsScenario()
@@ -557,13 +725,63 @@ void tst_vora_printer_sim::wrongFilesAreRefused()
     QVERIFY(!QFileInfo::exists(c_strRoot));
 }
 
+void tst_vora_printer_sim::messagesObeyNoTerminal_data()
+{
+    QTest::addColumn<QStringList>("listArgument");
+    QTest::addColumn<QString>("strMessage");
+    // ESC, CSI, DEL, right-to-left override, and a format character outside the first plane.
+    const QString strEvil = QStringLiteral("a\u001b\u009b\u007f\u202e") + QString::fromUcs4(U"\U000E0001", 1);
+    const QString strSafe = QStringLiteral("a\\x1B\\x9B\\x7F\\u202E\\U000E0001");
+    const QByteArray key = strEvil.mid(2).toUtf8(); // JSON has no raw control characters below 0x20
+    const QString strSafeKey = strSafe.mid(5);
+    const QString strScenario = ScenarioFile("{\"" + key + "\": 1}");
+    const QString strName =
+        ScenarioFile(R"({"description": "d", "printers": [{"name": "Lab", "model": "\u001b)" + key + "\"}]}");
+    QTest::newRow("option") << QStringList{QStringLiteral("--") + strEvil}
+                            << QStringLiteral("Unknown option '%1'.").arg(strSafe);
+    QTest::newRow("value") << QStringList{QStringLiteral("--speed"), strEvil}
+                           << QStringLiteral("--speed: expected a number from 0.1 to 1000, found \"%1\"").arg(strSafe);
+    QTest::newRow("file name") << QStringList{strEvil}
+                               << strSafe + QStringLiteral(": expected a file or a name of --list");
+    QTest::newRow("key") << QStringList{strScenario}
+                         << strScenario + QStringLiteral(": ") + strSafeKey + QStringLiteral(": unknown key, @");
+    QTest::newRow("value in a scenario") << QStringList{strName}
+                                         << strName + QStringLiteral(": printers[0].model: expected @found \"\\x1B") +
+                                                strSafeKey + QLatin1Char('"');
+    QTest::newRow("encode") << QStringList{QStringLiteral("encode"), QStringLiteral("--state"), strEvil}
+                            << QStringLiteral("--state: expected @found \"%1\"").arg(strSafe);
+    QTest::newRow("new line") << QStringList{QStringLiteral("a\nb")}
+                              << QStringLiteral("a\\x0Ab: expected a file or a name of --list");
+}
+
+/// "@" stands for anything.
+void tst_vora_printer_sim::messagesObeyNoTerminal()
+{
+    QFETCH(const QStringList, listArgument);
+    QFETCH(const QString, strMessage);
+    Simulator simulator(listArgument);
+    QVERIFY(simulator.ExitStatus() >= 64);
+    const QString strText = simulator.ErrorText();
+    const QStringList listPart = strMessage.split(QLatin1Char('@'));
+    QVERIFY2(strText.startsWith(QStringLiteral("vora-printer-sim: ") + listPart.first()), qPrintable(strText));
+    QVERIFY2(strText.endsWith(listPart.last() + QLatin1Char('\n')), qPrintable(strText));
+}
+
+void tst_vora_printer_sim::folderIsToldWithoutControlCharacters()
+{
+    const QString strRoot = QStringLiteral("/opt/vora/a\u001b\u202eb");
+    Simulator simulator({QStringLiteral("--root"), strRoot, ScenarioFile(c_stillScenario)});
+    QCOMPARE(simulator.Root(), QStringLiteral("/opt/vora/a\\x1B\\u202Eb"));
+    QVERIFY(QFileInfo::exists(strRoot + QStringLiteral("/cfg/Lab.dat")));
+}
+
 void tst_vora_printer_sim::unwritableFolderIsRefused()
 {
     QVERIFY(WriteFile(c_strRoot, "a file, no folder"));
     Simulator simulator(PlayHere(QStringLiteral("everyday")));
     QCOMPARE(simulator.ExitStatus(), 73);
-    QCOMPARE(simulator.ErrorText(),
-             QStringLiteral("vora-printer-sim: cannot write ") + c_strCfg + QStringLiteral("/printerlist.ini\n"));
+    QCOMPARE(simulator.ErrorText(), QStringLiteral("vora-printer-sim: cannot write ") + c_strCfg +
+                                        QStringLiteral("/printerlist.ini: Not a directory\n"));
     QCOMPARE(simulator.Output(), QByteArray());
 }
 
@@ -718,6 +936,17 @@ void tst_vora_printer_sim::encodesIntoAFile()
     QCOMPARE(simulator.ExitStatus(), 0);
     QCOMPARE(simulator.Output(), QByteArray());
     QCOMPARE(ReadFile(strPath).toHex(), ReplyInState(0x02).toHex());
+}
+
+void tst_vora_printer_sim::encodeReplacesALinkAndNotItsTarget()
+{
+    QVERIFY(WriteFile(c_strTarget, "target"));
+    QVERIFY(Link(c_strTarget, c_strLab));
+    Simulator simulator({QStringLiteral("encode"), QStringLiteral("--output"), c_strLab});
+    QCOMPARE(simulator.ExitStatus(), 0);
+    QCOMPARE(ReadFile(c_strLab), QByteArray(33, '\0'));
+    QVERIFY(!QFileInfo(c_strLab).isSymLink());
+    QCOMPARE(ReadFile(c_strTarget), QByteArray("target"));
 }
 
 void tst_vora_printer_sim::tellsOfAFullDisk_data()

@@ -67,6 +67,7 @@ private slots:
     void emptyTexts();
     void absentSupplies();
     void controlCharacters();
+    void jsonControlCharacters();
     void hexGood();
     void hexInChinese();
     void hexRejected_data();
@@ -245,6 +246,22 @@ void tst_vora_status::controlCharacters()
     QVERIFY2(hex.output.contains("product name: \"\\x1B[2J\\\"\\\\\\x9B\""), hex.output);
     const stRun missing = Run({QStringLiteral("m\033.dat")});
     QCOMPARE(missing.messages, QByteArray("vora-status: m\\x1B.dat: there is no such file\n"));
+}
+
+void tst_vora_status::jsonControlCharacters()
+{
+    stStatusReply reply = Ready();
+    reply.productName = "\033\x9B\x7F\xE9\xAD";
+    const QString strName = QStringLiteral("a\u202e前") + QString::fromUcs4(U"\U000E0001", 1) + QStringLiteral(".dat");
+    Write(EncodeStatusReply(reply), strName);
+    const stRun run = Run({QStringLiteral("--json"), strName});
+    QVERIFY2(run.output.contains("\"product\": \"\\u001b\\u009b\\u007fé\\u00ad\""), run.output);
+    QVERIFY2(run.output.contains("\"name\": \"a\\u202e前\\udb40\\udc01.dat\""), run.output);
+    QCOMPARE(run.Report().value(QStringLiteral("name")).toString(), strName);
+    QCOMPARE(run.Report().value(QStringLiteral("reply")).toObject().value(QStringLiteral("product")).toString(),
+             QString::fromLatin1(reply.productName));
+    // In a text it is the same, as people read it.
+    QVERIFY(Run({strName}).output.startsWith("a\\u202E前\\U000E0001.dat: "));
 }
 
 void tst_vora_status::hexGood()
@@ -622,13 +639,12 @@ void tst_vora_status::manyFiles()
 void tst_vora_status::driverFolder()
 {
     const DriverFolder folder = StatusFolder();
-    QVERIFY(
-        folder.WritePrinterList({Printer(QStringLiteral("Office"), QStringLiteral("RA7QX"), 1, QStringLiteral("usb")),
-                                 Printer(QStringLiteral("前台"), QStringLiteral("X1"), 0, QStringLiteral("10.0.0.9")),
-                                 Printer(QStringLiteral("Store"), QStringLiteral("RB9X"), 2, QString()),
-                                 Printer(QStringLiteral("Pipe"), QStringLiteral("RB9X"), 2, QString())}));
-    QVERIFY(folder.WriteStatus(QStringLiteral("Office"), WithErrors({0x6100})));
-    QVERIFY(folder.WriteStatus(QStringLiteral("前台"), EncodeStatusReply(Ready()).left(12)));
+    folder.WritePrinterList({Printer(QStringLiteral("Office"), QStringLiteral("RA7QX"), 1, QStringLiteral("usb")),
+                             Printer(QStringLiteral("前台"), QStringLiteral("X1"), 0, QStringLiteral("10.0.0.9")),
+                             Printer(QStringLiteral("Store"), QStringLiteral("RB9X"), 2, QString()),
+                             Printer(QStringLiteral("Pipe"), QStringLiteral("RB9X"), 2, QString())});
+    folder.WriteStatus(QStringLiteral("Office"), WithErrors({0x6100}));
+    folder.WriteStatus(QStringLiteral("前台"), EncodeStatusReply(Ready()).left(12));
     QCOMPARE(::mkfifo("/opt/vora/vora-printer-k507/cfg/Pipe.dat", 0600), 0);
 
     const stRun run = Run({});
@@ -672,8 +688,8 @@ void tst_vora_status::zeroInANameLeadsToNoOtherFile()
 {
     const DriverFolder folder = StatusFolder();
     const QString strName = QStringLiteral("Office.dat") + QChar(0) + QLatin1Char('x');
-    QVERIFY(folder.WritePrinterList({Printer(strName, QStringLiteral("RA7QX"), 1, QStringLiteral("usb"))}));
-    QVERIFY(folder.WriteStatus(QStringLiteral("Office"), EncodeStatusReply(Ready())));
+    folder.WritePrinterList({Printer(strName, QStringLiteral("RA7QX"), 1, QStringLiteral("usb"))});
+    folder.WriteStatus(QStringLiteral("Office"), EncodeStatusReply(Ready()));
     const stRun run = Run({});
     QCOMPARE(run.messages, QByteArray("vora-status: Office.dat\\x00x: there is no such file\n"));
     QCOMPARE(run.iExit, 2);
@@ -682,9 +698,8 @@ void tst_vora_status::zeroInANameLeadsToNoOtherFile()
 void tst_vora_status::driverFolderInChinese()
 {
     const DriverFolder folder = StatusFolder();
-    QVERIFY(folder.WritePrinterList(
-        {Printer(QStringLiteral("前台"), QStringLiteral("RA7Q"), 2, QStringLiteral("10.0.0.9"))}));
-    QVERIFY(folder.WriteStatus(QStringLiteral("前台"), EncodeStatusReply(Ready())));
+    folder.WritePrinterList({Printer(QStringLiteral("前台"), QStringLiteral("RA7Q"), 2, QStringLiteral("10.0.0.9"))});
+    folder.WriteStatus(QStringLiteral("前台"), EncodeStatusReply(Ready()));
     const stRun run = Run({QStringLiteral("--lang=zh")});
     QVERIFY2(run.output.startsWith("前台：37字节\n"
                                    "  状态文件：/opt/vora/vora-printer-k507/cfg/前台.dat\n"
@@ -699,10 +714,9 @@ void tst_vora_status::driverFolderInChinese()
 void tst_vora_status::driverFolderJson()
 {
     const DriverFolder folder = StatusFolder();
-    QVERIFY(folder.WritePrinterList(
-        {Printer(QStringLiteral("Off,ice"), QStringLiteral("RA7QX"), 1, QStringLiteral("usb")),
-         Printer(QStringLiteral("Store"), QStringLiteral("-1"), 2, QStringLiteral("10.0.0.9"))}));
-    QVERIFY(folder.WriteStatus(QStringLiteral("Off,ice"), ReplyInState(0x03)));
+    folder.WritePrinterList({Printer(QStringLiteral("Off,ice"), QStringLiteral("RA7QX"), 1, QStringLiteral("usb")),
+                             Printer(QStringLiteral("Store"), QStringLiteral("-1"), 2, QStringLiteral("10.0.0.9"))});
+    folder.WriteStatus(QStringLiteral("Off,ice"), ReplyInState(0x03));
     const stRun run = Run({QStringLiteral("--json")});
     QCOMPARE(run.Json().value(QStringLiteral("reports")).toArray().size(), 2);
     QCOMPARE(run.Report(0).value(QStringLiteral("source")).toString(), QStringLiteral("printer"));
@@ -734,7 +748,7 @@ void tst_vora_status::driverFolderWithoutPrinters()
     QFETCH(const bool, list);
 
     if (list) {
-        QVERIFY(StatusFolder().WritePrinterList({}));
+        StatusFolder().WritePrinterList({});
     }
     const stRun run = Run({});
     QCOMPARE(run.output, QByteArray());
@@ -763,6 +777,11 @@ void tst_vora_status::usageErrors_data()
                               << QByteArray("--lang takes zh or en, not \"fr\".");
     QTest::newRow("empty language") << QStringList{QStringLiteral("--lang=")}
                                     << QByteArray("--lang takes zh or en, not \"\".");
+    QTest::newRow("language that a terminal would obey")
+        << QStringList{QStringLiteral("--lang"), QStringLiteral("a\u001b\u009b\n\u202e")}
+        << QByteArray("--lang takes zh or en, not \"a\\x1B\\x9B\\x0A\\u202E\".");
+    QTest::newRow("option that a terminal would obey")
+        << QStringList{QStringLiteral("--a\u001b")} << QByteArray("Unknown option 'a\\x1B'.");
     QTest::newRow("two formats") << QStringList{QStringLiteral("--json"), QStringLiteral("--hex")}
                                  << QByteArray("--json and --hex exclude each other.");
     QTest::newRow("address and file") << QStringList{QStringLiteral("--udp"), QStringLiteral("127.0.0.1"),

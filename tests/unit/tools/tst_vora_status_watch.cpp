@@ -6,6 +6,9 @@
 
 #include <cstdio>
 
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 class tst_vora_status_watch : public VoraStatusTest
@@ -20,6 +23,8 @@ private slots:
     void watchIsIdle();
     void watchEnds_data();
     void watchEnds();
+    void watchEndsThoughNobodyReads_data();
+    void watchEndsThoughNobodyReads();
 };
 
 void tst_vora_status_watch::watchFile()
@@ -49,15 +54,15 @@ void tst_vora_status_watch::watchDriverFolder()
     const DriverFolder folder = StatusFolder();
     const stPrinterInfo one = Printer(QStringLiteral("one"), QStringLiteral("RA7QX"), 1, QString());
     const stPrinterInfo two = Printer(QStringLiteral("two"), QStringLiteral("RA7QX"), 1, QString());
-    QVERIFY(folder.WritePrinterList({one}));
-    QVERIFY(folder.WriteStatus(QStringLiteral("one"), ReplyInState(0x00)));
-    QVERIFY(folder.WriteStatus(QStringLiteral("two"), ReplyInState(0x11)));
+    folder.WritePrinterList({one});
+    folder.WriteStatus(QStringLiteral("one"), ReplyInState(0x00));
+    folder.WriteStatus(QStringLiteral("two"), ReplyInState(0x11));
     Watcher watcher({QStringLiteral("--watch")});
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("one: 33 bytes\n"), c_iPatience);
-    QVERIFY(folder.WritePrinterList({one, two}));
+    folder.WritePrinterList({one, two});
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  state: 0x11 Scanning\n"), c_iPatience);
     // The printer that came is followed too.
-    QVERIFY(folder.WriteStatus(QStringLiteral("two"), ReplyInState(0x12)));
+    folder.WriteStatus(QStringLiteral("two"), ReplyInState(0x12));
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  state: 0x12 Copying\n"), c_iPatience);
     QCOMPARE(watcher.EndBy(SIGINT), 0);
 }
@@ -131,6 +136,36 @@ void tst_vora_status_watch::watchEnds()
     Watcher watcher({QStringLiteral("--watch"), QStringLiteral("--hex"), QStringLiteral("reply.dat")});
     QTRY_VERIFY_WITH_TIMEOUT(!watcher.Output().isEmpty(), c_iPatience);
     QCOMPARE(watcher.EndBy(signal), expected);
+}
+
+void tst_vora_status_watch::watchEndsThoughNobodyReads_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGHUP") << SIGHUP;
+}
+
+void tst_vora_status_watch::watchEndsThoughNobodyReads()
+{
+    QFETCH(const int, signal);
+
+    Write(WithErrors({0x6100}));
+    QCOMPARE(::mkfifo("pipe", 0600), 0);
+    const int iPipe = ::open("pipe", O_RDWR | O_CLOEXEC);
+    QVERIFY(iPipe >= 0);
+    const QString strFiles = QStringLiteral(" reply.dat").repeated(100);
+    Watcher watcher({QStringLiteral("-c"), QStringLiteral("exec \"$0\" --watch") + strFiles + QStringLiteral(" > pipe"),
+                     c_strProgram},
+                    QStringLiteral("sh"));
+    const auto unread = [iPipe] {
+        int iBytes = 0;
+        ::ioctl(iPipe, FIONREAD, &iBytes);
+        return iBytes;
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(unread(), ::fcntl(iPipe, F_GETPIPE_SZ), c_iPatience);
+    QCOMPARE(watcher.EndBy(signal), 1);
+    ::close(iPipe);
 }
 
 QTEST_GUILESS_MAIN(tst_vora_status_watch)

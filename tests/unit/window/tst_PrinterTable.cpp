@@ -319,9 +319,9 @@ void tst_PrinterTable::reportsOfFilesReachTheTable()
     reply.listWarningCode = {0x6160};
     reply.listSupplies = {SuppliesNumber(enSuppliesBlueInk, 70), SuppliesNumber(enSuppliesRedInk, 69),
                           SuppliesNumber(enSuppliesYellowInk, 39), SuppliesNumber(enSuppliesBlackInk, 15)};
-    QVERIFY(folder.WriteStatus(QStringLiteral("Office"), EncodeStatusReply(reply)));
-    QVERIFY(folder.WritePrinterList({MakePrinter(QStringLiteral("Silent"), 2, QStringLiteral("10.0.0.7")).printerInfo,
-                                     MakePrinter(QStringLiteral("Office")).printerInfo}));
+    folder.WriteStatus(QStringLiteral("Office"), EncodeStatusReply(reply));
+    folder.WritePrinterList({MakePrinter(QStringLiteral("Silent"), 2, QStringLiteral("10.0.0.7")).printerInfo,
+                             MakePrinter(QStringLiteral("Office")).printerInfo});
     m_pWindow = std::make_unique<VoraPrinterToolWidget>();
     QTRY_COMPARE(Table()->rowCount(), 2);
     QTRY_COMPARE(Cell(1, 3), QStringLiteral("正在打印(墨水量低)"));

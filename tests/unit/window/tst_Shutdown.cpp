@@ -71,10 +71,10 @@ void tst_Shutdown::WritePrinters(int iCount, quint8 byStatus)
     reply.byStatus = byStatus;
     QList<stPrinterInfo> listInfo;
     for (int i = 0; i < iCount; ++i) {
-        QVERIFY(folder.WriteStatus(Name(i), EncodeStatusReply(reply)));
+        folder.WriteStatus(Name(i), EncodeStatusReply(reply));
         listInfo.append(MakePrinter(Name(i)).printerInfo);
     }
-    QVERIFY(folder.WritePrinterList(listInfo));
+    folder.WritePrinterList(listInfo);
 }
 
 void tst_Shutdown::exitHidesEverythingAndEndsTheLoop_data()
@@ -224,7 +224,7 @@ void tst_Shutdown::destructionFreesTheIdleBehindAHungWorker()
     WritePrinters(3, 0x00);
     stStatusReply canceling;
     canceling.byStatus = 0x03;
-    QVERIFY(DriverFolder(c_strCfgPath).WriteStatus(Name(0), EncodeStatusReply(canceling)));
+    DriverFolder(c_strCfgPath).WriteStatus(Name(0), EncodeStatusReply(canceling));
     auto pWindow = std::make_unique<VoraPrinterToolWidget>();
     QTRY_COMPARE(cancel.Calls().size(), 1);
     QTRY_COMPARE(pWindow->m_listTrdGetPrinterStatus.size(), 3);
