@@ -43,25 +43,25 @@ int QueryStatus(const QString& strAddress, StatusBuffer& buffer)
     address.sin_family = AF_INET;
     address.sin_port = htons(c_iStatusPort);
     if (::inet_pton(AF_INET, strAddress.toLatin1().constData(), &address.sin_addr) != 1) {
-        return -1; // the empty address too
+        return enQueryBadAddress; // the empty address too
     }
     const Socket socket;
     if (socket.Fd() < 0) {
-        return -2;
+        return enQueryNoSocket;
     }
     const ssize_t iSent = ::sendto(socket.Fd(), c_statusRequest.data(), c_statusRequest.size(), 0,
                                    reinterpret_cast<const sockaddr*>(&address), sizeof(address));
     if (iSent != static_cast<ssize_t>(c_statusRequest.size())) {
-        return -3;
+        return enQueryNotSent;
     }
     const timeval timeOut{1, 0};
     if (::setsockopt(socket.Fd(), SOL_SOCKET, SO_RCVTIMEO, &timeOut, sizeof(timeOut)) != 0) {
-        return -4;
+        return enQueryNoTimeOut;
     }
     buffer.fill(0);
     const ssize_t iReceived = ::recvfrom(socket.Fd(), buffer.data(), buffer.size(), 0, nullptr, nullptr);
     if (iReceived < c_iMinReplyLength) {
-        return -5;
+        return enQueryNoReply;
     }
     return static_cast<int>(iReceived);
 }

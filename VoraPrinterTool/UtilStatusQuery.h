@@ -10,8 +10,17 @@
 /// What a status reply is read into; no reply is longer.
 using StatusBuffer = std::array<unsigned char, 2048>;
 
+/// Why no reply came.
+enum enQueryFailure
+{
+    enQueryBadAddress = -1,
+    enQueryNoSocket = -2,
+    enQueryNotSent = -3,
+    enQueryNoTimeOut = -4, ///< the wait could not be bounded
+    enQueryNoReply = -5    ///< of 8 bytes or more within a second
+};
+
 /// Asks the printer at a dotted IPv4 address for its status: one request, one reply, at most one second of waiting.
-/// Returns the reply's length (8 or more), or -1: no such address, -2: no socket, -3: not sent, -4: no time-out, -5: no
-/// reply of 8 bytes or more. The rest of the buffer is zero; with -1 to -4 the buffer is as it was. Called from any
-/// thread.
+/// Returns the reply's length (8 or more), or an enQueryFailure. The rest of the buffer is zero; it is as it was when
+/// no reply was waited for. Called from any thread.
 int QueryStatus(const QString& strAddress, StatusBuffer& buffer);

@@ -3,6 +3,7 @@
 
 #include "ReplyLayout.h"
 #include "Scenario.h"
+#include "ToolError.h"
 #include "Verdict.h"
 
 #include <algorithm>

@@ -45,14 +45,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
     options.m_enFormat = static_cast<enOutputFormat>(iChoice % 3);
     options.m_enLang = iChoice / 3 % 2 == 0 ? enLanguageEnglish : enLanguageChinese;
     StatusSource source(options);
-    const StatusRendering rendering(options, source);
+    const stStatusRendering rendering = RenderStatus(options, source);
 
     UtilPrinterStatus decoder;
     const auto iRead = std::min<std::size_t>(iSize, StatusFile::c_iMaxLength);
     const enVerdict enResult = Decode(decoder, pData, iRead);
     const QByteArray reply(reinterpret_cast<const char*>(pData), static_cast<int>(iRead));
     Require(ReplyLayout(reply).Fault() == ExpectedFault(enResult));
-    const enExitStatus enExpected = decoder.m_listErrorCode.empty() ? enExitGood : enExitErrors;
-    Require(rendering.ExitStatus() == (enResult == enDecoded ? enExpected : enExitFailure));
+    const enExitStatus enExpected = decoder.m_listErrorCode.empty() ? enExitGood : enExitPrinterErrors;
+    Require(rendering.enStatus == (enResult == enDecoded ? enExpected : enExitFailure));
     return 0;
 }

@@ -5,6 +5,7 @@
 #include "Scenario.h"
 #include "ScenarioLibrary.h"
 #include "Seeds.h"
+#include "ToolError.h"
 
 #include <QDir>
 

@@ -3,6 +3,7 @@
 
 #include "ReportHex.h"
 
+#include "Printable.h"
 #include "ReplyLabels.h"
 #include "ReportText.h"
 #include "ReportWriter.h"
@@ -37,7 +38,7 @@ void AddSuppliesValue(ReportWriter& writer, const stReplyField& field, const QBy
             writer.Add("unknown, skipped", "未知，跳过");
         }
     } else if (pLabel != nullptr && field.dwKey == enSuppliesSerialNumber) {
-        writer.AddQuoted(QString::fromLatin1(bytes));
+        writer.Add(Quoted(QString::fromLatin1(bytes)));
     } else if (pLabel != nullptr) {
         writer.AddNumber(field.dwValue);
     }
@@ -52,7 +53,7 @@ void AddFieldValue(ReportWriter& writer, const stReplyField& field, const QByteA
     case enFieldProduct:
     case enFieldSerial:
     case enFieldFirmware:
-    case enFieldFifthString: writer.AddQuoted(QString::fromLatin1(bytes)); break;
+    case enFieldFifthString: writer.Add(Quoted(QString::fromLatin1(bytes))); break;
     case enFieldState: writer.AddState(field.dwValue); break;
     case enFieldError:
     case enFieldWarning: writer.AddCode(field.dwValue); break;
@@ -70,22 +71,20 @@ void AddFieldValue(ReportWriter& writer, const stReplyField& field, const QByteA
 }
 
 /// The name and, where there is one, the value.
-std::string Words(const stReplyField& field, const QByteArray& bytes, enLanguage enLang)
+QString Words(const stReplyField& field, const QByteArray& bytes, enLanguage enLang)
 {
-    std::string value;
-    ReportWriter valueWriter(value, enLang);
-    AddFieldValue(valueWriter, field, bytes);
-    std::string words;
-    ReportWriter writer(words, enLang);
-    AddFieldName(writer, field);
-    if (!value.empty()) {
-        writer.Add(": ", "：").Add(value);
+    ReportWriter value(enLang);
+    AddFieldValue(value, field, bytes);
+    ReportWriter words(enLang);
+    AddFieldName(words, field);
+    if (!value.Text().isEmpty()) {
+        words.Add(": ", "：").Add(value.Text());
     }
-    return words;
+    return words.Text();
 }
 
 /// Eight bytes a line, the words beside the first.
-void AddLines(ReportWriter& writer, int iOffset, const QByteArray& bytes, const std::string& words)
+void AddLines(ReportWriter& writer, int iOffset, const QByteArray& bytes, const QString& strWords)
 {
     int iDone = 0;
     do {
@@ -94,19 +93,19 @@ void AddLines(ReportWriter& writer, int iOffset, const QByteArray& bytes, const 
         if (iDone == 0) {
             line = line.leftJustified(8 + 3 * c_iBytesPerLine + 1);
         }
-        writer.Add(line.constData()).Add(iDone == 0 ? words : std::string()).Add("\n");
+        writer.Add(QString::fromLatin1(line)).Add(iDone == 0 ? strWords : QString()).Add("\n");
         iDone += c_iBytesPerLine;
     } while (iDone < bytes.size());
 }
 
 } // namespace
 
-void AddReportHex(const StatusReport& report, enLanguage enLang, std::string& text)
+QString ReportHex(const StatusReport& report, enLanguage enLang)
 {
     if (!report.IsReached()) {
-        return;
+        return QString();
     }
-    ReportWriter writer(text, enLang);
+    ReportWriter writer(enLang);
     AddReportHeading(report, writer);
     for (const stReplyField& field : report.m_layout.Fields()) {
         const QByteArray bytes = report.m_reply.mid(field.iOffset, field.iLength);
@@ -114,12 +113,12 @@ void AddReportHex(const StatusReport& report, enLanguage enLang, std::string& te
     }
     if (report.m_layout.Fault() == enReplyTruncated) {
         const stReplyField& broken = report.m_layout.BrokenField();
-        std::string name;
-        ReportWriter nameWriter(name, enLang);
-        AddFieldName(nameWriter, broken);
-        AddLines(writer, broken.iOffset, report.m_reply.mid(broken.iOffset), name);
+        ReportWriter name(enLang);
+        AddFieldName(name, broken);
+        AddLines(writer, broken.iOffset, report.m_reply.mid(broken.iOffset), name.Text());
     }
     if (report.IsRejected()) {
-        writer.AddPrintable(report.FailureText(enLang)).Add("\n");
+        writer.Add(report.FailureText(enLang)).Add("\n");
     }
+    return writer.Text();
 }

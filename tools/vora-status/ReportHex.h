@@ -5,10 +5,10 @@
 
 #include "UtilLanguageCtrl.h"
 
-#include <string>
+#include <QString>
 
 class StatusReport;
 
-/// Appends the reply byte by byte, UTF-8: for each field its offset, its bytes, its name and its value. A rejected
-/// reply is shown up to the byte where it broke, with the reason. Nothing when no reply came. Called from any thread.
-void AddReportHex(const StatusReport& report, enLanguage enLang, std::string& text);
+/// The reply byte by byte: for each field its offset, its bytes, its name and its value. A rejected
+/// reply is shown up to the byte where it broke, with the reason. Empty when no reply came. Called from any thread.
+QString ReportHex(const StatusReport& report, enLanguage enLang);

@@ -3,6 +3,7 @@
 
 #include "ReportText.h"
 
+#include "Printable.h"
 #include "ReplyEntries.h"
 #include "ReportWriter.h"
 #include "StatusReport.h"
@@ -24,18 +25,18 @@ void AddName(ReportWriter& writer, const char* pEnglish, const char* pChinese)
 
 void AddModel(ReportWriter& writer, const QString& strModel)
 {
-    writer.AddPrintable(strModel);
+    writer.Add(Printable(strModel));
     const auto* pFound = std::find_if(std::begin(c_stModelInfoList), std::end(c_stModelInfoList),
                                       [&strModel](const stModelInfo& row) { return row.strModel == strModel; });
     if (pFound != std::end(c_stModelInfoList)) {
-        writer.Add(" (").AddPrintable(pFound->strDisplayName).Add(")");
+        writer.Add(" (").Add(pFound->strDisplayName).Add(")");
     }
 }
 
 void AddPrinter(ReportWriter& writer, const stPrinterInfo& printerInfo)
 {
     AddName(writer, "status file", "状态文件");
-    writer.AddPrintable(StatusFilePath(printerInfo.strPrinterName)).Add("\n");
+    writer.Add(Printable(StatusFilePath(printerInfo.strPrinterName))).Add("\n");
     AddName(writer, "model", "型号");
     AddModel(writer, printerInfo.enType);
     writer.Add("\n");
@@ -43,11 +44,11 @@ void AddPrinter(ReportWriter& writer, const stPrinterInfo& printerInfo)
     if (printerInfo.iConnectType == c_iConnectUsb) {
         writer.Add("1 USB\n");
     } else {
-        writer.Add(std::to_string(printerInfo.iConnectType)).Add(" network (", " 网络(");
-        writer.AddPrintable(printerInfo.strPort).Add(")\n");
+        writer.Add(QString::number(printerInfo.iConnectType)).Add(" network (", " 网络(");
+        writer.Add(Printable(printerInfo.strPort)).Add(")\n");
     }
     AddName(writer, "URI", "URI");
-    writer.AddPrintable(printerInfo.strURI).Add("\n");
+    writer.Add(Printable(printerInfo.strURI)).Add("\n");
 }
 
 void AddEntryName(ReportWriter& writer, const stReplyEntry& entry)
@@ -82,7 +83,7 @@ void AddEntry(ReportWriter& writer, const stReplyEntry& entry)
     switch (entry.enKind) {
     case enEntryRaw: writer.AddRaw(entry.dwValue, entry.iBytes); break;
     case enEntryState: writer.AddState(entry.dwValue); break;
-    case enEntryText: writer.AddQuoted(entry.strText); break;
+    case enEntryText: writer.Add(Quoted(entry.strText)); break;
     default: writer.AddNumber(entry.dwValue); break;
     }
     if (!entry.bPresent) {
@@ -93,12 +94,12 @@ void AddEntry(ReportWriter& writer, const stReplyEntry& entry)
 
 } // namespace
 
-void AddReportText(const StatusReport& report, enLanguage enLang, std::string& text)
+QString ReportText(const StatusReport& report, enLanguage enLang)
 {
     if (!report.IsDecoded() && !report.m_printerInfo) {
-        return;
+        return QString();
     }
-    ReportWriter writer(text, enLang);
+    ReportWriter writer(enLang);
     AddReportHeading(report, writer);
     if (report.m_printerInfo) {
         AddPrinter(writer, *report.m_printerInfo);
@@ -108,11 +109,12 @@ void AddReportText(const StatusReport& report, enLanguage enLang, std::string& t
             AddEntry(writer, entry);
         }
     }
+    return writer.Text();
 }
 
 void AddReportHeading(const StatusReport& report, ReportWriter& writer)
 {
-    writer.AddPrintable(report.m_strName);
+    writer.Add(Printable(report.m_strName));
     if (report.IsReached()) {
         AddValueMark(writer);
         writer.AddNumber(static_cast<unsigned long>(report.m_reply.size())).Add(" bytes", "字节");

@@ -5,16 +5,16 @@
 
 #include "UtilLanguageCtrl.h"
 
-#include <string>
+#include <QString>
 
 class ReportWriter;
 class StatusReport;
 
 // Called from any thread.
 
-/// Appends the report for people, UTF-8: the printer, then one line for each value of the reply. Values that come as
-/// numbers stand with their raw code. Nothing when nothing is known.
-void AddReportText(const StatusReport& report, enLanguage enLang, std::string& text);
+/// The report for people: the printer, then one line for each value of the reply. Values that come as
+/// numbers stand with their raw code. Empty when nothing is known.
+QString ReportText(const StatusReport& report, enLanguage enLang);
 
 /// The line at the head of a report: its name and, when a reply came, the reply's length.
 void AddReportHeading(const StatusReport& report, ReportWriter& writer);

@@ -5,25 +5,20 @@
 
 #include "UtilLanguageCtrl.h"
 
-#include <string>
-#include <string_view>
+#include <QString>
 
-/// Appends the pieces of a report, UTF-8, to a text that the caller owns: support looks at thousands of replies at
-/// times, and so none of their lines is a string of its own. Used by one thread at a time.
+/// Puts a report together from its pieces. Used by one thread at a time.
 class ReportWriter
 {
 public:
-    ReportWriter(std::string& text, enLanguage enLang) : m_text(text), m_enLang(enLang) {}
+    explicit ReportWriter(enLanguage enLang) : m_enLang(enLang) {}
 
     enLanguage Language() const { return m_enLang; }
+    QString Text() const { return m_strText; }
 
-    /// A text of this program, as it stands.
-    ReportWriter& Add(std::string_view text)
-    {
-        m_text.append(text);
-        return *this;
-    }
-
+    // A text of this program, as it stands; UTF-8.
+    ReportWriter& Add(const QString& strText);
+    ReportWriter& Add(const char* pText);
     /// The one of two texts that the report's language asks for.
     ReportWriter& Add(const char* pEnglish, const char* pChinese);
 
@@ -39,17 +34,9 @@ public:
     /// the English one in brackets, one without any stands alone.
     ReportWriter& AddCode(unsigned long dwRawCode);
 
-    /// Any text, with what a terminal would obey, and backslashes, written as escapes.
-    ReportWriter& AddPrintable(const QString& strText);
-
-    /// The same in quotes.
-    ReportWriter& AddQuoted(const QString& strText);
-
 private:
-    void AddEscaped(const QString& strText, char cQuote);
-    void AddAscii(const QChar* pNext, const QChar* pEnd);
     void AddMeaning(const QString& strMeaning);
 
-    std::string& m_text;
     const enLanguage m_enLang;
+    QString m_strText;
 };

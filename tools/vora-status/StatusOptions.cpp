@@ -4,6 +4,7 @@
 #include "StatusOptions.h"
 
 #include "ReplyLabels.h"
+#include "ToolError.h"
 
 #include <QCommandLineParser>
 
@@ -56,7 +57,7 @@ enLanguage LocaleLanguage()
 
 } // namespace
 
-bool StatusOptions::Parse(const QStringList& listArgument)
+void StatusOptions::Parse(const QStringList& listArgument)
 {
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
     const QCommandLineOption lang(QStringLiteral("lang"), QString(), QStringLiteral("zh|en"));
@@ -80,18 +81,17 @@ bool StatusOptions::Parse(const QStringList& listArgument)
     m_listPath = parser.positionalArguments();
 
     if (!bParsed) {
-        return Fail("%1", "选项错误：%1", parser.errorText());
+        Fail("%1", "选项错误：%1", parser.errorText());
     }
     if (parser.isSet(lang) && !bChinese && !bEnglish) {
-        return Fail("--lang takes zh or en, not \"%1\".", "--lang只接受zh或en，不接受“%1”。", strLang);
+        Fail("--lang takes zh or en, not \"%1\".", "--lang只接受zh或en，不接受“%1”。", strLang);
     }
     if (parser.isSet(json) && parser.isSet(hex)) {
-        return Fail("--json and --hex exclude each other.", "--json与--hex不能同时使用。");
+        Fail("--json and --hex exclude each other.", "--json与--hex不能同时使用。");
     }
     if (m_bUdp && !m_listPath.isEmpty()) {
-        return Fail("--udp takes no files.", "使用--udp时不能给出文件。");
+        Fail("--udp takes no files.", "使用--udp时不能给出文件。");
     }
-    return true;
 }
 
 const char* StatusOptions::HelpText() const
@@ -99,11 +99,9 @@ const char* StatusOptions::HelpText() const
     return c_pHelp[m_enLang];
 }
 
-bool StatusOptions::Fail(const char* pEnglish, const char* pChinese, const QString& strDetail)
+void StatusOptions::Fail(const char* pEnglish, const char* pChinese, const QString& strDetail) const
 {
-    const QString strHint =
-        QString::fromUtf8(ByLanguage(m_enLang, "See 'vora-status --help'.", "请看“vora-status --help”。"));
-    m_strError = QString::fromUtf8(ByLanguage(m_enLang, pEnglish, pChinese)).replace(QLatin1String("%1"), strDetail) +
-                 QLatin1Char('\n') + strHint;
-    return false;
+    const QString strMessage = QString::fromUtf8(ByLanguage(m_enLang, pEnglish, pChinese));
+    throw ToolError(enExitUsage, QString(strMessage).replace(QLatin1String("%1"), strDetail),
+                    QString::fromUtf8(ByLanguage(m_enLang, "See 'vora-status --help'.", "请看“vora-status --help”。")));
 }

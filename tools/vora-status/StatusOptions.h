@@ -18,9 +18,9 @@ enum enOutputFormat
 class StatusOptions
 {
 public:
-    /// Reads the arguments, the program's name first. False when they are wrong; m_strError then says why, in
-    /// m_enLang, which is known in any case.
-    bool Parse(const QStringList& listArgument);
+    /// Reads the arguments, the program's name first. Throws ToolError when they are wrong, in the language that they
+    /// ask for.
+    void Parse(const QStringList& listArgument);
 
     /// What --help prints, UTF-8, in m_enLang.
     const char* HelpText() const;
@@ -32,8 +32,7 @@ public:
     bool m_bUdp = false;
     QString m_strAddress;   ///< with m_bUdp
     QStringList m_listPath; ///< none: the driver folder's printers
-    QString m_strError;
 
 private:
-    bool Fail(const char* pEnglish, const char* pChinese, const QString& strDetail = QString());
+    [[noreturn]] void Fail(const char* pEnglish, const char* pChinese, const QString& strDetail = QString()) const;
 };

@@ -3,42 +3,43 @@
 
 #include "StatusRendering.h"
 
+#include "Printable.h"
 #include "ReplyLabels.h"
 #include "ReportHex.h"
 #include "ReportJson.h"
 #include "ReportText.h"
-#include "ReportWriter.h"
 #include "StatusFile.h"
 #include "StatusReport.h"
 #include "StatusSource.h"
+#include "ToolOutput.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace {
 
-constexpr int c_iJsonFormat = 1;            // counts up when a key goes or changes its meaning
-constexpr std::size_t c_iBlock = 64 * 1024; // what is written at once
+constexpr int c_iJsonFormat = 1; // counts up when a key goes or changes its meaning
 
-std::string JsonDocument(const QJsonArray& listReport, bool bOneLine)
+QByteArray JsonDocument(const QJsonArray& listReport, bool bOneLine)
 {
     const QJsonDocument document(
         QJsonObject{{QStringLiteral("format"), c_iJsonFormat}, {QStringLiteral("reports"), listReport}});
-    return bOneLine ? document.toJson(QJsonDocument::Compact).toStdString() + '\n' : document.toJson().toStdString();
+    return PrintableJson(bOneLine ? document.toJson(QJsonDocument::Compact) + '\n' : document.toJson());
 }
 
+/// What standard error tells about the report; empty when that is nothing.
 QString Message(const StatusReport& report, enLanguage enLang)
 {
     if (!report.IsDecoded()) {
-        return QString::fromUtf8(ByLanguage(enLang, ": ", "：")) + report.FailureText(enLang);
+        return report.m_strName + QString::fromUtf8(ByLanguage(enLang, ": ", "：")) + report.FailureText(enLang);
     }
     if (report.m_iFileSize > StatusFile::c_iMaxLength) {
-        return QString::fromUtf8(
-                   ByLanguage(enLang, ": has %1 bytes, only the first %2 are read", "：有%1字节，只读取前%2字节"))
-            .arg(report.m_iFileSize)
-            .arg(StatusFile::c_iMaxLength);
+        const QString strText = QString::fromUtf8(
+            ByLanguage(enLang, ": has %1 bytes, only the first %2 are read", "：有%1字节，只读取前%2字节"));
+        return report.m_strName + strText.arg(report.m_iFileSize).arg(StatusFile::c_iMaxLength);
     }
     return QString();
 }
@@ -49,80 +50,53 @@ enExitStatus ExitStatusOf(const StatusReport& report)
     if (!report.IsDecoded()) {
         return enExitFailure;
     }
-    return report.m_state.listErrorStatus.isEmpty() ? enExitGood : enExitErrors;
+    return report.m_state.listErrorStatus.isEmpty() ? enExitGood : enExitPrinterErrors;
 }
 
 } // namespace
 
-StatusRendering::StatusRendering(const StatusOptions& options, StatusSource& source) : m_enLang(options.m_enLang)
+stStatusRendering RenderStatus(const StatusOptions& options, StatusSource& source)
 {
+    stStatusRendering rendering;
     QJsonArray listJson;
     bool bAny = false;
     source.Collect([&](const StatusReport& report) {
         bAny = true;
-        m_enExitStatus = std::max(m_enExitStatus, ExitStatusOf(report));
+        rendering.enStatus = std::max(rendering.enStatus, ExitStatusOf(report));
+        const QString strMessage = Message(report, options.m_enLang);
+        if (!strMessage.isEmpty()) {
+            rendering.listMessage.append(strMessage);
+        }
         if (options.m_enFormat == enFormatJson) {
             listJson.append(ReportJson(report));
-        } else {
-            AddText(report, options.m_enFormat);
+            return;
         }
-        if (!options.m_bWatch && m_output.size() >= c_iBlock) {
-            WriteBlock();
+        const QString strText = options.m_enFormat == enFormatHex ? ReportHex(report, options.m_enLang)
+                                                                  : ReportText(report, options.m_enLang);
+        if (!strText.isEmpty()) {
+            rendering.output += (rendering.output.isEmpty() ? "" : "\n") + strText.toUtf8();
         }
-        AddMessage(report);
     });
     if (options.m_enFormat == enFormatJson) {
         // While there is more to come, a document is one line: its reader sees where it ends.
-        m_output = JsonDocument(listJson, options.m_bWatch);
+        rendering.output = JsonDocument(listJson, options.m_bWatch);
     }
     if (!bAny) {
-        m_messages += MessageLine((c_strCfgPath + c_strPrinterListName).toStdString() +
-                                  ByLanguage(m_enLang, " lists no printers", "没有列出打印机"));
+        rendering.listMessage.append(
+            c_strCfgPath + c_strPrinterListName +
+            QString::fromUtf8(ByLanguage(options.m_enLang, " lists no printers", "没有列出打印机")));
     }
+    return rendering;
 }
 
-bool StatusRendering::Print(const std::string& prefix)
+void PrintStatus(const stStatusRendering& rendering, enLanguage enLang, const EndSignals* pEndSignals)
 {
-    m_bWritten = m_bWritten && WriteOutput(prefix + m_output);
-    if (!m_bWritten) {
-        m_enExitStatus = enExitFailure;
-        m_messages += MessageLine(ByLanguage(m_enLang, "the output cannot be written", "无法写出结果"));
+    const int iError = WriteOutput(rendering.output, pEndSignals);
+    for (const QString& strMessage : rendering.listMessage) {
+        WriteMessage(strMessage, pEndSignals);
     }
-    WriteMessages(m_messages);
-    return m_bWritten;
-}
-
-void StatusRendering::AddText(const StatusReport& report, enOutputFormat enFormat)
-{
-    const std::size_t iBefore = m_output.size();
-    if (m_bAnyText) {
-        m_output += '\n';
-    }
-    const std::size_t iStart = m_output.size();
-    if (enFormat == enFormatHex) {
-        AddReportHex(report, m_enLang, m_output);
-    } else {
-        AddReportText(report, m_enLang, m_output);
-    }
-    if (m_output.size() > iStart) {
-        m_bAnyText = true;
-    } else {
-        m_output.resize(iBefore);
-    }
-}
-
-void StatusRendering::WriteBlock()
-{
-    m_bWritten = m_bWritten && WriteOutput(m_output);
-    m_output.clear();
-}
-
-void StatusRendering::AddMessage(const StatusReport& report)
-{
-    const QString strMessage = Message(report, m_enLang);
-    if (!strMessage.isEmpty()) {
-        std::string name;
-        ReportWriter(name, m_enLang).AddPrintable(report.m_strName);
-        m_messages += MessageLine(name + strMessage.toStdString());
+    if (iError != 0 && iError != EINTR) {
+        throw ToolError(enExitFailure,
+                        QString::fromUtf8(ByLanguage(enLang, "the output cannot be written", "无法写出结果")));
     }
 }

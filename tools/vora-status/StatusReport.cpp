@@ -43,10 +43,10 @@ enReportFailure FailureOfFile(enStatusFileResult enResult)
 enReportFailure FailureOfQuery(int iResult)
 {
     switch (iResult) {
-    case -1: return enFailureAddress;
-    case -2: return enFailureSocket;
-    case -3: return enFailureSend;
-    case -4: return enFailureTimeOut;
+    case enQueryBadAddress: return enFailureAddress;
+    case enQueryNoSocket: return enFailureSocket;
+    case enQueryNotSent: return enFailureSend;
+    case enQueryNoTimeOut: return enFailureTimeOut;
     default: return enFailureSilent;
     }
 }

@@ -3,10 +3,12 @@
 
 #pragma once
 
+#include "ToolError.h"
+
 class StatusOptions;
 class StatusSource;
 
-/// Shows the replies, and again after every change: looks once a second until SIGINT or SIGTERM ends it or the output
-/// cannot be written; returns the exit status of what was shown last. Called once, from the main thread, before any
-/// other is started: from then on these signals no longer end the process.
-int WatchStatus(const StatusOptions& options, StatusSource& source);
+/// Shows the replies, and again after every change: looks once a second until a signal ends it (EndSignals); returns
+/// the exit status of what was shown last. Throws ToolError when the output cannot be written. Called once, from the
+/// main thread, before any other is started.
+enExitStatus WatchStatus(const StatusOptions& options, StatusSource& source);

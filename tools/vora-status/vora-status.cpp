@@ -2,29 +2,42 @@
 // SPDX-License-Identifier: MIT
 
 #include "StatusOptions.h"
-#include "StatusOutput.h"
 #include "StatusRendering.h"
 #include "StatusSource.h"
 #include "StatusWatch.h"
+#include "ToolOutput.h"
 
 #include <QCoreApplication>
 
-int main(int argc, char** argv)
+namespace {
+
+enExitStatus Run(const QStringList& listArgument)
 {
-    const QCoreApplication application(argc, argv);
     StatusOptions options;
-    if (!options.Parse(QCoreApplication::arguments())) {
-        WriteMessages(MessageLine(options.m_strError.toStdString()));
-        return enExitUsage;
-    }
+    options.Parse(listArgument);
     if (options.m_bHelp) {
-        return WriteOutput(options.HelpText()) ? enExitGood : enExitFailure;
+        PrintStatus({options.HelpText(), {}, enExitGood}, options.m_enLang);
+        return enExitGood;
     }
     StatusSource source(options);
     if (options.m_bWatch) {
         return WatchStatus(options, source);
     }
-    StatusRendering rendering(options, source);
-    rendering.Print();
-    return rendering.ExitStatus();
+    const stStatusRendering rendering = RenderStatus(options, source);
+    PrintStatus(rendering, options.m_enLang);
+    return rendering.enStatus;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("vora-status"));
+    try {
+        return Run(QCoreApplication::arguments());
+    } catch (const ToolError& error) {
+        WriteError(error);
+        return error.ExitStatus();
+    }
 }
