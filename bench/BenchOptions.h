@@ -18,5 +18,5 @@ public:
     QString m_strBenchmark; ///< the only one to run; empty: all
 
     /// iFull, or iQuick with --quick.
-    int Full(int iFull, int iQuick) const { return m_bQuick ? iQuick : iFull; }
+    int FullOrQuick(int iFull, int iQuick) const { return m_bQuick ? iQuick : iFull; }
 };

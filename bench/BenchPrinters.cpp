@@ -21,7 +21,7 @@ QByteArray PlainReply(quint8 byStatus)
 {
     stStatusReply reply;
     reply.byStatus = byStatus;
-    reply.listSupplies = {SuppliesNumber(enSuppliesBlackInk, 50)};
+    reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlackInk, 50)};
     return EncodeStatusReply(reply);
 }
 
@@ -40,7 +40,7 @@ QByteArray RichReply()
          {enSuppliesType, enSuppliesRemainingToner, enSuppliesWasteToner, enSuppliesOPCRotation,
           enSuppliesNumberOfPages, enSuppliesNumberOfPrint, enSuppliesPrintDotsCount, enSuppliesPrinterNumOfPages,
           enSuppliesPrinterNumOfPrint, enSuppliesBlackInk, enSuppliesBlueInk, enSuppliesRedInk, enSuppliesYellowInk}) {
-        reply.listSupplies.append(SuppliesNumber(enKey, 77));
+        reply.listSupplies.append(MakeSuppliesRecord(enKey, 77));
     }
     return EncodeStatusReply(reply);
 }

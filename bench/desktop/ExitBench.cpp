@@ -39,12 +39,12 @@ double ExitSeconds(int iQuietMSec)
 
 void BenchExit(const BenchOptions& options, Figures& figures)
 {
-    const int iPrinters = options.Full(1000, 20);
+    const int iPrinters = options.FullOrQuick(1000, 20);
     WriteBenchPrinters(iPrinters);
     figures.Add({QStringLiteral("exit"),
                  QStringLiteral("exit with %1 printers").arg(iPrinters),
                  QStringLiteral("s"),
-                 MedianOf(options.m_iRuns, [&] { return ExitSeconds(options.Full(2000, 150)); }),
+                 MedianOf(options.m_iRuns, [&] { return ExitSeconds(options.FullOrQuick(2000, 150)); }),
                  {},
                  stBudget{stBudget::enValue, 0.8}});
 }

@@ -39,14 +39,14 @@ void BenchIdlePrinters(const BenchOptions& options, Figures& figures, int iPrint
     WriteBenchPrinters(iPrinters);
     const MeasuredProcess tool(QStringLiteral(VORA_TOOL));
     const MeasuredProcess floor(QStringLiteral(VORA_STAT_THREADS), WatchedPaths(iPrinters));
-    tool.WaitUntilIdle(options.Full(2000, 150));
+    tool.WaitUntilIdle(options.FullOrQuick(2000, 150));
     const pid_t listWorker = ThreadOf(tool.Pid(), "vora-devices");
     const auto read = [&]() -> stIdleSample {
         return {CpuMSec(tool.Pid()) * 1e3, CpuMSec(floor.Pid()) * 1e3,
                 static_cast<double>(ThreadCpuNSec(tool.Pid(), listWorker)) / 1e3};
     };
 
-    const int iSampleMSec = options.Full(6000, 500); // a multiple of what the list worker waits
+    const int iSampleMSec = options.FullOrQuick(6000, 500); // a multiple of what the list worker waits
     const double dPrinterSeconds = iPrinters * iSampleMSec / 1e3;
     std::vector<double> listTool;
     std::vector<double> listFloor;
@@ -75,14 +75,14 @@ stPair WakeUps(const QStringList& listArgument, const BenchOptions& options)
 {
     const MeasuredProcess floor(QStringLiteral(VORA_EMPTY_TRAY));
     const MeasuredProcess tool(QStringLiteral(VORA_TOOL), listArgument);
-    const int iQuietMSec = options.Full(2000, 150);
+    const int iQuietMSec = options.FullOrQuick(2000, 150);
     floor.WaitUntilIdle(iQuietMSec);
     tool.WaitUntilIdle(iQuietMSec);
     // Half a minute after the last painting Qt clears its pixmap cache.
-    QThread::msleep(static_cast<unsigned long>(options.Full(35000, 0)));
+    QThread::msleep(static_cast<unsigned long>(options.FullOrQuick(35000, 0)));
     const qint64 iFloorBefore = MainThreadWaits(floor.Pid());
     const qint64 iToolBefore = MainThreadWaits(tool.Pid());
-    QThread::msleep(static_cast<unsigned long>(options.Full(60000, 500)));
+    QThread::msleep(static_cast<unsigned long>(options.FullOrQuick(60000, 500)));
     return {static_cast<double>(MainThreadWaits(tool.Pid()) - iToolBefore),
             static_cast<double>(MainThreadWaits(floor.Pid()) - iFloorBefore)};
 }
@@ -91,7 +91,8 @@ stPair WakeUps(const QStringList& listArgument, const BenchOptions& options)
 
 void BenchIdle(const BenchOptions& options, Figures& figures)
 {
-    for (const int iPrinters : {options.Full(10, 1), options.Full(200, 10), options.Full(1000, 20)}) {
+    for (const int iPrinters :
+         {options.FullOrQuick(10, 1), options.FullOrQuick(200, 10), options.FullOrQuick(1000, 20)}) {
         BenchIdlePrinters(options, figures, iPrinters);
     }
 }

@@ -13,10 +13,10 @@
 void BenchMemory(const BenchOptions& options, Figures& figures)
 {
     constexpr int c_iFewPrinters = 10;
-    const int iManyPrinters = options.Full(1000, 30);
+    const int iManyPrinters = options.FullOrQuick(1000, 30);
     const auto pss = [&](const char* pProgram, const QStringList& listArgument = {}) {
         const MeasuredProcess process(QString::fromLocal8Bit(pProgram), listArgument);
-        process.WaitUntilIdle(options.Full(1000, 150));
+        process.WaitUntilIdle(options.FullOrQuick(1000, 150));
         return PssKB(process.Pid());
     };
     WriteBenchPrinters(c_iFewPrinters);

@@ -47,7 +47,7 @@ void CheckTable(int iQuietMSec)
 
 void BenchStart(const BenchOptions& options, Figures& figures)
 {
-    const int iQuietMSec = options.Full(1000, 150);
+    const int iQuietMSec = options.FullOrQuick(1000, 150);
     const auto start = [&](const QString& strProgram, const QStringList& listArgument = {}) {
         return MeasuredProcess(strProgram, listArgument).WaitUntilIdle(iQuietMSec);
     };

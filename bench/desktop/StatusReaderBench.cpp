@@ -43,7 +43,7 @@ double RunCpuMSec(const char* pProgram, const QStringList& listPath)
 
 void BenchStatusReader(const BenchOptions& options, Figures& figures)
 {
-    const int iFiles = options.Full(10000, 100);
+    const int iFiles = options.FullOrQuick(10000, 100);
     const DriverFolder folder(c_strCfgPath);
     QStringList listPath;
     for (int i = 0; i < iFiles; ++i) {

@@ -105,7 +105,7 @@ void BenchSystemCalls(const BenchOptions& options, Figures& figures)
     TracedProcess tool(QStringLiteral(VORA_TOOL), {}, QStringLiteral("/tmp/tool-calls.txt"));
     const pid_t poller = ThreadOf(tool.Pid(), "vora-status-0");
     const pid_t lister = ThreadOf(tool.Pid(), "vora-devices");
-    QThread::msleep(static_cast<unsigned long>(options.Full(20000, 6500))); // two list passes at least
+    QThread::msleep(static_cast<unsigned long>(options.FullOrQuick(20000, 6500))); // two list passes at least
     const double dFloor = CallsPerRound(floor.Calls(), strStatusPath);
     const QByteArrayList listCall = tool.Calls();
 

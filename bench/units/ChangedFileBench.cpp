@@ -110,7 +110,7 @@ std::vector<Clock::time_point> RewriteAll(int iCount, quint8 byStatus)
 
 void BenchChangedFile(const BenchOptions& options, Figures& figures)
 {
-    const int iPrinters = options.Full(1000, 20);
+    const int iPrinters = options.FullOrQuick(1000, 20);
     WriteBenchPrinters(iPrinters);
     const Followers followers(iPrinters);
     int iReports = 1;

@@ -73,7 +73,7 @@ long DecoderAllocations(QByteArray& reply)
 void BenchDecode(const BenchOptions& options, Figures& figures)
 {
     QByteArray reply = RichReply();
-    const int iCalls = options.Full(20000, 100);
+    const int iCalls = options.FullOrQuick(20000, 100);
     TrdGetPrinterStatus worker;
     stPrinterState record;
     const stReadyValues ready = {"RA7QX20261104000187",

@@ -80,7 +80,7 @@ int LostLines(int iLinesPerThread)
 
 void BenchLog(const BenchOptions& options, Figures& figures)
 {
-    const int iLines = options.Full(2000, 20);
+    const int iLines = options.FullOrQuick(2000, 20);
     SetLogEnable(true);
     const stPair pair = MedianPair(
         options.m_iRuns, [&] { return CpuUSecOf(iLines, WriteLine); },
@@ -93,7 +93,7 @@ void BenchLog(const BenchOptions& options, Figures& figures)
     figures.Add({QStringLiteral("log-lost"),
                  QStringLiteral("log lines lost, 50 threads writing"),
                  QString(),
-                 static_cast<double>(LostLines(options.Full(400, 10))),
+                 static_cast<double>(LostLines(options.FullOrQuick(400, 10))),
                  {},
                  stBudget{stBudget::enValue, 0}});
     SetLogEnable(false);

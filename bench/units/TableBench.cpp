@@ -54,7 +54,7 @@ void BenchStatusReport(const BenchOptions& options, Figures& figures)
     WriteBenchPrinters(c_iPrinters);
     ShownWindow window;
     window.WaitForReadyPrinters(c_iPrinters);
-    const int iReports = options.Full(500, 10);
+    const int iReports = options.FullOrQuick(500, 10);
     int iRow = 0;
     const auto report = [&] {
         iRow = (iRow + 1) % c_iPrinters;
@@ -82,7 +82,7 @@ void BenchStatusReport(const BenchOptions& options, Figures& figures)
 
 void BenchListReport(const BenchOptions& options, Figures& figures)
 {
-    const int iPrinters = options.Full(1000, 20);
+    const int iPrinters = options.FullOrQuick(1000, 20);
     WriteBenchPrinters(iPrinters);
     ShownWindow window;
     window.WaitForReadyPrinters(iPrinters);
@@ -100,7 +100,7 @@ void BenchListReport(const BenchOptions& options, Figures& figures)
 
 void BenchWorkerStart(const BenchOptions& options, Figures& figures)
 {
-    const int iPrinters = options.Full(1000, 20);
+    const int iPrinters = options.FullOrQuick(1000, 20);
     figures.Add({QStringLiteral("worker-start"),
                  QStringLiteral("longest silence of the window while %1 workers start").arg(iPrinters),
                  QStringLiteral("ms"),

@@ -103,7 +103,7 @@ void tst_PrintServer::cancelsTheFirstWaitingJobOfItsQueue()
     // Another two changes, seen by another two cycles in the same state.
     for (const int iInk : {40, 0}) {
         stStatusReply reply = Reply(c_byCanceling);
-        reply.listSupplies = {SuppliesNumber(enSuppliesBlueInk, static_cast<quint32>(iInk))};
+        reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlueInk, static_cast<quint32>(iInk))};
         const QString strInk = m_tool->Cell(0, c_iInkColumn);
         WriteStatus(c_strOffice, reply);
         QTRY_VERIFY(m_tool->Cell(0, c_iInkColumn) != strInk);

@@ -26,7 +26,7 @@ QByteArray Content(bool bFirst)
     reply.byStatus = bFirst ? 0x10 : 0x11;
     reply.fifthString = QByteArray(1500, 'x'); // the state at one end, the ink levels at the other
     for (const enSuppliesKey enKey : {enSuppliesBlueInk, enSuppliesRedInk, enSuppliesYellowInk, enSuppliesBlackInk}) {
-        reply.listSupplies.append(SuppliesNumber(enKey, bFirst ? 80 : 5));
+        reply.listSupplies.append(MakeSuppliesRecord(enKey, bFirst ? 80 : 5));
     }
     return EncodeStatusReply(reply);
 }

@@ -88,7 +88,7 @@ void tst_StateTexts::stateCellFollowsTheReply()
     }
     for (int i = 0; i < listCase.size(); ++i) {
         stStatusReply reply = Reply(listCase.at(i).byStatus, listCase.at(i).listError, listCase.at(i).listWarning);
-        reply.listSupplies = {SuppliesNumber(enSuppliesBlackInk, 100)}; // tells that the row is up to date
+        reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlackInk, 100)}; // tells that the row is up to date
         WriteStatus(listName.at(i), reply);
     }
     for (int i = 0; i < listCase.size(); ++i) {

@@ -339,8 +339,8 @@ void tst_Window::textsFitTheirCells()
 
     for (int iRow = 0; iRow < texts.size(); ++iRow) {
         stStatusReply reply = Reply(static_cast<quint8>(rawStates.at(iRow)));
-        reply.listSupplies = {SuppliesNumber(enSuppliesBlueInk, 39), SuppliesNumber(enSuppliesRedInk, 30),
-                              SuppliesNumber(enSuppliesYellowInk, 20), SuppliesNumber(enSuppliesBlackInk, 16)};
+        reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlueInk, 39), MakeSuppliesRecord(enSuppliesRedInk, 30),
+                              MakeSuppliesRecord(enSuppliesYellowInk, 20), MakeSuppliesRecord(enSuppliesBlackInk, 16)};
         WriteStatus(listPrinter.at(iRow).strPrinterName, reply);
     }
     for (int iRow = 0; iRow < texts.size(); ++iRow) {

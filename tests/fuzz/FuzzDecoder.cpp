@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
     const enVerdict enResult = Decode(decoder, pData, iSize);
     if (enResult == enEnded) {
         const QByteArray reply(reinterpret_cast<const char*>(pData), static_cast<int>(iSize));
-        Require(ReplyLayout(reply).Fault() == enReplyFatalSupplies);
+        EndUnless(ReplyLayout(reply).Fault() == enReplyFatalSupplies);
         return 0;
     }
     static TrdGetPrinterStatus s_worker;
@@ -22,9 +22,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
     state.iReadFailCount = 1;
     const int iResult = s_worker.CheckPrinterStatus(const_cast<std::uint8_t*>(pData), iSize);
     if (enResult == enDecoded) {
-        Require(iResult == 0 && IsWithinBounds(state));
+        EndUnless(iResult == 0 && IsWithinBounds(state));
     } else {
-        Require(iResult == -1 && state.iReadFailCount == 1);
+        EndUnless(iResult == -1 && state.iReadFailCount == 1);
     }
     return 0;
 }

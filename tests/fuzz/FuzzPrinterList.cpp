@@ -20,7 +20,7 @@ int OpenListFile()
 {
     QDir().mkpath(QStringLiteral("/opt/vora/vora-printer-k507/cfg"));
     const int iFd = ::open("/opt/vora/vora-printer-k507/cfg/printerlist.ini", O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
-    Require(iFd >= 0);
+    EndUnless(iFd >= 0);
     return iFd;
 }
 
@@ -32,8 +32,8 @@ void WriteList(const std::uint8_t* pData, std::size_t iSize)
     ++s_iMSec;
     const timespec time = {s_iMSec / 1000, s_iMSec % 1000 * 1000000};
     const timespec times[2] = {time, time};
-    Require(::ftruncate(s_iFd, 0) == 0 && ::pwrite(s_iFd, pData, iSize, 0) == static_cast<ssize_t>(iSize) &&
-            ::futimens(s_iFd, times) == 0);
+    EndUnless(::ftruncate(s_iFd, 0) == 0 && ::pwrite(s_iFd, pData, iSize, 0) == static_cast<ssize_t>(iSize) &&
+              ::futimens(s_iFd, times) == 0);
 }
 
 } // namespace
@@ -45,10 +45,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
     static TrdDeviceManage s_worker;
     const QList<stPrinterInfo> listInfo = s_worker.GetPrinterInfo(true);
     // Up to 1000 printers need nothing but a number; more of them need a group each.
-    Require(static_cast<std::size_t>(listInfo.size()) <= std::max<std::size_t>(1000, iSize));
+    EndUnless(static_cast<std::size_t>(listInfo.size()) <= std::max<std::size_t>(1000, iSize));
     const QList<stPrinterManager> listPrinter = s_worker.GetInitPrinterList(listInfo);
-    Require(listPrinter.size() == listInfo.size());
-    Require(std::all_of(listPrinter.begin(), listPrinter.end(), [](const stPrinterManager& printer) {
+    EndUnless(listPrinter.size() == listInfo.size());
+    EndUnless(std::all_of(listPrinter.begin(), listPrinter.end(), [](const stPrinterManager& printer) {
         return printer.printerState.enCurrentStatus == enStatusOffline;
     }));
     return 0;

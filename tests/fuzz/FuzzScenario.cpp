@@ -15,17 +15,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
     const QByteArray json(reinterpret_cast<const char*>(pData), static_cast<int>(iSize));
     try {
         const stScenario scenario = ReadScenario(json, QStringLiteral("input"));
-        Require(!scenario.listPrinter.isEmpty() && scenario.listPrinter.size() <= c_iMaxPrinters);
+        EndUnless(!scenario.listPrinter.isEmpty() && scenario.listPrinter.size() <= c_iMaxPrinters);
         // Printers that a count made have the same reply, but for their serial number.
         for (int i = 0; i < std::min<int>(static_cast<int>(scenario.listPrinter.size()), 3); ++i) {
-            Require(ReplyLayout(EncodeStatusReply(scenario.listPrinter.at(i).reply)).IsAccepted());
+            EndUnless(ReplyLayout(EncodeStatusReply(scenario.listPrinter.at(i).reply)).IsAccepted());
         }
-        Require(std::all_of(scenario.listStep.begin(), scenario.listStep.end(), [&scenario](const stStep& step) {
+        EndUnless(std::all_of(scenario.listStep.begin(), scenario.listStep.end(), [&scenario](const stStep& step) {
             return step.iAtMSec >= 0 && !step.listPrinter.isEmpty() &&
                    step.listPrinter.constLast() < scenario.listPrinter.size();
         }));
     } catch (const ToolError& error) {
-        Require(!error.Message().isEmpty());
+        EndUnless(!error.Message().isEmpty());
     }
     return 0;
 }

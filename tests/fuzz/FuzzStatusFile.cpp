@@ -19,7 +19,7 @@ namespace {
 QString WriteFile(const std::uint8_t* pData, std::size_t iSize)
 {
     static const int s_iFd = ::memfd_create("reply", MFD_CLOEXEC);
-    Require(::ftruncate(s_iFd, 0) == 0 && ::pwrite(s_iFd, pData, iSize, 0) == static_cast<ssize_t>(iSize));
+    EndUnless(::ftruncate(s_iFd, 0) == 0 && ::pwrite(s_iFd, pData, iSize, 0) == static_cast<ssize_t>(iSize));
     return QStringLiteral("/proc/self/fd/%1").arg(s_iFd);
 }
 
@@ -51,8 +51,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
     const auto iRead = std::min<std::size_t>(iSize, StatusFile::c_iMaxLength);
     const enVerdict enResult = Decode(decoder, pData, iRead);
     const QByteArray reply(reinterpret_cast<const char*>(pData), static_cast<int>(iRead));
-    Require(ReplyLayout(reply).Fault() == ExpectedFault(enResult));
+    EndUnless(ReplyLayout(reply).Fault() == ExpectedFault(enResult));
     const enExitStatus enExpected = decoder.m_listErrorCode.empty() ? enExitGood : enExitPrinterErrors;
-    Require(rendering.enStatus == (enResult == enDecoded ? enExpected : enExitFailure));
+    EndUnless(rendering.enStatus == (enResult == enDecoded ? enExpected : enExitFailure));
     return 0;
 }

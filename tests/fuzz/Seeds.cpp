@@ -30,7 +30,7 @@ stStatusReply FullReply()
          {enSuppliesType, enSuppliesRemainingToner, enSuppliesWasteToner, enSuppliesOPCRotation,
           enSuppliesNumberOfPages, enSuppliesNumberOfPrint, enSuppliesPrintDotsCount, enSuppliesPrinterNumOfPages,
           enSuppliesPrinterNumOfPrint, enSuppliesBlackInk, enSuppliesBlueInk, enSuppliesRedInk, enSuppliesYellowInk}) {
-        reply.listSupplies.append(SuppliesNumber(enKey, 42));
+        reply.listSupplies.append(MakeSuppliesRecord(enKey, 42));
     }
     return reply;
 }
@@ -59,7 +59,7 @@ void AddScenario(QMap<QString, QByteArray>& seeds, const QString& strName)
     for (int i = 0; i < scenario.listStep.size() && i < c_iMaxOfScenario; ++i) {
         const stStep& step = scenario.listStep.at(i);
         stStatusReply reply = scenario.listPrinter.at(step.listPrinter.constFirst()).reply;
-        ApplyReplyFields(JsonReader(step.fields, QString()), reply);
+        ApplyReplyKeys(JsonReader(step.fields, QString()), reply);
         seeds.insert(QStringLiteral("%1-step-%2").arg(strName).arg(i), EncodeStatusReply(reply));
     }
 }

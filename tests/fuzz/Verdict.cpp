@@ -58,7 +58,7 @@ bool IsWithinBounds(const stPrinterState& state)
            AreErrors(state.listWarningStatus) && dwHighest <= 0xFFFFFFFF && state.iReadFailCount == 0;
 }
 
-void Require(bool bCondition)
+void EndUnless(bool bCondition)
 {
     if (!bCondition) {
         std::abort();

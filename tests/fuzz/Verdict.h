@@ -25,4 +25,4 @@ enVerdict Decode(UtilPrinterStatus& decoder, const unsigned char* pData, std::si
 bool IsWithinBounds(const stPrinterState& state);
 
 /// Ends the process, so that the fuzzer keeps the input, unless the condition holds.
-void Require(bool bCondition);
+void EndUnless(bool bCondition);

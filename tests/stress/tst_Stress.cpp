@@ -66,7 +66,7 @@ QByteArray Reply(int iRewrite)
     if (iRewrite % 5 == 0) {
         reply.listErrorCode = {0x6110};
     }
-    reply.listSupplies = {SuppliesNumber(enSuppliesBlueInk, static_cast<quint32>(iRewrite % 100))};
+    reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlueInk, static_cast<quint32>(iRewrite % 100))};
     return EncodeStatusReply(reply);
 }
 

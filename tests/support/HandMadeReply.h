@@ -57,7 +57,7 @@ inline QByteArray ReplyWithSupplies(const QList<stSuppliesRecord>& listSupplies)
 inline QByteArray ReplyOfSize(int iSize)
 {
     stStatusReply reply;
-    reply.listSupplies = {SuppliesNumber(enSuppliesBlackInk, 42)};
+    reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlackInk, 42)};
     reply.fifthString = QByteArray(iSize - static_cast<int>(EncodeStatusReply(reply).size()), 'x');
     return EncodeStatusReply(reply);
 }

@@ -154,21 +154,21 @@ void ApplySupplies(const JsonReader& reader, stStatusReply& reply)
     for (const stNumberField& field : c_numberFieldList) {
         const QString strKey = QString::fromLatin1(field.pstrKey);
         if (reader.Has(strKey)) {
-            const qint64 iMax = SuppliesNumber(field.enKey, 0).data.size() == 4 ? 0xFFFFFFFFLL : 0xFFFFLL;
-            SetSupplies(reply, SuppliesNumber(field.enKey, static_cast<quint32>(reader.Whole(strKey, 0, iMax))));
+            const qint64 iMax = MakeSuppliesRecord(field.enKey, 0).data.size() == 4 ? 0xFFFFFFFFLL : 0xFFFFLL;
+            SetSupplies(reply, MakeSuppliesRecord(field.enKey, static_cast<quint32>(reader.Whole(strKey, 0, iMax))));
         }
     }
 }
 
 } // namespace
 
-QList<stFieldKey> ReplyFields()
+QList<stReplyKey> ReplyKeys()
 {
     const QString strNumber = QStringLiteral("N");
     const QString strText = QStringLiteral("TEXT");
     const QString strHex = QStringLiteral("HEX");
     const QString strRaw = QStringLiteral("raw, without known meaning");
-    QList<stFieldKey> listField = {
+    QList<stReplyKey> listField = {
         {c_strState, QStringLiteral("state, raw or by name"), QStringLiteral("CODE"), false, false},
         {c_strErrors, QString(), QString(), true, false},
         {c_strWarnings, QString(), QString(), true, false},
@@ -193,16 +193,16 @@ QList<stFieldKey> ReplyFields()
     return listField;
 }
 
-QStringList ReplyFieldKeys()
+QStringList ReplyKeyNames()
 {
     QStringList listKey;
-    for (const stFieldKey& field : ReplyFields()) {
+    for (const stReplyKey& field : ReplyKeys()) {
         listKey.append(field.strKey);
     }
     return listKey;
 }
 
-void ApplyReplyFields(const JsonReader& reader, stStatusReply& reply)
+void ApplyReplyKeys(const JsonReader& reader, stStatusReply& reply)
 {
     if (reader.Has(c_strState)) {
         const std::optional<quint8> code = CodeOf(reader.Value(c_strState), StateCodeByName);
@@ -242,7 +242,7 @@ void SetSupplies(stStatusReply& reply, const stSuppliesRecord& record)
     listRecord.insert(next, record);
 }
 
-quint32 SuppliesValue(const stStatusReply& reply, enSuppliesKey enKey)
+quint32 LastSuppliesNumber(const stStatusReply& reply, enSuppliesKey enKey)
 {
     quint32 dwValue = 0;
     for (const stSuppliesRecord& record : reply.listSupplies) {

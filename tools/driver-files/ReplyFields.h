@@ -13,7 +13,7 @@ class JsonReader;
 // the command line. Used by one thread at a time.
 
 /// One field of a reply.
-struct stFieldKey
+struct stReplyKey
 {
     QString strKey;
     QString strMeaning;
@@ -23,19 +23,19 @@ struct stFieldKey
 };
 
 // All fields in the order of the help text, and their keys alone.
-QList<stFieldKey> ReplyFields();
-QStringList ReplyFieldKeys();
+QList<stReplyKey> ReplyKeys();
+QStringList ReplyKeyNames();
 
 /// Stores the fields that the object has; the others stay. Other keys of the object are left alone. Throws ToolError
 /// at the first wrong value; the fields before it are stored by then.
-void ApplyReplyFields(const JsonReader& reader, stStatusReply& reply);
+void ApplyReplyKeys(const JsonReader& reader, stStatusReply& reply);
 
 /// Removes the records of the key and puts this one before the first of a greater key, so that the prints come after
 /// the pages, which also count as prints.
 void SetSupplies(stStatusReply& reply, const stSuppliesRecord& record);
 
 /// The number in the last supplies record of the key; 0 when there is none or it takes more than 32 bits.
-quint32 SuppliesValue(const stStatusReply& reply, enSuppliesKey enKey);
+quint32 LastSuppliesNumber(const stStatusReply& reply, enSuppliesKey enKey);
 
 // Raw codes of a list of at most 255 names ("no-paper"), hexadecimal texts ("0x6100") or numbers; a missing list is
 // empty. Throw ToolError.

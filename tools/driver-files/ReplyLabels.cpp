@@ -63,7 +63,7 @@ const std::array<stSuppliesLabel, 14> c_suppliesLabelList = {{
 
 } // namespace
 
-const stReplyLabel& FieldLabel(enReplyField enField)
+const stReplyLabel& PartLabel(enReplyPart enField)
 {
     return c_fieldLabelList.at(enField);
 }

@@ -28,7 +28,7 @@ inline const char* ByLanguage(enLanguage enLang, const char* pEnglish, const cha
     return enLang == enLanguageEnglish ? pEnglish : pChinese;
 }
 
-const stReplyLabel& FieldLabel(enReplyField enField);
+const stReplyLabel& PartLabel(enReplyPart enField);
 
 /// What a supplies record of the key holds; null for a key that the program skips.
 const stReplyLabel* SuppliesLabel(unsigned long dwKey);

@@ -51,7 +51,7 @@ bool ReplyLayout::Walk()
     return true;
 }
 
-bool ReplyLayout::Take(const stReplyField& field)
+bool ReplyLayout::Take(const stFieldPlace& field)
 {
     if (field.iLength > m_reply.size() - m_iUsedLength) {
         m_enFault = enReplyTruncated;
@@ -67,12 +67,12 @@ bool ReplyLayout::Take(const stReplyField& field)
     return true;
 }
 
-bool ReplyLayout::TakeText(enReplyField enLengthField, enReplyField enTextField)
+bool ReplyLayout::TakeText(enReplyPart enLengthField, enReplyPart enTextField)
 {
     return Take(enLengthField, 2) && Take(enTextField, static_cast<int>(m_listField.back().dwValue));
 }
 
-bool ReplyLayout::TakeCodes(enReplyField enCountField, enReplyField enCodeField)
+bool ReplyLayout::TakeCodes(enReplyPart enCountField, enReplyPart enCodeField)
 {
     if (!Take(enCountField, 1)) {
         return false;
@@ -97,7 +97,7 @@ bool ReplyLayout::TakeSupplies(int iIndex)
     if (!Take({enFieldSuppliesLength, iIndex, m_iUsedLength, 1, dwKey, 0})) {
         return false;
     }
-    const stReplyField lengthField = m_listField.back();
+    const stFieldPlace lengthField = m_listField.back();
     const int iLength = static_cast<int>(lengthField.dwValue);
     const bool bComplete = iLength <= m_reply.size() - m_iUsedLength;
     if (bComplete && iLength > c_iMaxSuppliesData) {

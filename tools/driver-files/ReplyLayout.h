@@ -8,7 +8,7 @@
 #include <vector>
 
 /// What a piece of a status reply is.
-enum enReplyField
+enum enReplyPart
 {
     enFieldUnexamined,
     enFieldHeader,
@@ -60,9 +60,9 @@ enum enSuppliesKey : quint16
     enSuppliesYellowInk = 0x4343
 };
 
-struct stReplyField
+struct stFieldPlace
 {
-    enReplyField enField = enFieldUnexamined;
+    enReplyPart enField = enFieldUnexamined;
     int iIndex = 0; ///< which error, warning or supplies record, from 0
     int iOffset = 0;
     int iLength = 0;
@@ -90,28 +90,28 @@ public:
     enReplyFault Fault() const { return m_enFault; }
 
     /// The complete fields in the order of the reply; they follow one another without a gap.
-    const std::vector<stReplyField>& Fields() const { return m_listField; }
+    const std::vector<stFieldPlace>& Fields() const { return m_listField; }
 
     /// The field at which a rejected reply broke. Truncated: the first field that is not complete, with the length that
     /// it should have. Too much supplies data: the byte that says so, which is the last of Fields() too.
-    const stReplyField& BrokenField() const { return m_broken; }
+    const stFieldPlace& BrokenField() const { return m_broken; }
 
     /// True when the reply has a supplies record of this key.
     bool HasSupplies(unsigned long dwKey) const;
 
 private:
     bool Walk();
-    bool Take(const stReplyField& field);
-    bool Take(enReplyField enField, int iLength) { return Take({enField, 0, m_iUsedLength, iLength, 0, 0}); }
-    bool TakeText(enReplyField enLengthField, enReplyField enTextField);
-    bool TakeCodes(enReplyField enCountField, enReplyField enCodeField);
+    bool Take(const stFieldPlace& field);
+    bool Take(enReplyPart enField, int iLength) { return Take({enField, 0, m_iUsedLength, iLength, 0, 0}); }
+    bool TakeText(enReplyPart enLengthField, enReplyPart enTextField);
+    bool TakeCodes(enReplyPart enCountField, enReplyPart enCodeField);
     bool TakeSupplies(int iIndex);
     const unsigned char* At(int iOffset) const;
 
     QByteArray m_reply;
-    std::vector<stReplyField> m_listField;
+    std::vector<stFieldPlace> m_listField;
     std::vector<unsigned long> m_listSuppliesKey;
-    stReplyField m_broken;
+    stFieldPlace m_broken;
     enReplyFault m_enFault = enReplyAccepted;
     int m_iUsedLength = 0;
     unsigned char m_byStaged = 0; ///< first data byte of the last supplies record that had data

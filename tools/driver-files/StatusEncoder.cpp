@@ -44,7 +44,7 @@ void WriteSupplies(QDataStream& stream, const QList<stSuppliesRecord>& listSuppl
 
 } // namespace
 
-stSuppliesRecord SuppliesNumber(enSuppliesKey enKey, quint32 dwValue)
+stSuppliesRecord MakeSuppliesRecord(enSuppliesKey enKey, quint32 dwValue)
 {
     stSuppliesRecord record;
     record.wKey = enKey;

@@ -42,7 +42,7 @@ struct stStatusReply
 
 /// A record with a number in the width that printers use for the key: 4 bytes for the type and the page and print
 /// counters, 2 for all others, which keep the lower 16 bits. Called from any thread.
-stSuppliesRecord SuppliesNumber(enSuppliesKey enKey, quint32 dwValue);
+stSuppliesRecord MakeSuppliesRecord(enSuppliesKey enKey, quint32 dwValue);
 
 /// The reply as a printer sends it; the unexamined bytes are cut or filled up with zeros to 7. Called from any thread.
 QByteArray EncodeStatusReply(const stStatusReply& reply);

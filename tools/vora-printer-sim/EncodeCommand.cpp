@@ -31,7 +31,7 @@ void AddOptions(QCommandLineParser& parser)
     add(c_strError, QStringLiteral("An error, raw or by name; repeatable."), QStringLiteral("CODE"));
     add(c_strWarning, QStringLiteral("A warning, likewise."), QStringLiteral("CODE"));
     add(c_strSupply, QStringLiteral("A supplies record, such as 0x4043=0032; repeatable."), QStringLiteral("KEY=HEX"));
-    for (const stFieldKey& field : ReplyFields()) {
+    for (const stReplyKey& field : ReplyKeys()) {
         if (!field.bList) {
             add(field.strKey, field.strMeaning, field.strValue);
         }
@@ -39,7 +39,7 @@ void AddOptions(QCommandLineParser& parser)
 }
 
 /// A text of the command line as the JSON value that it stands for.
-QJsonValue ValueOf(const stFieldKey& field, const QString& strText)
+QJsonValue ValueOf(const stReplyKey& field, const QString& strText)
 {
     bool bNumber = false;
     const qint64 iNumber = strText.toLongLong(&bNumber);
@@ -49,7 +49,7 @@ QJsonValue ValueOf(const stFieldKey& field, const QString& strText)
 QJsonObject FieldsOf(const QCommandLineParser& parser)
 {
     QJsonObject object;
-    for (const stFieldKey& field : ReplyFields()) {
+    for (const stReplyKey& field : ReplyKeys()) {
         if (!field.bList && parser.isSet(field.strKey)) {
             object.insert(field.strKey, ValueOf(field, parser.value(field.strKey)));
         }
@@ -74,16 +74,16 @@ QJsonObject FieldsOf(const QCommandLineParser& parser)
 stStatusReply ReplyFromFile(const QString& strPath)
 {
     const JsonReader reader = JsonReader::FromBytes(ReadInput(strPath), strPath);
-    reader.AllowOnly(ReplyFieldKeys());
+    reader.AllowOnly(ReplyKeyNames());
     stStatusReply reply;
-    ApplyReplyFields(reader, reply);
+    ApplyReplyKeys(reader, reply);
     return reply;
 }
 
 stStatusReply ReplyFromOptions(const QCommandLineParser& parser)
 {
     stStatusReply reply;
-    ApplyReplyFields(JsonReader(FieldsOf(parser), QStringLiteral("--"), enExitUsage), reply);
+    ApplyReplyKeys(JsonReader(FieldsOf(parser), QStringLiteral("--"), enExitUsage), reply);
     return reply;
 }
 

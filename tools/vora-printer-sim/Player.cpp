@@ -125,7 +125,7 @@ void Player::PlayStep(const stStep& step)
     bool bListChanged = false;
     for (const int iIndex : step.listPrinter) {
         stLive& live = m_listLive[iIndex];
-        ApplyReplyFields(JsonReader(step.fields, QString()), live.printer.reply);
+        ApplyReplyKeys(JsonReader(step.fields, QString()), live.printer.reply);
         live.printer.enContent = step.enContent;
         const bool bPresent = step.bPresent.value_or(live.printer.bPresent);
         bListChanged = bListChanged || bPresent != live.printer.bPresent;

@@ -36,8 +36,8 @@ void StepAtRandom(const stWalk& walk, stStatusReply& reply, QRandomGenerator& ra
         return;
     }
     for (const enSuppliesKey enKey : {enSuppliesBlackInk, enSuppliesBlueInk, enSuppliesRedInk, enSuppliesYellowInk}) {
-        const int iLevel = static_cast<int>(SuppliesValue(reply, enKey));
+        const int iLevel = static_cast<int>(LastSuppliesNumber(reply, enKey));
         const int iLeft = iLevel == 0 ? 100 : std::max(iLevel - random.bounded(walk.iInk + 1), 0);
-        SetSupplies(reply, SuppliesNumber(enKey, static_cast<quint32>(iLeft)));
+        SetSupplies(reply, MakeSuppliesRecord(enKey, static_cast<quint32>(iLeft)));
     }
 }

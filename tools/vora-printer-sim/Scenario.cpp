@@ -109,7 +109,7 @@ stStatusReply FirstReply(const stModelInfo& model, int iNumber)
     reply.serialNumber = "SIM" + QByteArray::number(iNumber).rightJustified(5, '0');
     reply.firmwareVersion = "1.0.0";
     for (const enSuppliesKey enKey : {enSuppliesBlackInk, enSuppliesBlueInk, enSuppliesRedInk, enSuppliesYellowInk}) {
-        SetSupplies(reply, SuppliesNumber(enKey, 100));
+        SetSupplies(reply, MakeSuppliesRecord(enKey, 100));
     }
     return reply;
 }
@@ -194,7 +194,7 @@ private:
         const QString strUri = QStringLiteral("uri");
         reader.AllowOnly(QStringList{c_strName, QStringLiteral("model"), QStringLiteral("connection"), strPort, strUri,
                                      c_strCount, c_strPresent, c_strFile, c_strWalk} +
-                         ReplyFieldKeys());
+                         ReplyKeyNames());
         const QString strName = reader.Text(c_strName);
         const stModelInfo& model = ReadModel(reader);
         stSimPrinter printer;
@@ -219,7 +219,7 @@ private:
             printer.info.strPort = text(reader.Text(strPort, QString()));
             printer.info.strURI = text(reader.Text(strUri, QString()));
             printer.reply = FirstReply(model, static_cast<int>(m_scenario.listPrinter.size()) + 1);
-            ApplyReplyFields(reader, printer.reply);
+            ApplyReplyKeys(reader, printer.reply);
             addBytes(EncodeStatusReply(printer.reply).size());
             Append(reader, printer, strName);
         }
@@ -252,7 +252,7 @@ private:
 
 stStep ReadStep(const JsonReader& reader, const PrinterReader& printers)
 {
-    reader.AllowOnly(QStringList{c_strAt, c_strPrinter, c_strPresent, c_strFile} + ReplyFieldKeys());
+    reader.AllowOnly(QStringList{c_strAt, c_strPrinter, c_strPresent, c_strFile} + ReplyKeyNames());
     stStep step;
     step.iAtMSec = MSec(reader.Number(c_strAt, 0, c_dMaxSeconds));
     step.listPrinter = printers.Find(reader);
@@ -269,7 +269,7 @@ qint64 BytesOf(const JsonReader& step)
 {
     stStatusReply reply;
     const qint64 iBefore = EncodeStatusReply(reply).size();
-    ApplyReplyFields(step, reply);
+    ApplyReplyKeys(step, reply);
     return EncodeStatusReply(reply).size() - iBefore;
 }
 

@@ -73,11 +73,11 @@ QByteArray FileContent(enFileContent enContent, const QByteArray& reply, QRandom
         case enFileEmpty:
         case enFileContentCount: return QByteArray();
         }
-    } while (EndsReader(bytes));
+    } while (HasFatalSupplies(bytes));
     return bytes;
 }
 
-bool EndsReader(const QByteArray& reply)
+bool HasFatalSupplies(const QByteArray& reply)
 {
     return ReplyLayout(reply).Fault() == enReplyFatalSupplies;
 }

@@ -29,10 +29,10 @@ std::optional<enFileContent> FileContentByName(const QString& strName);
 /// All these names, in the order of the values. Called from any thread.
 QStringList FileContentNames();
 
-/// The bytes of the file; none of a missing one. The reply must not end a reader itself (EndsReader); no other content
-/// made of it does then. Called from any thread that has random to itself.
+/// The bytes of the file; none of a missing one. The reply must not end a reader itself (HasFatalSupplies); no other
+/// content made of it does then. Called from any thread that has random to itself.
 QByteArray FileContent(enFileContent enContent, const QByteArray& reply, QRandomGenerator& random);
 
 /// True for a reply with a supplies record of more than 65 data bytes behind a well-formed beginning: a reader of the
 /// reply ends there by design. Called from any thread.
-bool EndsReader(const QByteArray& reply);
+bool HasFatalSupplies(const QByteArray& reply);

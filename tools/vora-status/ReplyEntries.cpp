@@ -28,37 +28,37 @@ constexpr std::array<stCounter, 12> c_counterList = {{
     {enSuppliesYellowInk, &stPrinterState::dwYellowInkRemainer},
 }};
 
-stReplyEntry Raw(enReplyField enField, unsigned long dwValue, int iBytes)
+stReplyEntry Raw(enReplyPart enField, unsigned long dwValue, int iBytes)
 {
-    stReplyEntry entry{enEntryRaw, &FieldLabel(enField)};
+    stReplyEntry entry{enEntryRaw, &PartLabel(enField)};
     entry.dwValue = dwValue;
     entry.iBytes = iBytes;
     return entry;
 }
 
-stReplyEntry Raw(enReplyField enField, const UtilPrinterStatus::Raw2& raw)
+stReplyEntry Raw(enReplyPart enField, const UtilPrinterStatus::Raw2& raw)
 {
     const unsigned long dwHigh = static_cast<unsigned char>(raw[0]);
     return Raw(enField, dwHigh << 8U | static_cast<unsigned char>(raw[1]), 2);
 }
 
-stReplyEntry Text(enReplyField enField, const QString& strText)
+stReplyEntry Text(enReplyPart enField, const QString& strText)
 {
-    stReplyEntry entry{enEntryText, &FieldLabel(enField)};
+    stReplyEntry entry{enEntryText, &PartLabel(enField)};
     entry.strText = strText;
     return entry;
 }
 
 stReplyEntry State(unsigned long dwRawCode)
 {
-    stReplyEntry entry{enEntryState, &FieldLabel(enFieldState)};
+    stReplyEntry entry{enEntryState, &PartLabel(enFieldState)};
     entry.dwValue = dwRawCode;
     return entry;
 }
 
-stReplyEntry Codes(enReplyField enField, const std::vector<unsigned long>& listCode)
+stReplyEntry Codes(enReplyPart enField, const std::vector<unsigned long>& listCode)
 {
-    stReplyEntry entry{enEntryCodes, &FieldLabel(enField)};
+    stReplyEntry entry{enEntryCodes, &PartLabel(enField)};
     entry.pListCode = &listCode;
     return entry;
 }

@@ -14,9 +14,9 @@ namespace {
 constexpr int c_iBytesPerLine = 8;
 
 /// "error 2", "supplies data 1 (black ink left, per cent)": counted from 1, as people do.
-void AddFieldName(ReportWriter& writer, const stReplyField& field)
+void AddFieldName(ReportWriter& writer, const stFieldPlace& field)
 {
-    writer.Add(FieldLabel(field.enField).Name(writer.Language()));
+    writer.Add(PartLabel(field.enField).Name(writer.Language()));
     switch (field.enField) {
     case enFieldError:
     case enFieldWarning:
@@ -27,7 +27,7 @@ void AddFieldName(ReportWriter& writer, const stReplyField& field)
     }
 }
 
-void AddSuppliesValue(ReportWriter& writer, const stReplyField& field, const QByteArray& bytes)
+void AddSuppliesValue(ReportWriter& writer, const stFieldPlace& field, const QByteArray& bytes)
 {
     const stReplyLabel* pLabel = SuppliesLabel(field.dwKey);
     if (field.enField == enFieldSuppliesKey) {
@@ -44,7 +44,7 @@ void AddSuppliesValue(ReportWriter& writer, const stReplyField& field, const QBy
     }
 }
 
-void AddFieldValue(ReportWriter& writer, const stReplyField& field, const QByteArray& bytes)
+void AddFieldValue(ReportWriter& writer, const stFieldPlace& field, const QByteArray& bytes)
 {
     switch (field.enField) {
     case enFieldUnexamined:
@@ -71,7 +71,7 @@ void AddFieldValue(ReportWriter& writer, const stReplyField& field, const QByteA
 }
 
 /// The name and, where there is one, the value.
-QString Words(const stReplyField& field, const QByteArray& bytes, enLanguage enLang)
+QString Words(const stFieldPlace& field, const QByteArray& bytes, enLanguage enLang)
 {
     ReportWriter value(enLang);
     AddFieldValue(value, field, bytes);
@@ -107,12 +107,12 @@ QString ReportHex(const StatusReport& report, enLanguage enLang)
     }
     ReportWriter writer(enLang);
     AddReportHeading(report, writer);
-    for (const stReplyField& field : report.m_layout.Fields()) {
+    for (const stFieldPlace& field : report.m_layout.Fields()) {
         const QByteArray bytes = report.m_reply.mid(field.iOffset, field.iLength);
         AddLines(writer, field.iOffset, bytes, Words(field, bytes, enLang));
     }
     if (report.m_layout.Fault() == enReplyTruncated) {
-        const stReplyField& broken = report.m_layout.BrokenField();
+        const stFieldPlace& broken = report.m_layout.BrokenField();
         ReportWriter name(enLang);
         AddFieldName(name, broken);
         AddLines(writer, broken.iOffset, report.m_reply.mid(broken.iOffset), name.Text());

@@ -91,8 +91,8 @@ QString StatusReport::FailureText(enLanguage enLang) const
     if (!IsRejected()) {
         return strText;
     }
-    const stReplyField& broken = m_layout.BrokenField();
-    const QString strField = QString::fromUtf8(FieldLabel(broken.enField).Name(enLang));
+    const stFieldPlace& broken = m_layout.BrokenField();
+    const QString strField = QString::fromUtf8(PartLabel(broken.enField).Name(enLang));
     if (m_enFailure == enFailureFatalSupplies) {
         return strText.arg(broken.iOffset).arg(strField).arg(broken.dwValue);
     }

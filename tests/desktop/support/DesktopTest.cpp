@@ -15,8 +15,8 @@ stStatusReply DesktopTest::Reply(quint8 byStatus, const QList<quint16>& listErro
     reply.byStatus = byStatus;
     reply.listErrorCode = listError;
     reply.listWarningCode = listWarning;
-    reply.listSupplies = {SuppliesNumber(enSuppliesBlueInk, 80), SuppliesNumber(enSuppliesRedInk, 50),
-                          SuppliesNumber(enSuppliesYellowInk, 20), SuppliesNumber(enSuppliesBlackInk, 5)};
+    reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlueInk, 80), MakeSuppliesRecord(enSuppliesRedInk, 50),
+                          MakeSuppliesRecord(enSuppliesYellowInk, 20), MakeSuppliesRecord(enSuppliesBlackInk, 5)};
     return reply;
 }
 

@@ -98,7 +98,7 @@ void tst_StatusCommands::cancelsOnceForEachChange()
     // Another visible change in the same state.
     stStatusReply reply;
     reply.byStatus = c_byCanceling;
-    reply.listSupplies = {SuppliesNumber(enSuppliesBlackInk, 42)};
+    reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlackInk, 42)};
     WriteNewStatus(c_strName, EncodeStatusReply(reply));
     QTRY_COMPARE(running.m_iSignals.load(), 2);
     QCOMPARE(cancel.Calls(), once);

@@ -27,7 +27,7 @@ stStatusReply ReadyReply()
     reply.firmwareVersion = "1.0";
     reply.listErrorCode = {0x6110};
     reply.listWarningCode = {0x6160};
-    reply.listSupplies = {SuppliesNumber(enSuppliesWasteToner, 1), SuppliesNumber(enSuppliesBlackInk, 80)};
+    reply.listSupplies = {MakeSuppliesRecord(enSuppliesWasteToner, 1), MakeSuppliesRecord(enSuppliesBlackInk, 80)};
     return reply;
 }
 
@@ -379,7 +379,7 @@ void tst_TrdGetPrinterStatus::loopFollowsTheFile()
 
     stStatusReply reply = ReadyReply();
     reply.firmwareVersion = "1.1";
-    reply.listSupplies[0] = SuppliesNumber(enSuppliesWasteToner, 2);
+    reply.listSupplies[0] = MakeSuppliesRecord(enSuppliesWasteToner, 2);
     WriteReply(c_strName, reply);
     QTRY_COMPARE_WITH_TIMEOUT(SharedAt(listPrinter, 0).printerState.dwWasteToner, 2UL, 2000);
     QCOMPARE(SharedAt(listPrinter, 0).printerState.strFWVersion, QStringLiteral("1.1"));

@@ -408,7 +408,7 @@ void tst_UtilPrinterStatus::fullListsAreDecoded()
     for (quint16 i = 0; i < 255; ++i) {
         reply.listErrorCode.append(0x6100 + i);
         reply.listWarningCode.append(0x9200 + i);
-        reply.listSupplies.append(SuppliesNumber(enSuppliesBlackInk, i));
+        reply.listSupplies.append(MakeSuppliesRecord(enSuppliesBlackInk, i));
     }
     UtilPrinterStatus decoder;
     QVERIFY(Decode(decoder, EncodeStatusReply(reply)));
@@ -519,7 +519,7 @@ void tst_UtilPrinterStatus::rejectedReplyLeavesStateUntouched()
     worker.m_printerManager.printerState.iReadFailCount = 4;
     stStatusReply reply;
     reply.vendorName = "Other";
-    reply.listSupplies = {SuppliesNumber(enSuppliesBlackInk, 1)};
+    reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlackInk, 1)};
     QCOMPARE(Check(worker, EncodeStatusReply(reply).chopped(1)), -1);
     const stPrinterState& state = worker.m_printerManager.printerState;
     QCOMPARE(state.strVenderName, QStringLiteral("Vora"));

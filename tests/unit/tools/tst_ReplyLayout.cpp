@@ -68,7 +68,7 @@ bool DecoderEndsTheProcess(const QByteArray& reply)
 std::map<std::pair<int, unsigned long>, unsigned long> LastValues(const ReplyLayout& layout)
 {
     std::map<std::pair<int, unsigned long>, unsigned long> values;
-    for (const stReplyField& field : layout.Fields()) {
+    for (const stFieldPlace& field : layout.Fields()) {
         const unsigned long dwKey = field.enField == enFieldSuppliesData ? field.dwKey : 0;
         values[{field.enField, dwKey}] = field.dwValue;
         if (field.enField == enFieldSuppliesData && field.dwKey == 0x1003) {
@@ -135,13 +135,13 @@ QByteArray Difference(const ReplyLayout& layout, const UtilPrinterStatus& decode
 QByteArray Gap(const ReplyLayout& layout, const QByteArray& reply)
 {
     int iNext = 0;
-    for (const stReplyField& field : layout.Fields()) {
+    for (const stFieldPlace& field : layout.Fields()) {
         if (field.iOffset != iNext || field.iLength < 0) {
             return "gap at byte " + QByteArray::number(iNext);
         }
         iNext += field.iLength;
     }
-    const stReplyField& broken = layout.BrokenField();
+    const stFieldPlace& broken = layout.BrokenField();
     switch (layout.Fault()) {
     case enReplyTruncated:
         return broken.iOffset == iNext && iNext + broken.iLength > reply.size() ? "" : "truncated field not at the end";
@@ -218,7 +218,7 @@ void tst_ReplyLayout::fields()
 {
     struct stExpected
     {
-        enReplyField enField;
+        enReplyPart enField;
         int iIndex;
         int iOffset;
         int iLength;
@@ -267,16 +267,16 @@ void tst_ReplyLayout::fields()
     QCOMPARE(layout.Fields().size(), std::size_t(51));
     for (const stExpected& expected : listExpected) {
         const bool bFound =
-            std::any_of(layout.Fields().begin(), layout.Fields().end(), [&expected](const stReplyField& field) {
+            std::any_of(layout.Fields().begin(), layout.Fields().end(), [&expected](const stFieldPlace& field) {
                 return field.enField == expected.enField && field.iIndex == expected.iIndex &&
                        field.iOffset == expected.iOffset && field.iLength == expected.iLength &&
                        field.dwKey == expected.dwKey && field.dwValue == expected.dwValue;
             });
         QVERIFY2(bFound, qPrintable(QStringLiteral("field %1 at %2").arg(expected.enField).arg(expected.iOffset)));
     }
-    const auto text = [&layout](enReplyField enField) {
+    const auto text = [&layout](enReplyPart enField) {
         const auto found = std::find_if(layout.Fields().begin(), layout.Fields().end(),
-                                        [enField](const stReplyField& field) { return field.enField == enField; });
+                                        [enField](const stFieldPlace& field) { return field.enField == enField; });
         return std::make_pair(found->iOffset, found->iLength);
     };
     QCOMPARE(text(enFieldUnexamined), std::make_pair(0, 7));
@@ -401,7 +401,7 @@ void tst_ReplyLayout::recordWithoutData()
         ReplyWithSupplies({Record(0x1000, QByteArray()), Record(0x7777, QByteArray::fromHex("0907")),
                            Record(0x1001, QByteArray()), Record(0x1002, QByteArray())}));
     std::vector<unsigned long> listValue;
-    for (const stReplyField& field : layout.Fields()) {
+    for (const stFieldPlace& field : layout.Fields()) {
         if (field.enField == enFieldSuppliesData) {
             listValue.push_back(field.dwValue);
         }

@@ -527,15 +527,15 @@ void tst_Scenario::suppliesStandInTheOrderOfTheirKeys()
 {
     stStatusReply reply;
     reply.listSupplies = {{0x4043, "b"}, {0x4043, "c"}, {0x1004, "p"}};
-    SetSupplies(reply, SuppliesNumber(enSuppliesBlackInk, 40));
-    SetSupplies(reply, SuppliesNumber(enSuppliesNumberOfPages, 9));
+    SetSupplies(reply, MakeSuppliesRecord(enSuppliesBlackInk, 40));
+    SetSupplies(reply, MakeSuppliesRecord(enSuppliesNumberOfPages, 9));
     QList<int> listKey;
     for (const stSuppliesRecord& record : reply.listSupplies) {
         listKey.append(record.wKey);
     }
     QCOMPARE(listKey, QList<int>({0x1003, 0x1004, 0x4043}));
-    QCOMPARE(SuppliesValue(reply, enSuppliesBlackInk), 40U);
-    QCOMPARE(SuppliesValue(reply, enSuppliesYellowInk), 0U);
+    QCOMPARE(LastSuppliesNumber(reply, enSuppliesBlackInk), 40U);
+    QCOMPARE(LastSuppliesNumber(reply, enSuppliesYellowInk), 0U);
 }
 
 void tst_Scenario::builtInScenariosAreThere()
@@ -590,7 +590,7 @@ void tst_Scenario::everydayShowsSomethingEveryTwoSeconds()
     std::set<int> setState;
     for (const stStep& step : scenario.listStep) {
         for (const int iIndex : step.listPrinter) {
-            ApplyReplyFields(JsonReader(step.fields, QString()), listReply[iIndex]);
+            ApplyReplyKeys(JsonReader(step.fields, QString()), listReply[iIndex]);
             const stPrinterState state = DecodeReply(listReply.at(iIndex));
             if (worker.CheckStatusChange(state, listState.at(iIndex))) {
                 setVisible.insert(step.iAtMSec);
@@ -616,7 +616,7 @@ void tst_Scenario::everyErrorShowsThemAll()
     stStatusReply reply = scenario.listPrinter.constFirst().reply;
     QList<int> listShown;
     for (const stStep& step : scenario.listStep) {
-        ApplyReplyFields(JsonReader(step.fields, QString()), reply);
+        ApplyReplyKeys(JsonReader(step.fields, QString()), reply);
         for (const enErrorStatus enError : DecodeReply(reply).listErrorStatus) {
             listShown.append(enError);
         }
@@ -694,9 +694,9 @@ void tst_Scenario::fatalRecordIsKnown()
         reply.listSupplies.append(stSuppliesRecord{0x7000, QByteArray(static_cast<unsigned char>(cLength), 'x')});
     }
     const QByteArray bytes = EncodeStatusReply(reply);
-    QTEST(EndsReader(bytes), "bEnds");
+    QTEST(HasFatalSupplies(bytes), "bEnds");
     // A record that the reader never comes to is of no matter.
-    QVERIFY(!EndsReader(bytes.left(40)));
+    QVERIFY(!HasFatalSupplies(bytes.left(40)));
 }
 
 void tst_Scenario::contentIsWhatItsNameSays()
@@ -764,16 +764,16 @@ void tst_Scenario::walkStaysInItsBounds()
     walk.iChance = 25;
     walk.iInk = 7;
     stStatusReply reply;
-    SetSupplies(reply, SuppliesNumber(enSuppliesBlackInk, 50));
+    SetSupplies(reply, MakeSuppliesRecord(enSuppliesBlackInk, 50));
     QRandomGenerator random(5);
     int iErrors = 0;
     int iFilled = 0;
     std::set<int> setState;
     std::set<int> setError;
     for (int i = 0; i < 2000; ++i) {
-        const quint32 dwBefore = SuppliesValue(reply, enSuppliesBlackInk);
+        const quint32 dwBefore = LastSuppliesNumber(reply, enSuppliesBlackInk);
         StepAtRandom(walk, reply, random);
-        const quint32 dwAfter = SuppliesValue(reply, enSuppliesBlackInk);
+        const quint32 dwAfter = LastSuppliesNumber(reply, enSuppliesBlackInk);
         iFilled += dwBefore == 0 ? 1 : 0;
         QVERIFY(dwBefore == 0 ? dwAfter == 100 : dwAfter <= dwBefore && dwAfter + 7 >= dwBefore);
         setState.insert(reply.byStatus);
@@ -790,11 +790,11 @@ void tst_Scenario::walkStaysInItsBounds()
 
     walk.iChance = 0;
     walk.iInk = 0;
-    SetSupplies(reply, SuppliesNumber(enSuppliesBlackInk, 0));
+    SetSupplies(reply, MakeSuppliesRecord(enSuppliesBlackInk, 0));
     for (int i = 0; i < 50; ++i) {
         StepAtRandom(walk, reply, random);
         QVERIFY(reply.listErrorCode.isEmpty() && reply.listWarningCode.isEmpty());
-        QCOMPARE(SuppliesValue(reply, enSuppliesBlackInk), 0U);
+        QCOMPARE(LastSuppliesNumber(reply, enSuppliesBlackInk), 0U);
     }
 }
 
@@ -902,7 +902,7 @@ void tst_Scenario::documentTellsEverything()
 {
     const QString strDocument = QString::fromUtf8(ReadFile(QStringLiteral(VORA_SIMULATOR_DOCUMENT)));
     for (const QString& strName :
-         ReplyFieldKeys() + StateNames() + ErrorNames() + FileContentNames() + BuiltInScenarios()) {
+         ReplyKeyNames() + StateNames() + ErrorNames() + FileContentNames() + BuiltInScenarios()) {
         QVERIFY2(strDocument.contains(QLatin1Char('`') + strName + QLatin1Char('`')), qPrintable(strName));
     }
     const QString strBegin = QStringLiteral("```json\n");

@@ -40,19 +40,19 @@ void tst_StatusEncoder::writesTheHandMadeBytes()
     reply.wBeforeSupplies1 = 0xF1F2;
     reply.wBeforeSupplies2 = 0xF3F4;
     reply.listSupplies = {{enSuppliesSerialNumber, "INK42"},
-                          SuppliesNumber(enSuppliesType, 0x00010203),
-                          SuppliesNumber(enSuppliesRemainingToner, 300),
-                          SuppliesNumber(enSuppliesWasteToner, 7),
-                          SuppliesNumber(enSuppliesOPCRotation, 0x1234),
-                          SuppliesNumber(enSuppliesNumberOfPages, 256),
-                          SuppliesNumber(enSuppliesNumberOfPrint, 5),
-                          SuppliesNumber(enSuppliesPrintDotsCount, 1000),
-                          SuppliesNumber(enSuppliesPrinterNumOfPages, 65536),
-                          SuppliesNumber(enSuppliesPrinterNumOfPrint, 0x01020304),
-                          SuppliesNumber(enSuppliesBlackInk, 50),
-                          SuppliesNumber(enSuppliesBlueInk, 51),
-                          SuppliesNumber(enSuppliesRedInk, 52),
-                          SuppliesNumber(enSuppliesYellowInk, 53)};
+                          MakeSuppliesRecord(enSuppliesType, 0x00010203),
+                          MakeSuppliesRecord(enSuppliesRemainingToner, 300),
+                          MakeSuppliesRecord(enSuppliesWasteToner, 7),
+                          MakeSuppliesRecord(enSuppliesOPCRotation, 0x1234),
+                          MakeSuppliesRecord(enSuppliesNumberOfPages, 256),
+                          MakeSuppliesRecord(enSuppliesNumberOfPrint, 5),
+                          MakeSuppliesRecord(enSuppliesPrintDotsCount, 1000),
+                          MakeSuppliesRecord(enSuppliesPrinterNumOfPages, 65536),
+                          MakeSuppliesRecord(enSuppliesPrinterNumOfPrint, 0x01020304),
+                          MakeSuppliesRecord(enSuppliesBlackInk, 50),
+                          MakeSuppliesRecord(enSuppliesBlueInk, 51),
+                          MakeSuppliesRecord(enSuppliesRedInk, 52),
+                          MakeSuppliesRecord(enSuppliesYellowInk, 53)};
     QCOMPARE(EncodeStatusReply(reply).toHex(), HandMadeReply().toHex());
 }
 
@@ -93,7 +93,7 @@ void tst_StatusEncoder::numberHasItsKeysWidth_data()
 void tst_StatusEncoder::numberHasItsKeysWidth()
 {
     QFETCH(quint16, wKey);
-    const stSuppliesRecord record = SuppliesNumber(static_cast<enSuppliesKey>(wKey), 0x01020304);
+    const stSuppliesRecord record = MakeSuppliesRecord(static_cast<enSuppliesKey>(wKey), 0x01020304);
     QCOMPARE(record.wKey, wKey);
     QTEST(record.data.toHex(), "hex");
 }

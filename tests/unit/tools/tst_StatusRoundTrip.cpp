@@ -110,7 +110,7 @@ private:
     {
         if (Below(3) > 0) {
             const quint32 dwNumber = bWide ? m_random.generate() : Word();
-            const stSuppliesRecord record = SuppliesNumber(static_cast<enSuppliesKey>(wKey), dwNumber);
+            const stSuppliesRecord record = MakeSuppliesRecord(static_cast<enSuppliesKey>(wKey), dwNumber);
             m_reply.listSupplies.append(record);
             value = dwNumber;
         }

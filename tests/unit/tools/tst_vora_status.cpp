@@ -220,7 +220,8 @@ void tst_vora_status::emptyTexts()
 
 void tst_vora_status::absentSupplies()
 {
-    const QString strPath = Write(WithSupplies({SuppliesNumber(enSuppliesNumberOfPages, 9), {enSuppliesBlackInk, ""}}));
+    const QString strPath =
+        Write(WithSupplies({MakeSuppliesRecord(enSuppliesNumberOfPages, 9), {enSuppliesBlackInk, ""}}));
     const stRun run = Run({strPath});
     QVERIFY2(run.Lines().contains(QStringLiteral("  supply serial number (0x0000): \"\" (not in the reply)")),
              run.output);
@@ -408,8 +409,8 @@ void tst_vora_status::json()
     reply.wBeforeSupplies1 = 0x090A;
     reply.wBeforeSupplies2 = 0x0B0C;
     reply.listSupplies = {{0x0000, "INK"},
-                          SuppliesNumber(enSuppliesPrinterNumOfPages, 0xFFFFFFFF),
-                          SuppliesNumber(enSuppliesBlackInk, 50)};
+                          MakeSuppliesRecord(enSuppliesPrinterNumOfPages, 0xFFFFFFFF),
+                          MakeSuppliesRecord(enSuppliesBlackInk, 50)};
     Write(EncodeStatusReply(reply));
     const QByteArray expected = R"({"format": 1, "reports": [{
         "source": "file", "name": "reply.dat", "printer": null, "length": 72, "failure": null,
@@ -442,7 +443,7 @@ void tst_vora_status::jsonHasTheKeysOfScenarios()
     const QStringList listKey = report.value(QStringLiteral("reply")).toObject().keys();
     QVERIFY(!listKey.isEmpty());
     for (const QString& strKey : listKey) {
-        QVERIFY2(ReplyFieldKeys().contains(strKey), qPrintable(strKey));
+        QVERIFY2(ReplyKeyNames().contains(strKey), qPrintable(strKey));
     }
 }
 

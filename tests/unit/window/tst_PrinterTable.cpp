@@ -317,8 +317,8 @@ void tst_PrinterTable::reportsOfFilesReachTheTable()
     stStatusReply reply;
     reply.byStatus = 0x10;
     reply.listWarningCode = {0x6160};
-    reply.listSupplies = {SuppliesNumber(enSuppliesBlueInk, 70), SuppliesNumber(enSuppliesRedInk, 69),
-                          SuppliesNumber(enSuppliesYellowInk, 39), SuppliesNumber(enSuppliesBlackInk, 15)};
+    reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlueInk, 70), MakeSuppliesRecord(enSuppliesRedInk, 69),
+                          MakeSuppliesRecord(enSuppliesYellowInk, 39), MakeSuppliesRecord(enSuppliesBlackInk, 15)};
     folder.WriteStatus(QStringLiteral("Office"), EncodeStatusReply(reply));
     folder.WritePrinterList({MakePrinter(QStringLiteral("Silent"), 2, QStringLiteral("10.0.0.7")).printerInfo,
                              MakePrinter(QStringLiteral("Office")).printerInfo});
