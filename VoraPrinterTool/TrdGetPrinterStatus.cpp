@@ -3,6 +3,7 @@
 
 #include "TrdGetPrinterStatus.h"
 
+#include "UtilCommandOutput.h"
 #include "UtilFile.h"
 #include "UtilLog.h"
 #include "UtilPrinterStatus.h"
@@ -19,6 +20,7 @@ namespace {
 
 constexpr int c_iMaxReadFailCount = 10;
 constexpr int c_iMaxCommandLength = 255;
+constexpr int c_iMaxPrinterLine = 4096; // bytes of what lpstat says
 
 /// Whether `cancel` would take the name for a queue: one that begins with "-" is an option to it, "-a" for the jobs of
 /// every queue.
@@ -183,21 +185,15 @@ bool TrdGetPrinterStatus::CheckNeedStatus(int& iInterval)
         return true;
     }
 
-    const QString strPath = c_strToolPath + QString::asprintf("printer_%d.tmp", m_iIndex);
-    if (!CreateAnew(strPath)) {
+    const UtilCommandOutput output(c_strToolPath + QString::asprintf("printer_%d.tmp", m_iIndex));
+    if (!output.IsOpen()) {
         return false;
     }
     RunShellCommand("lpstat -p " + QuoteForShell(m_printerManager.printerInfo.strPrinterName) + "> " +
-                    strPath.toLocal8Bit());
-    QFile file(strPath);
-    bool bPrinting = false;
-    if (file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        const QString strLine = QString::fromLocal8Bit(file.readLine());
-        bPrinting = strLine.contains(QLatin1String("printing"), Qt::CaseInsensitive) ||
-                    strLine.contains(QStringLiteral("正在打印"), Qt::CaseInsensitive);
-    }
-    file.close();
-    file.remove();
+                    output.ShellPath());
+    const QString strLine = QString::fromLocal8Bit(output.Read(c_iMaxPrinterLine).split('\n').constFirst());
+    const bool bPrinting = strLine.contains(QLatin1String("printing"), Qt::CaseInsensitive) ||
+                           strLine.contains(QStringLiteral("正在打印"), Qt::CaseInsensitive);
     if (bPrinting) {
         iInterval = 1000;
     }

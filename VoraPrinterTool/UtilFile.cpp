@@ -3,9 +3,44 @@
 
 #include "UtilFile.h"
 
+#include <cerrno>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+namespace {
+
+// Neither waits for a FIFO's other end nor takes a terminal for its own.
+constexpr int c_iSafeFlags = O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
+
+/// Closes a descriptor in every path.
+class OpenFile
+{
+public:
+    explicit OpenFile(const QByteArray& path) : m_iFd(::open(path.constData(), O_RDONLY | c_iSafeFlags)) {}
+    ~OpenFile()
+    {
+        if (m_iFd >= 0) {
+            ::close(m_iFd);
+        }
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+
+    int Fd() const { return m_iFd; }
+
+private:
+    const int m_iFd;
+};
+
+/// Whether there is nothing to be had under a name, other than for a fault of the moment.
+bool IsMissing(int iError)
+{
+    return iError == ENOENT || iError == ENOTDIR || iError == ELOOP || iError == ENAMETOOLONG;
+}
+
+} // namespace
 
 QByteArray SystemPath(const QString& strPath)
 {
@@ -28,15 +63,58 @@ bool OpenWithoutBlocking(QFile& file, const QString& strPath, QIODevice::OpenMod
 {
     const bool bWrite = (mode & (QIODevice::WriteOnly | QIODevice::Append)) != 0;
     const int iAccess = bWrite ? O_WRONLY | O_CREAT : O_RDONLY;
-    const int iFd = ::open(QFile::encodeName(strPath).constData(), iAccess | O_NONBLOCK | O_CLOEXEC | iFlags, 0666);
+    const int iFd = ::open(QFile::encodeName(strPath).constData(), iAccess | c_iSafeFlags | iFlags, 0666);
     if (iFd >= 0 && !file.open(iFd, mode, QFileDevice::AutoCloseHandle)) {
         ::close(iFd); // such as a FIFO, which cannot be appended to
     }
     return file.isOpen();
 }
 
-bool CreateAnew(const QString& strPath)
+std::optional<QByteArray> ReadBytes(int iFd, int iMaxLength)
 {
-    QFile::remove(strPath);
-    return QFile(strPath).open(QIODevice::WriteOnly | QIODevice::NewOnly);
+    QByteArray content(iMaxLength, Qt::Uninitialized);
+    int iLength = 0;
+    ssize_t iRead = 0;
+    do {
+        iRead = ::pread(iFd, content.data() + iLength, static_cast<std::size_t>(iMaxLength - iLength), iLength);
+        iLength += static_cast<int>(qMax<ssize_t>(iRead, 0));
+    } while (iRead > 0 || (iRead < 0 && errno == EINTR));
+    if (iRead < 0) {
+        return std::nullopt;
+    }
+    content.resize(iLength);
+    return content;
+}
+
+stFileContent ReadRegularFile(const QString& strPath, int iMaxLength)
+{
+    stFileContent file;
+    const auto failure = [&file](enFileResult enResult, int iError) {
+        file.enResult = enResult;
+        file.iError = iError;
+        return file;
+    };
+    const QByteArray path = SystemPath(strPath);
+    struct stat fileStat = {};
+    if (::stat(path.constData(), &fileStat) != 0) {
+        return failure(IsMissing(errno) ? enFileMissing : enFileUnreadable, errno);
+    }
+    if (!S_ISREG(fileStat.st_mode)) { // to open a device may have an effect
+        return failure(enFileNotRegular, 0);
+    }
+    const OpenFile opened(path);
+    if (opened.Fd() < 0 || ::fstat(opened.Fd(), &fileStat) != 0) {
+        return failure(enFileUnreadable, errno);
+    }
+    if (!S_ISREG(fileStat.st_mode)) { // another took its place meanwhile
+        return failure(enFileNotRegular, 0);
+    }
+    file.iSize = fileStat.st_size;
+    const std::optional<QByteArray> content = ReadBytes(opened.Fd(), iMaxLength);
+    if (!content) {
+        return failure(enFileUnreadable, errno);
+    }
+    file.enResult = enFileRead;
+    file.content = *content;
+    return file;
 }

@@ -3,18 +3,22 @@
 
 #include "PrinterCommon.h"
 #include "QtCompat.h"
-#include "UtilFile.h"
+#include "UtilCommandOutput.h"
 #include "UtilShell.h"
 #include "UtilWindow.h"
 #include "voraprintertoolwidget.h"
 
 #include <QApplication>
+#include <QByteArrayList>
 #include <QDir>
-#include <QFile>
 #include <QMessageBox>
 #include <QPushButton>
 
 #include <malloc.h>
+
+namespace {
+constexpr int c_iMaxProcessList = 1024 * 1024; // bytes; whoever may write to the folder may make it longer
+} // namespace
 
 /// True when an argument after the program's path is "-hide", in any letter case.
 bool CheckIsHide(int argc, char** argv)
@@ -33,25 +37,21 @@ bool CheckIsRunning()
 {
     QDir().mkpath(c_strToolPath);
     const QString strName = QCoreApplication::applicationName().left(15); // all that the kernel keeps of a name
-    const QString strListPath = c_strToolPath + QStringLiteral("pslist.tmp");
-    if (!CreateAnew(strListPath)) {
+    const UtilCommandOutput output(c_strToolPath + QStringLiteral("pslist.tmp"));
+    if (!output.IsOpen()) {
         return false;
     }
-    RunShellCommand("ps -A | grep " + strName.toLocal8Bit() + " > " + strListPath.toLocal8Bit());
+    RunShellCommand("ps -A | grep " + strName.toLocal8Bit() + " > " + output.ShellPath());
 
     int iCount = 0;
-    QFile file(strListPath);
-    if (file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        while (!file.atEnd()) {
-            const QString strLine = QString::fromLocal8Bit(file.readLine().constData());
-            const QStringList listPart = strLine.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-            if (listPart.size() > 3 && listPart.at(3).trimmed().compare(strName, Qt::CaseInsensitive) == 0) {
-                ++iCount;
-            }
+    const QByteArrayList listLine = output.Read(c_iMaxProcessList).split('\n');
+    for (const QByteArray& line : listLine) {
+        const QString strLine = QString::fromLocal8Bit(line.constData());
+        const QStringList listPart = strLine.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        if (listPart.size() > 3 && listPart.at(3).trimmed().compare(strName, Qt::CaseInsensitive) == 0) {
+            ++iCount;
         }
     }
-    file.close();
-    file.remove();
     return iCount > 1;
 }
 

@@ -5,6 +5,8 @@
 
 #include <QDir>
 
+#include <sys/stat.h>
+
 namespace {
 
 const QString c_strToolFolder = QStringLiteral(VORA_PACKAGE_PATH "tool");
@@ -25,6 +27,8 @@ private slots:
     void longNameIsCutToFifteenCharacters();
     void listThatCannotBeWrittenCountsNothing_data();
     void listThatCannotBeWrittenCountsNothing();
+    void whatTakesTheListsPlaceIsLeftAlone_data();
+    void whatTakesTheListsPlaceIsLeftAlone();
 
 private:
     static void FakeProcessList(const QByteArray& lines);
@@ -64,6 +68,8 @@ void tst_ProcessList::linesThatCount_data()
     QTest::newRow("trailing tab") << c_ownLine + "101 ? 00:00:00 VoraPrinterTool\t\n" << true;
     QTest::newRow("carriage return") << c_ownLine + "101 ? 00:00:00 VoraPrinterTool\r\n" << true;
     QTest::newRow("no line end") << c_ownLine + "101 ? 00:00:00 VoraPrinterTool" << true;
+    const QByteArray megabyte = QByteArray("101 ? 00:00:00 myVoraPrinterTool\n").repeated(1024 * 1024 / 33 + 1);
+    QTest::newRow("behind a megabyte of others") << c_ownLine + megabyte + "101 ? 00:00:00 VoraPrinterTool\n" << false;
     QTest::newRow("tabs are no separators") << c_ownLine + "101\t?\t00:00:00\tVoraPrinterTool\n" << false;
 }
 
@@ -122,6 +128,33 @@ void tst_ProcessList::listThatCannotBeWrittenCountsNothing()
     QTRY_VERIFY(IsUp());
     QVERIFY(m_tool->MainWindow());
     QCOMPARE(ReadFile(obstacle), QByteArray("in the way"));
+}
+
+void tst_ProcessList::whatTakesTheListsPlaceIsLeftAlone_data()
+{
+    QTest::addColumn<QString>("target"); // of a link, else it is a FIFO
+    QTest::newRow("link to a file") << QStringLiteral("/tmp/victim");
+    QTest::newRow("link to a device") << QStringLiteral("/dev/zero");
+    QTest::newRow("FIFO") << QString();
+}
+
+void tst_ProcessList::whatTakesTheListsPlaceIsLeftAlone()
+{
+    QFETCH(QString, target);
+    const QString strPlanted = QStringLiteral("/opt/vora/planted");
+    FakeProcessList(c_ownLine.repeated(2));
+    QVERIFY(WriteFile(QStringLiteral("/tmp/victim"), "precious"));
+    QVERIFY(QDir().mkpath(QStringLiteral("/opt/vora")));
+    QVERIFY(target.isEmpty() ? ::mkfifo(QFile::encodeName(strPlanted).constData(), 0666) == 0
+                             : QFile::link(target, strPlanted));
+    Preload(VORA_PLANT_BEFORE_COMMAND);
+    m_tool->Start();
+    qunsetenv("LD_PRELOAD");
+    QTRY_VERIFY(IsUp());
+    QVERIFY(!m_tool->MainWindow()); // the second copy's message: the list was read
+    QCOMPARE(ReadFile(QStringLiteral("/tmp/victim")), QByteArray("precious"));
+    QVERIFY(!QFileInfo(strPlanted).isSymLink() && !QFileInfo::exists(strPlanted));
+    QFile::remove(c_strProcessList);
 }
 
 QTEST_GUILESS_MAIN(tst_ProcessList)

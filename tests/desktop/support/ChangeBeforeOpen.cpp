@@ -5,6 +5,8 @@
 // the moment when it opens it, the file goes away (while there is /tmp/vanish) or becomes a FIFO (while there is
 // /tmp/become-fifo).
 
+#undef _FILE_OFFSET_BITS // with which the one function below would be the other
+
 #include <cstdarg>
 #include <cstring>
 

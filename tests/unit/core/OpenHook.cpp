@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#undef _FILE_OFFSET_BITS // with which the one function below would be the other
+
 #include "OpenHook.h"
 
 #include <QFile>

@@ -8,9 +8,14 @@
 #include "OpenHook.h"
 #include "RunningWorker.h"
 #include "StatusFolder.h"
+#include "SystemHook.h"
 #include "UtilLog.h"
 
+#include <QScopeGuard>
 #include <QtTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -81,6 +86,8 @@ private slots:
     void lpstatGetsTheNameAsOneArgument();
     void lpstatWritesToItsTemporaryFile();
     void linkAtTemporaryFileIsNotFollowed();
+    void whatTakesTheTemporaryFilesPlaceIsLeftAlone_data();
+    void whatTakesTheTemporaryFilesPlaceIsLeftAlone();
     void withoutToolFolderNothingIsPrinting();
 };
 
@@ -346,8 +353,9 @@ void tst_StatusCommands::readyNetworkPrinterAsksThePrintSystem_data()
     QTest::newRow("Chinese") << QByteArray("echo '打印机 Queue 正在打印 Queue-1。'") << true;
     QTest::newRow("in the second line") << QByteArray("echo idle; echo printing") << false;
     QTest::newRow("without line end") << QByteArray("printf printing") << true;
-    QTest::newRow("file gone") << QByteArray("echo printing; rm /opt/vora/vora-printer-k507/tool/printer_4.tmp")
-                               << false;
+    const QByteArray remove = "rm /opt/vora/vora-printer-k507/tool/printer_4.tmp; ";
+    QTest::newRow("name gone") << "echo printing; " + remove << true;
+    QTest::newRow("one line of 10 MB") << QByteArray("head -c 10000000 /dev/zero; echo printing") << false;
 }
 
 void tst_StatusCommands::readyNetworkPrinterAsksThePrintSystem()
@@ -405,6 +413,45 @@ void tst_StatusCommands::linkAtTemporaryFileIsNotFollowed()
     QVERIFY(worker.CheckNeedStatus(iFound));
     QCOMPARE(ReadFile(strVictim), "precious");
     QVERIFY(!QFileInfo(strTemporary).isSymLink() && !QFileInfo::exists(strTemporary));
+}
+
+void tst_StatusCommands::whatTakesTheTemporaryFilesPlaceIsLeftAlone_data()
+{
+    QTest::addColumn<QString>("target"); // of a link, else it is a FIFO
+    QTest::newRow("link to a file") << QStringLiteral("/tmp/victim");
+    QTest::newRow("link to a device") << QStringLiteral("/dev/zero");
+    QTest::newRow("FIFO") << QString();
+}
+
+void tst_StatusCommands::whatTakesTheTemporaryFilesPlaceIsLeftAlone()
+{
+    QFETCH(const QString, target);
+    const QString strVictim = QStringLiteral("/tmp/victim");
+    const QString strTemporary = ToolPath() + QStringLiteral("printer_4.tmp");
+    QVERIFY(QDir().mkpath(ToolPath()));
+    QVERIFY(WriteFile(strVictim, "precious"));
+    const auto tidy = qScopeGuard([&] { QFile::remove(strTemporary); });
+    const FakeCommand lpstat(QStringLiteral("lpstat"), "echo printing");
+    ::alarm(20); // whatever blocks ends the program
+    QByteArray written;
+    const SystemHook swap([&](const QByteArray& command) {
+        written = command;
+        QFile::remove(strTemporary);
+        if (target.isEmpty()) {
+            ::mkfifo(QFile::encodeName(strTemporary).constData(), 0666);
+        } else {
+            QFile::link(target, strTemporary);
+        }
+    });
+    TrdGetPrinterStatus worker;
+    worker.Init(4, nullptr);
+    worker.m_printerManager = NamedPrinter(c_strName, 3);
+    int iFound = -7;
+    QVERIFY(worker.CheckNeedStatus(iFound));
+    ::alarm(0);
+    QCOMPARE(ReadFile(strVictim), "precious");
+    QVERIFY2(written.startsWith("lpstat -p 'Queue'> /proc/"), written.constData());
+    QVERIFY(!QFileInfo(strTemporary).isFile() || QFileInfo(strTemporary).isSymLink());
 }
 
 void tst_StatusCommands::withoutToolFolderNothingIsPrinting()

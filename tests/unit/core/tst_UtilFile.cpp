@@ -3,10 +3,14 @@
 
 #include "UtilFile.h"
 
+#include "OpenHook.h"
+#include "ReadFault.h"
+#include "StatusFolder.h"
 #include "TestFiles.h"
 
 #include <QtTest>
 
+#include <cerrno>
 #include <memory>
 
 #include <fcntl.h>
@@ -36,15 +40,14 @@ private slots:
     void failureLeavesTheFileClosed();
     void descriptorIsNotInherited();
     void descriptorIsClosedWithTheFile();
-    void createsAnew_data();
-    void createsAnew();
-    void createdAnewTheFileIsOurOwn();
-    void createAnewDoesNotFollowALink();
-    void createAnewRemovesADanglingLink();
-    void createAnewReplacesAFifo();
-    void createAnewLeavesALinkThatCannotBeRemoved();
-    void createAnewFails_data();
-    void createAnewFails();
+    void readsTheFirstBytesOfARegularFile_data();
+    void readsTheFirstBytesOfARegularFile();
+    void onlyARegularFileIsRead_data();
+    void onlyARegularFileIsRead();
+    void whatTookTheFilesPlaceIsNotRead_data();
+    void whatTookTheFilesPlaceIsNotRead();
+    void fileThatCannotBeReadTellsWhy();
+    void readingLeavesNoDescriptor();
 
 private:
     QString Path(const char* pName) const { return m_pFolder->filePath(QString::fromUtf8(pName)); }
@@ -220,95 +223,110 @@ void tst_UtilFile::descriptorIsClosedWithTheFile()
     QCOMPARE(::fcntl(iFd, F_GETFD), -1);
 }
 
-void tst_UtilFile::createsAnew_data()
+void tst_UtilFile::readsTheFirstBytesOfARegularFile_data()
 {
-    QTest::addColumn<QByteArray>("before");
-    QTest::newRow("missing") << QByteArray();
-    QTest::newRow("filled") << QByteArray("old");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QByteArray>("read");
+    QTest::newRow("empty") << QByteArray() << QByteArray();
+    QTest::newRow("shorter") << QByteArray("abc") << QByteArray("abc");
+    QTest::newRow("as long") << QByteArray("abcd") << QByteArray("abcd");
+    QTest::newRow("longer") << QByteArray("abcde") << QByteArray("abcd");
+    QTest::newRow("zeros") << QByteArray(2, '\0') << QByteArray(2, '\0');
 }
 
-void tst_UtilFile::createsAnew()
+void tst_UtilFile::readsTheFirstBytesOfARegularFile()
 {
-    QFETCH(const QByteArray, before);
-    if (!before.isEmpty()) {
-        QVERIFY(WriteFile(Path("a"), before));
-    }
-    QVERIFY(CreateAnew(Path("a")));
-    QVERIFY(QFileInfo(Path("a")).isFile());
-    QCOMPARE(QFileInfo(Path("a")).size(), 0);
-}
-
-void tst_UtilFile::createdAnewTheFileIsOurOwn()
-{
-    QVERIFY(WriteFile(Path("a"), "theirs"));
-    QCOMPARE(::link(QFile::encodeName(Path("a")).constData(), QFile::encodeName(Path("b")).constData()), 0);
-    QVERIFY(CreateAnew(Path("b")));
-    QCOMPARE(ReadFile(Path("a")), QByteArray("theirs"));
-    QVERIFY(QFileInfo(Path("b")).isFile());
-    QCOMPARE(QFileInfo(Path("b")).size(), 0);
-}
-
-void tst_UtilFile::createAnewDoesNotFollowALink()
-{
-    QVERIFY(WriteFile(Path("a"), "target"));
+    QFETCH(const QByteArray, content);
+    QVERIFY(WriteFile(Path("a"), content));
     QVERIFY(QFile::link(Path("a"), Path("link")));
-    QVERIFY(CreateAnew(Path("link")));
-    QCOMPARE(ReadFile(Path("a")), QByteArray("target"));
-    QVERIFY(!QFileInfo(Path("link")).isSymLink());
-    QVERIFY(QFileInfo(Path("link")).isFile());
-    QCOMPARE(QFileInfo(Path("link")).size(), 0);
+    for (const char* pName : {"a", "link"}) {
+        const stFileContent file = ReadRegularFile(Path(pName), 4);
+        QCOMPARE(file.enResult, enFileRead);
+        QTEST(file.content, "read");
+        QCOMPARE(file.iSize, qint64(content.size()));
+    }
 }
 
-void tst_UtilFile::createAnewRemovesADanglingLink()
-{
-    QVERIFY(QFile::link(Path("missing"), Path("link")));
-    QVERIFY(CreateAnew(Path("link")));
-    QVERIFY(!QFile::exists(Path("missing")));
-    QVERIFY(!QFileInfo(Path("link")).isSymLink());
-    QVERIFY(QFileInfo(Path("link")).isFile());
-    QCOMPARE(QFileInfo(Path("link")).size(), 0);
-}
-
-void tst_UtilFile::createAnewReplacesAFifo()
-{
-    QCOMPARE(::mkfifo(QFile::encodeName(Path("fifo")).constData(), 0600), 0);
-    QVERIFY(CreateAnew(Path("fifo")));
-    QVERIFY(QFileInfo(Path("fifo")).isFile());
-}
-
-void tst_UtilFile::createAnewLeavesALinkThatCannotBeRemoved()
-{
-    QVERIFY(WriteFile(Path("a"), "target"));
-    QVERIFY(QDir(m_pFolder->path()).mkdir(QStringLiteral("closed")));
-    QVERIFY(QFile::link(Path("a"), Path("closed/link")));
-    QCOMPARE(::chmod(QFile::encodeName(m_pFolder->path()).constData(), 0755), 0);
-    QCOMPARE(::chmod(QFile::encodeName(Path("a")).constData(), 0666), 0);
-    QCOMPARE(::chmod(QFile::encodeName(Path("closed")).constData(), 0555), 0);
-    const bool bRoot = ::geteuid() == 0; // who can remove everything
-    QVERIFY(!bRoot || ::seteuid(65534) == 0);
-    const bool bCreated = CreateAnew(Path("closed/link"));
-    QVERIFY(!bRoot || ::seteuid(0) == 0);
-    QCOMPARE(::chmod(QFile::encodeName(Path("closed")).constData(), 0755), 0);
-    QVERIFY(!bCreated);
-    QCOMPARE(ReadFile(Path("a")), QByteArray("target"));
-}
-
-void tst_UtilFile::createAnewFails_data()
+void tst_UtilFile::onlyARegularFileIsRead_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("folder") << QStringLiteral("folder");
-    QTest::newRow("missing folder") << QStringLiteral("missing/a");
-    QTest::newRow("file for a folder") << QStringLiteral("plain/a");
+    QTest::addColumn<int>("result");
+    const auto add = [](const char* pName, enFileResult enResult) {
+        QTest::newRow(pName) << QString::fromLatin1(pName) << int(enResult);
+    };
+    add("missing", enFileMissing);
+    add("missing/a", enFileMissing);
+    add("plain/a", enFileMissing);
+    add("loop", enFileMissing);
+    add("folder", enFileNotRegular);
+    add("fifo", enFileNotRegular);
+    add("device", enFileNotRegular);
+    QTest::newRow("name with a zero") << QStringLiteral("plain") + QChar(0) << int(enFileMissing);
 }
 
-void tst_UtilFile::createAnewFails()
+void tst_UtilFile::onlyARegularFileIsRead()
 {
     QFETCH(const QString, name);
     QVERIFY(WriteFile(Path("plain"), "x"));
     QVERIFY(QDir(m_pFolder->path()).mkdir(QStringLiteral("folder")));
-    QVERIFY(!CreateAnew(m_pFolder->filePath(name)));
-    QVERIFY(QFileInfo(Path("folder")).isDir());
-    QCOMPARE(ReadFile(Path("plain")), QByteArray("x"));
+    QVERIFY(QFile::link(Path("loop"), Path("loop")));
+    QVERIFY(QFile::link(QStringLiteral("/dev/zero"), Path("device")));
+    QCOMPARE(::mkfifo(QFile::encodeName(Path("fifo")).constData(), 0600), 0);
+    const stFileContent file = ReadRegularFile(m_pFolder->filePath(name), 4);
+    QTEST(int(file.enResult), "result");
+    QCOMPARE(file.content, QByteArray());
+}
+
+void tst_UtilFile::whatTookTheFilesPlaceIsNotRead_data()
+{
+    QTest::addColumn<QString>("other");
+    QTest::addColumn<int>("result");
+    QTest::newRow("FIFO") << QString() << int(enFileNotRegular);
+    QTest::newRow("device") << QStringLiteral("/dev/zero") << int(enFileNotRegular);
+    QTest::newRow("folder") << QStringLiteral("/tmp") << int(enFileNotRegular);
+    QTest::newRow("nothing") << QStringLiteral("/nowhere") << int(enFileUnreadable);
+}
+
+void tst_UtilFile::whatTookTheFilesPlaceIsNotRead()
+{
+    QFETCH(const QString, other);
+    QVERIFY(WriteFile(Path("a"), "x"));
+    const OpenHook swap(Path("a"), [&] {
+        return QFile::remove(Path("a")) &&
+               (other.isEmpty() ? ::mkfifo(QFile::encodeName(Path("a")).constData(), 0600) == 0
+                                : QFile::link(other, Path("a")));
+    });
+    const stFileContent file = ReadRegularFile(Path("a"), 4);
+    QTEST(int(file.enResult), "result");
+    QCOMPARE(file.content, QByteArray());
+}
+
+void tst_UtilFile::fileThatCannotBeReadTellsWhy()
+{
+    QVERIFY(WriteFile(Path("a"), "abc"));
+    {
+        const OpenHook refuse(Path("a"), [] { return false; });
+        const stFileContent file = ReadRegularFile(Path("a"), 4);
+        QCOMPARE(file.enResult, enFileUnreadable);
+        QCOMPARE(file.iError, EACCES);
+    }
+    const ReadFault fault(EIO);
+    const stFileContent file = ReadRegularFile(Path("a"), 4);
+    QCOMPARE(file.enResult, enFileUnreadable);
+    QCOMPARE(file.iError, EIO);
+    QCOMPARE(file.content, QByteArray());
+}
+
+void tst_UtilFile::readingLeavesNoDescriptor()
+{
+    QVERIFY(WriteFile(Path("a"), "abc"));
+    const int iBefore = DescriptorCount();
+    ReadRegularFile(Path("a"), 4);
+    {
+        const ReadFault fault(EIO);
+        ReadRegularFile(Path("a"), 4);
+    }
+    QCOMPARE(DescriptorCount(), iBefore);
 }
 
 QTEST_MAIN(tst_UtilFile)
