@@ -8,6 +8,8 @@
 #include "UtilFile.h"
 #include "UtilThreadBase.h"
 
+#include <optional>
+
 /// Keeps the shared printer list current: looks every three seconds whether the driver package's printer list file has
 /// changed, reads it then and, when the printers differ, replaces the shared list. Lives in a thread of its own.
 class TrdDeviceManage : public UtilThreadBase
@@ -21,9 +23,8 @@ public:
     /// worker again: when the call returns, the worker no longer touches it. Called from any thread.
     void Init(QList<stPrinterManager>* pListPrinterManager);
 
-    /// The printers of the list file in its order; none when there is no such file. A missing group gives an empty
-    /// record up to 1000 printers; of a Count beyond that only the groups that exist are read. The argument has no
-    /// effect. Called from any thread.
+    /// The printers of the list file, as ReadPrinterList gives them; none when they are not known just now. The
+    /// argument has no effect. Called from any thread.
     QList<stPrinterInfo> GetPrinterInfo(bool bUnused);
 
     /// Entries for the shared list, each with a reset state. Called from any thread.
@@ -46,13 +47,13 @@ public slots:
 public:
     QList<stPrinterManager>* m_pListPrinterManager = nullptr;
 #ifdef VORA_HAS_TEXT_CODEC
-    QTextCodec* m_pCodec; ///< UTF-8; kept, SetIniUtf8 does the work
+    QTextCodec* m_pCodec; ///< UTF-8; kept, not used by the reading
 #endif
 
 private:
     void ReadChangedList();
     void UpdateSharedList(const QList<stPrinterInfo>& listPrinterInfo);
 
-    FileStamp m_listStamp{};                // of the list file when m_listPrinterInfo was read; zero: read it again
+    std::optional<FileStamp> m_listStamp;   // of the list file that m_listPrinterInfo comes from; none: read it again
     QList<stPrinterInfo> m_listPrinterInfo; // the printers of the last pass
 };

@@ -78,3 +78,24 @@ QMap<QString, QByteArray> ReplySeeds()
     }
     return seeds;
 }
+
+QMap<QString, QByteArray> PrinterListSeeds()
+{
+    const QByteArray one = "[Main]\nCount=1\n[printer_0]\nName=";
+    QByteArray groups = "[Main]\nCount=1001\n";
+    for (int i = 0; i < 3000; ++i) {
+        groups += "[printer_" + QByteArray::number(i) + "]\nName=A\n";
+    }
+    return {
+        {QStringLiteral("variants-nested-30000-times"),
+         one + "@Variant(" + QByteArray(R"(\0\0\0\x9\0\0\0\x1)").repeated(30000) + ')'},
+        {QStringLiteral("3000-groups"), groups},
+        {QStringLiteral("pieces-of-a-text"), one + QByteArray(1000000, ',')},
+        {QStringLiteral("pieces-in-quotes"), one + QByteArray("\"\"").repeated(500000)},
+        {QStringLiteral("escapes"), one + QByteArray("\\x40").repeated(250000)},
+        {QStringLiteral("entries-of-a-long-group"),
+         "[printer_" + QByteArray(500000, '1') + "]\n" + QByteArray("a=\n").repeated(150000)},
+        {QStringLiteral("entries"), "[printer_0]\n" + QByteArray("a=\n").repeated(330000)},
+        {QStringLiteral("long-key"), "[a]\n" + QByteArray("%41").repeated(330000) + '='},
+    };
+}

@@ -10,3 +10,6 @@
 /// What fuzzing begins with: replies as the simulator's encoder writes them, each under a name of its own. All of them
 /// decode.
 QMap<QString, QByteArray> ReplySeeds();
+
+/// Printer lists that are too long for a file of their own: deep, wide and with long names.
+QMap<QString, QByteArray> PrinterListSeeds();

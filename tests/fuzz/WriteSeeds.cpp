@@ -40,6 +40,10 @@ int main(int argc, char** argv)
         for (auto seed = seeds.begin(); seed != seeds.end(); ++seed) {
             Write(strFolder + QStringLiteral("/reply"), seed.key(), seed.value());
         }
+        const QMap<QString, QByteArray> lists = PrinterListSeeds();
+        for (auto list = lists.begin(); list != lists.end(); ++list) {
+            Write(strFolder + QStringLiteral("/printer-list"), list.key(), list.value());
+        }
         for (const QString& strName : BuiltInScenarios()) {
             const QByteArray json = BuiltInScenario(strName);
             Write(strFolder + QStringLiteral("/scenario"), strName, json);

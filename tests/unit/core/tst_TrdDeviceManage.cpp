@@ -3,12 +3,15 @@
 
 #include "TrdDeviceManage.h"
 
+#include "OpenHook.h"
+#include "ReadFault.h"
 #include "StatusFolder.h"
 
 #include <QThread>
 #include <QtTest>
 
 #include <algorithm>
+#include <cerrno>
 #include <future>
 #include <memory>
 #include <vector>
@@ -82,6 +85,7 @@ QStringList ReadList()
 void RunOnePass(TrdDeviceManage& worker)
 {
     worker.SlotThreadQuit();
+    worker.m_bTaskRunning = false;
     worker.SlotTaskStart();
 }
 
@@ -205,6 +209,8 @@ private slots:
     void everyTextSurvivesTheFile();
     void plausibleCountGivesARecordEach();
     void hugeCountReadsExistingGroupsInNumericOrder();
+    void hugeCountReadsAThousandGroups();
+    void nestedVariantsAreText();
     void missingFileAndFolder();
     void damagedFileGivesNoPrinters_data();
     void damagedFileGivesNoPrinters();
@@ -229,6 +235,9 @@ private slots:
     void initWaitsForTheLock();
 
     void listThatCouldNotBeOpenedIsReadAgain();
+    void listThatCannotBeReadLeavesThePrinters_data();
+    void listThatCannotBeReadLeavesThePrinters();
+    void listThatChangesWhileItIsReadIsNotBelieved();
     void loopFollowsTheFileEveryThreeSeconds();
 };
 
@@ -378,7 +387,7 @@ void tst_TrdDeviceManage::connectTypeIsANumber()
 void tst_TrdDeviceManage::unquotedCommaIsPartOfTheText_data()
 {
     QTest::addColumn<QString>("text");
-    for (const char* pText : {"Off,ice", "a,b,c", "a,", ",a", ",", "办,公"}) {
+    for (const char* pText : {"Off,ice", "a,b,c", "a,", ",a", ",", "办,公", "Off,@ice", "@Off,ice", "@,@"}) {
         QTest::newRow(pText) << QString::fromUtf8(pText);
     }
 }
@@ -460,6 +469,31 @@ void tst_TrdDeviceManage::hugeCountReadsExistingGroupsInNumericOrder()
                                       QStringLiteral("printer_10||0||"), QStringLiteral("printer_1000000||0||")}));
 }
 
+void tst_TrdDeviceManage::hugeCountReadsAThousandGroups()
+{
+    QByteArray content = "[Main]\nCount=2147483647\n";
+    for (int i = 3000; i > 0; --i) {
+        content += "[printer_" + QByteArray::number(i) + "]\nName=" + QByteArray::number(i) + '\n';
+    }
+    QVERIFY(WriteRawList(content));
+    const QStringList listText = ReadList();
+    QCOMPARE(listText.size(), 1000);
+    QCOMPARE(listText.first(), QStringLiteral("1||0||"));
+    QCOMPARE(listText.last(), QStringLiteral("1000||0||"));
+}
+
+/// Lists of variants within each other, deeper than a stack is.
+void tst_TrdDeviceManage::nestedVariantsAreText()
+{
+    const QByteArray list = QByteArray(R"(\0\0\0\x9\0\0\0\x1)");
+    const QByteArray value = "@Variant(" + list.repeated(30000) + ')';
+    QVERIFY(WriteRawList("[Main]\nCount=2\n[printer_0]\nName=" + value + "\n[printer_1]\nName=A\n"));
+    const QList<stPrinterInfo> listPrinter = TrdDeviceManage().GetPrinterInfo(true);
+    QCOMPARE(listPrinter.size(), 2);
+    QVERIFY(listPrinter.at(0).strPrinterName.startsWith(QLatin1String("@Variant(")));
+    QCOMPARE(listPrinter.at(1).strPrinterName, QStringLiteral("A"));
+}
+
 void tst_TrdDeviceManage::missingFileAndFolder()
 {
     QCOMPARE(ReadList(), QStringList());
@@ -482,6 +516,7 @@ void tst_TrdDeviceManage::damagedFileGivesNoPrinters_data()
     QTest::newRow("zeros") << QByteArray(4096, '\0');
     QTest::newRow("ones") << QByteArray(4096, '\xFF');
     QTest::newRow("one long line") << QByteArray(1 << 20, 'x');
+    QTest::newRow("more than 1 MiB") << "[Main]\nCount=1\n[printer_0]\nName=A\n" + QByteArray(1 << 20, '\n');
     QTest::newRow("open bracket") << QByteArray("[Main");
     QTest::newRow("open quote before the Count") << QByteArray("[Main]\nOther=\"x\nCount=1\n[printer_0]\nName=A\n");
     QTest::newRow("no group") << QByteArray("Count=1\nName=A\n");
@@ -740,11 +775,6 @@ void tst_TrdDeviceManage::listThatCouldNotBeOpenedIsReadAgain()
     QList<stPrinterManager> listPrinter;
     TrdDeviceManage worker;
     worker.Init(&listPrinter);
-    worker.SlotThreadQuit(); // each start makes one pass
-    const auto pass = [&worker] {
-        worker.m_bTaskRunning = false;
-        worker.SlotTaskStart();
-    };
 
     const int iFree = ::dup(0);
     ::close(iFree);
@@ -753,11 +783,61 @@ void tst_TrdDeviceManage::listThatCouldNotBeOpenedIsReadAgain()
     rlimit noneLeft = limit;
     noneLeft.rlim_cur = static_cast<rlim_t>(iFree);
     QCOMPARE(::setrlimit(RLIMIT_NOFILE, &noneLeft), 0);
-    pass();
+    RunOnePass(worker);
     QCOMPARE(::setrlimit(RLIMIT_NOFILE, &limit), 0);
     QVERIFY(listPrinter.isEmpty());
-    pass();
+    RunOnePass(worker);
     QCOMPARE(listPrinter.size(), 1);
+}
+
+void tst_TrdDeviceManage::listThatCannotBeReadLeavesThePrinters_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("input/output error") << EIO;
+    QTest::newRow("stale network file") << ESTALE;
+}
+
+void tst_TrdDeviceManage::listThatCannotBeReadLeavesThePrinters()
+{
+    QFETCH(const int, error);
+    QVERIFY(WriteList({Printer("A", "1")}));
+    QList<stPrinterManager> listPrinter;
+    TrdDeviceManage worker;
+    worker.Init(&listPrinter);
+    RunOnePass(worker);
+    QCOMPARE(Names(listPrinter), QStringList{QStringLiteral("A")});
+
+    QVERIFY(WriteList({Printer("B", "2"), Printer("C", "3")}));
+    {
+        const ReadFault fault(error);
+        RunOnePass(worker);
+        RunOnePass(worker);
+        QCOMPARE(Names(listPrinter), QStringList{QStringLiteral("A")});
+    }
+    RunOnePass(worker);
+    QCOMPARE(Names(listPrinter), (QStringList{QStringLiteral("B"), QStringLiteral("C")}));
+}
+
+void tst_TrdDeviceManage::listThatChangesWhileItIsReadIsNotBelieved()
+{
+    QVERIFY(WriteList({Printer("A", "1")}));
+    QList<stPrinterManager> listPrinter;
+    TrdDeviceManage worker;
+    worker.Init(&listPrinter);
+    RunOnePass(worker);
+
+    QVERIFY(WriteRawList("[Main]\nCount=2\n[printer_0]\nName=B\n"));
+    {
+        const OpenHook writer(c_strListPath, [] {
+            return QFile::rename(c_strListPath, c_strListPath + QLatin1Char('~')) &&
+                   QFile::copy(c_strListPath + QLatin1Char('~'), c_strListPath);
+        });
+        RunOnePass(worker);
+        QCOMPARE(Names(listPrinter), QStringList{QStringLiteral("A")});
+    }
+    QVERIFY(WriteRawList("[Main]\nCount=2\n[printer_0]\nName=B\n[printer_1]\nName=C\n"));
+    RunOnePass(worker);
+    QCOMPARE(Names(listPrinter), (QStringList{QStringLiteral("B"), QStringLiteral("C")}));
 }
 
 void tst_TrdDeviceManage::loopFollowsTheFileEveryThreeSeconds()
