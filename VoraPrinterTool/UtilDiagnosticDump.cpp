@@ -3,6 +3,8 @@
 
 #include "UtilDiagnosticDump.h"
 
+#include "UtilText.h"
+
 namespace {
 
 QString CodeText(const QList<enErrorStatus>& listCode)
@@ -19,27 +21,28 @@ QString CodeText(const QList<enErrorStatus>& listCode)
 QStringList PrinterInfoLines(const QList<stPrinterManager>& listPrinter)
 {
     const int iCount = static_cast<int>(listPrinter.size());
-    QStringList listLine = {QString::asprintf("printer number=%d", iCount)};
+    QStringList listLine = {QStringLiteral("printer number=") + QString::number(iCount)};
     for (int i = 0; i < iCount; ++i) {
         const stPrinterInfo& info = listPrinter.at(i).printerInfo;
-        const QByteArray name = info.strPrinterName.toUtf8();
-        listLine.append({QString::asprintf("printer[%d] %s=%s", i, name.constData(), qUtf8Printable(info.strPort)),
-                         QString::asprintf("%s: enType=%s", name.constData(), qUtf8Printable(info.enType)),
-                         QString::asprintf("%s: iConnectType=%d", name.constData(), info.iConnectType)});
+        const QString strName = EscapeControls(info.strPrinterName);
+        listLine.append({QStringLiteral("printer[") + QString::number(i) + QStringLiteral("] ") + strName +
+                             QLatin1Char('=') + EscapeControls(info.strPort),
+                         strName + QStringLiteral(": enType=") + EscapeControls(info.enType),
+                         strName + QStringLiteral(": iConnectType=") + QString::number(info.iConnectType)});
     }
     return listLine;
 }
 
 QStringList PrinterStatusLines(int iIndex, const stPrinterManager& printer)
 {
-    const QString& strName = printer.printerInfo.strPrinterName;
+    const QString strName = EscapeControls(printer.printerInfo.strPrinterName);
     const stPrinterState& state = printer.printerState;
     const auto text = [&strName](const char* pField, const QString& strValue) {
-        return strName + QLatin1String(": ") + QLatin1String(pField) + QLatin1Char('=') + strValue;
+        return strName + QLatin1String(": ") + QLatin1String(pField) + QLatin1Char('=') + EscapeControls(strValue);
     };
     const auto number = [&text](const char* pField, auto value) { return text(pField, QString::number(value)); };
     return {
-        QString::asprintf("printer[%d]=%s", iIndex, qUtf8Printable(strName)),
+        QStringLiteral("printer[") + QString::number(iIndex) + QStringLiteral("]=") + strName,
         text("strPrinterSerialNumber", state.strPrinterSerialNumber),
         number("enCurrentStatus", state.enCurrentStatus),
         text("strFWVersion", state.strFWVersion),

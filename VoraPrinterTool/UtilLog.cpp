@@ -5,6 +5,7 @@
 
 #include "PrinterCommon.h"
 #include "UtilFile.h"
+#include "UtilText.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -63,8 +64,8 @@ void WriteStringLog(const char* pFile, int iLine, const char* pFunction, QString
 
     const QString strLine = QDateTime::currentDateTime().toString(QStringLiteral("[yyyy-MM-dd hh:mm:ss.zzz] (")) +
                             QLatin1String(pFile) + QLatin1Char('@') + QString::number(iLine) + QLatin1Char(' ') +
-                            QLatin1String(pFunction) + QStringLiteral(") ") + QString::fromLocal8Bit(message) +
-                            QLatin1Char('\n');
+                            QLatin1String(pFunction) + QStringLiteral(") ") +
+                            EscapeControls(QString::fromLocal8Bit(message)) + QLatin1Char('\n');
 
     if (QFile(s_strLogName).size() > c_iMaxLogSize) {
         ++s_iLogIndex;

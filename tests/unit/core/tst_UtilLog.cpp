@@ -111,6 +111,7 @@ private slots:
     void message();
     void messageIsCutAt1023Bytes_data();
     void messageIsCutAt1023Bytes();
+    void messageIsCutBeforeItIsEscaped();
     void messageCutInsideACharacterKeepsTheLineWhole();
     void appendsLineByLine();
     void nothingIsKeptOpen();
@@ -242,6 +243,12 @@ void tst_UtilLog::message_data()
     add("Chinese format", "打印机=%s", "Office", "打印机=Office");
     add("Chinese text", "name=%s", "办公室🖨", "name=办公室🖨");
     add("blanks are kept", "  %s ", " x ", "   x  ");
+    add("line feed", "name=%s", "a\n[2026-11-16 03:11:24.517] (f@1 f) b",
+        "name=a\\x0A[2026-11-16 03:11:24.517] (f@1 f) b");
+    add("line feed of the format", "a\nb", "", "a\\x0Ab");
+    add("control characters", "%s", "\t\r\x1B[2J\x7F", "\\x09\\x0D\\x1B[2J\\x7F");
+    add("line separator and direction", "%s", "a\u2028b\u202Ec\u0085", "a\\u2028b\\u202Ec\\x85");
+    add("backslash", "%s", "a\\x0Ab", "a\\x0Ab");
 }
 
 void tst_UtilLog::message()
@@ -274,6 +281,13 @@ void tst_UtilLog::messageIsCutAt1023Bytes()
     WriteStringLog("f", 1, "f", QString(length, QLatin1Char('y')));
     Log("next");
     QCOMPARE(Messages(OnlyLogFile()), (QList<QByteArray>{QByteArray(written, 'x'), QByteArray(written, 'y'), "next"}));
+}
+
+void tst_UtilLog::messageIsCutBeforeItIsEscaped()
+{
+    SetLogEnable(true);
+    Log(QByteArray(1024, '\n').constData());
+    QCOMPARE(Messages(OnlyLogFile()), QList<QByteArray>{QByteArray("\\x0A").repeated(1023)});
 }
 
 void tst_UtilLog::messageCutInsideACharacterKeepsTheLineWhole()

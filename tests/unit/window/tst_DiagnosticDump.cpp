@@ -50,6 +50,7 @@ private slots:
     void listReportDumpsTheList();
     void freshStateDumpsItsDefaults();
     void everyFieldOfAStateHasItsLine();
+    void zeroInANameKeepsTheFields();
     void statusReportDumpsTheRow();
     void rowOutsideTheListDumpsNothing_data();
     void rowOutsideTheListDumpsNothing();
@@ -227,6 +228,26 @@ void tst_DiagnosticDump::everyFieldOfAStateHasItsLine()
                           QStringLiteral("DebugOutputPrinterStatus: %n楼: dwPrintDotsCount=4294967296"),
                           QStringLiteral("DebugOutputPrinterStatus: %n楼: dwPrinterNumOfPages=21"),
                           QStringLiteral("DebugOutputPrinterStatus: %n楼: dwPrinterNumOfPrint=18446744073709551615")}));
+}
+
+void tst_DiagnosticDump::zeroInANameKeepsTheFields()
+{
+    const QString strName = QStringLiteral("a") + QChar(0) + QStringLiteral("b\nc");
+    stPrinterManager printer = MakePrinter(strName, 2, strName);
+    printer.printerInfo.enType = strName;
+    printer.printerState.strFWVersion = strName;
+    SetPrinterList(*m_pWindow, {printer});
+    SetLogEnable(true);
+    m_pWindow->DebugOutputPrinterInfo();
+    QCOMPARE(TakeLog(), QStringList({QStringLiteral("DebugOutputPrinterInfo: printer number=1"),
+                                     QStringLiteral("DebugOutputPrinterInfo: printer[0] a\\x00b\\x0Ac=a\\x00b\\x0Ac"),
+                                     QStringLiteral("DebugOutputPrinterInfo: a\\x00b\\x0Ac: enType=a\\x00b\\x0Ac"),
+                                     QStringLiteral("DebugOutputPrinterInfo: a\\x00b\\x0Ac: iConnectType=2")}));
+    m_pWindow->DebugOutputPrinterStatus(0);
+    const QStringList listLine = TakeLog();
+    QCOMPARE(listLine.size(), 24);
+    QCOMPARE(listLine.at(0), QStringLiteral("DebugOutputPrinterStatus: printer[0]=a\\x00b\\x0Ac"));
+    QCOMPARE(listLine.at(3), QStringLiteral("DebugOutputPrinterStatus: a\\x00b\\x0Ac: strFWVersion=a\\x00b\\x0Ac"));
 }
 
 void tst_DiagnosticDump::statusReportDumpsTheRow()
