@@ -115,8 +115,7 @@ enum enSupplyType
 
 constexpr int c_iConnectUsb = 1;
 
-/// Who and where a printer is. Made by the device list worker; a status worker writes it back with its state as it took
-/// it.
+/// Who and where a printer is. Written by the device list worker alone.
 struct stPrinterInfo
 {
     QString strPrinterName; ///< print queue; also the name of its status file

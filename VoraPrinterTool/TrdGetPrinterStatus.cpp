@@ -4,14 +4,15 @@
 #include "TrdGetPrinterStatus.h"
 
 #include "UtilCommandOutput.h"
-#include "UtilFile.h"
 #include "UtilLog.h"
 #include "UtilPrinterStatus.h"
 #include "UtilShell.h"
-#include "UtilStatusIdParser.h"
+#include "UtilStatusFile.h"
+#include "UtilText.h"
 
-#include <QDataStream>
-
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 #include <sys/stat.h>
@@ -53,14 +54,25 @@ bool IsVisiblyChanged(const stPrinterState& current, const stPrinterState& publi
            current.listWarningStatus != published.listWarningStatus;
 }
 
-QList<enErrorStatus> ErrorStatusList(const std::vector<unsigned long>& listCode)
+/// The line numbers by which a log names the two failures are fixed. What is thrown here, such as for want of memory,
+/// must not end the worker.
+void LogThrownError(int iLine, const char* pFunction) noexcept
 {
-    QList<enErrorStatus> listStatus;
-    listStatus.reserve(static_cast<int>(listCode.size()));
-    for (const unsigned long dwCode : listCode) {
-        listStatus.append(GetErrorStatusEnum(dwCode));
+    try {
+        WriteStringLog(__FILE__, iLine, pFunction, QStringLiteral("throw error"));
+    } catch (...) { // the line is lost
     }
-    return listStatus;
+}
+
+/// The end by design, see UtilPrinterStatus: nothing that such a reply says can be trusted. Tells on standard error
+/// whose reply it was.
+[[noreturn]] void EndByFatalReply(const QString& strPrinterName, const QString& strOrigin)
+{
+    const QString strLine = QStringLiteral("VoraPrinterTool: ended by the status reply of printer \"") +
+                            EscapeControls(strPrinterName) + QStringLiteral("\" (") + EscapeControls(strOrigin) +
+                            QStringLiteral("): a supplies record of more than 65 bytes\n");
+    std::fputs(strLine.toLocal8Bit().constData(), stderr);
+    std::abort();
 }
 
 } // namespace
@@ -117,7 +129,7 @@ void TrdGetPrinterStatus::PollOnce()
         // Decided and written in one step: of two workers that follow the same printer only one sees the change.
         bCancel = bChanged && pElement->printerState.enCurrentStatus != enStatusCanceling &&
                   current.enCurrentStatus == enStatusCanceling;
-        *pElement = m_printerManager;
+        pElement->printerState = current;
         iIndex = m_iIndex;
     }
     if (bCancel) {
@@ -159,10 +171,11 @@ void TrdGetPrinterStatus::CountFailedRead()
 void TrdGetPrinterStatus::CancelJobs() const
 {
     const QString& strName = m_printerManager.printerInfo.strPrinterName;
-    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("cancel by printer %s"), qPrintable(strName));
+    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("cancel by printer %s"),
+                   qPrintable(EscapeControls(strName)));
     if (!IsQueueName(strName)) {
         WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("not cancelled, no queue name: %s"),
-                       qPrintable(strName));
+                       qPrintable(EscapeControls(strName)));
         return;
     }
     RunShellCommand(CancelCommand(strName));
@@ -200,13 +213,12 @@ bool TrdGetPrinterStatus::CheckNeedStatus(int& iInterval)
     return bPrinting;
 }
 
-// The line numbers 247 and 203 are fixed, so that the logs of all releases name these two failures alike.
 int TrdGetPrinterStatus::GetPrinterStatusFile(QString strName, bool bForce)
 {
     try {
         return ReadStatusFile(strName, bForce);
     } catch (...) {
-        WriteStringLog(__FILE__, 247, __func__, QStringLiteral("throw error"));
+        LogThrownError(247, __func__);
         return 0;
     }
 }
@@ -216,20 +228,17 @@ int TrdGetPrinterStatus::GetPrinterStatusUSB(QString)
     try {
         return ReadStatusFile(m_printerManager.printerInfo.strPrinterName, false);
     } catch (...) {
-        WriteStringLog(__FILE__, 203, __func__, QStringLiteral("throw error"));
+        LogThrownError(203, __func__);
         return 0;
     }
 }
 
 int TrdGetPrinterStatus::ReadStatusFile(const QString& strName, bool bForce)
 {
-    if (strName != m_strPathName || m_statusPath.isEmpty()) {
-        m_strPathName = strName;
-        m_statusPath = SystemPath(StatusFilePath(strName));
-    }
+    const QString strPath = StatusFilePath(strName);
     // One system call a second; QFileInfo and local time take three.
     struct stat fileStat = {};
-    if (::stat(m_statusPath.constData(), &fileStat) != 0) {
+    if (::stat(SystemPath(strPath).constData(), &fileStat) != 0) {
         m_dtLastModified = QDateTime();
         return -1;
     }
@@ -240,21 +249,21 @@ int TrdGetPrinterStatus::ReadStatusFile(const QString& strName, bool bForce)
     }
     m_dtLastModified = dtModified;
 
-    QFile file;
-    if (!S_ISREG(fileStat.st_mode) ||
-        !OpenWithoutBlocking(file, StatusFilePath(strName), QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    const stFileContent file = ::ReadStatusFile(strPath);
+    if (file.enResult != enFileRead) {
         return -1;
     }
     m_buffer.fill(0);
-    QDataStream stream(&file);
-    const int iLength = stream.readRawData(reinterpret_cast<char*>(m_buffer.data()), static_cast<int>(m_buffer.size()));
-    return iLength < 0 ? -1 : CheckPrinterStatus(m_buffer.data(), static_cast<unsigned long>(iLength));
+    std::copy(file.content.begin(), file.content.end(), m_buffer.begin());
+    return TakeReply(m_buffer.data(), static_cast<unsigned long>(file.content.size()), strName, strPath);
 }
 
 int TrdGetPrinterStatus::GetPrinterStatusUDP(QString strAddress)
 {
     const int iLength = QueryStatus(strAddress, m_buffer);
-    return iLength < 0 ? iLength : CheckPrinterStatus(m_buffer.data(), static_cast<unsigned long>(iLength));
+    return iLength < 0 ? iLength
+                       : TakeReply(m_buffer.data(), static_cast<unsigned long>(iLength),
+                                   m_printerManager.printerInfo.strPrinterName, strAddress);
 }
 
 bool TrdGetPrinterStatus::GetPrinterVidPid(QString strModel, int& iVid, int& iPid)
@@ -283,38 +292,18 @@ bool TrdGetPrinterStatus::GetPrinterVidPid(QString strModel, int& iVid, int& iPi
 
 int TrdGetPrinterStatus::CheckPrinterStatus(unsigned char* pBuffer, unsigned long dwLength)
 {
+    return TakeReply(pBuffer, dwLength, m_printerManager.printerInfo.strPrinterName, QStringLiteral("from memory"));
+}
+
+int TrdGetPrinterStatus::TakeReply(const unsigned char* pBuffer, unsigned long dwLength, const QString& strPrinterName,
+                                   const QString& strOrigin)
+{
     UtilPrinterStatus reply;
-    if (!reply.parseRecvBuf(pBuffer, dwLength)) {
-        return -1;
+    switch (reply.parseReply(pBuffer, dwLength)) {
+    case enParseRejected: return -1;
+    case enParseFatal: EndByFatalReply(strPrinterName, strOrigin);
+    case enParseAccepted: break;
     }
     m_printerManager.printerState = DecodedState(reply);
     return 0;
-}
-
-stPrinterState DecodedState(const UtilPrinterStatus& reply)
-{
-    stPrinterState state;
-    state.strPrinterSerialNumber = QString::fromLatin1(reply.m_serialNumber.data());
-    state.enCurrentStatus = GetPrinterStatusEnum(reply.m_dwStatus);
-    state.strFWVersion = QString::fromLatin1(reply.m_firmwareVersion.data());
-    state.strVenderName = QString::fromLatin1(reply.m_vendorName.data());
-    state.strProductName = QString::fromLatin1(reply.m_productName.data());
-    state.listErrorStatus = ErrorStatusList(reply.m_listErrorCode);
-    state.listWarningStatus = ErrorStatusList(reply.m_listWarningCode);
-    state.strSupplySerialNumber = QString::fromLatin1(reply.m_supplySerialNumber.data());
-    state.enSpplyType = GetTonerTypeEnum(reply.m_dwSupplyType);
-    state.dwRemainingToner = reply.m_dwRemainingToner;
-    state.dwWasteToner = reply.m_dwWasteToner;
-    state.dwBlackInkRemainer = reply.m_dwBlackInkRemainer;
-    state.dwBlueInkRemainer = reply.m_dwBlueInkRemainer;
-    state.dwRedInkRemainer = reply.m_dwRedInkRemainer;
-    state.dwYellowInkRemainer = reply.m_dwYellowInkRemainer;
-    state.dwOPCRotation = reply.m_dwOPCRotation;
-    state.dwNumberOfPages = reply.m_dwNumberOfPages;
-    state.dwNumberOfPrint = reply.m_dwNumberOfPrint;
-    state.dwPrintDotsCount = reply.m_dwPrintDotsCount;
-    state.dwPrinterNumOfPages = reply.m_dwPrinterNumOfPages;
-    state.dwPrinterNumOfPrint = reply.m_dwPrinterNumOfPrint;
-    state.iReadFailCount = 0;
-    return state;
 }

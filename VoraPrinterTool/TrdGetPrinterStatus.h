@@ -7,13 +7,7 @@
 #include "UtilStatusQuery.h"
 #include "UtilThreadBase.h"
 
-#include <QByteArray>
 #include <QDateTime>
-
-class UtilPrinterStatus;
-
-/// The record that a decoded reply becomes, with no failed reads. Called from any thread.
-stPrinterState DecodedState(const UtilPrinterStatus& reply);
 
 /// Keeps one printer's state current: polls its status file every second, publishes the state into the shared list and
 /// reports what users can see. Lives in a thread of its own.
@@ -29,13 +23,11 @@ public:
     /// any thread.
     void Init(int iIndex, QList<stPrinterManager>* pListPrinterManager);
 
-    /// True when the state, the toner, an ink level or the codes differ: what users see. Kept for the driver package's
-    /// tools, the loop compares without copies. Called from any thread.
+    /// True when the state, the toner, an ink level or the codes differ: what users see. Called from any thread.
     bool CheckStatusChange(stPrinterState current, stPrinterState published);
 
     /// Whether the printer needs polling now, and in which interval (milliseconds); asks the print system about a ready
-    /// network printer. Kept for the driver package's tools, the loop polls every second. Called from the worker's
-    /// thread.
+    /// network printer. Kept, not used by the polling, which comes every second. Called from the worker's thread.
     bool CheckNeedStatus(int& iInterval);
 
     // Transports, each called from the worker's thread. They decode into m_printerManager.printerState and return 0 for
@@ -46,19 +38,21 @@ public:
     /// -1: missing, unreadable (anything but a regular file too) or rejected. Reads at most 2048 bytes.
     int GetPrinterStatusFile(QString strName, bool bForce);
 
-    /// As above for the worker's own printer, never forced; the argument has no effect. Kept beside the status file.
+    /// As above for the worker's own printer, never forced; the argument has no effect. Kept, not used by
+    /// the polling.
     int GetPrinterStatusUSB(QString strName);
 
     /// Asks the printer at a dotted IPv4 address and waits at most one second. -1: no such address or reply rejected,
-    /// -2: no socket, -3: not sent, -4: no time-out, -5: no reply of 8 bytes or more. Kept beside the status file.
+    /// -2: no socket, -3: not sent, -4: no time-out, -5: no reply of 8 bytes or more. Kept, not used by the polling.
     int GetPrinterStatusUDP(QString strAddress);
 
-    /// USB identifiers by model text; false when the model is none of the known: iVid is set, iPid stays. Kept for the
-    /// driver package's tools. Called from any thread.
+    /// USB identifiers by model text; false when the model is none of the known: iVid is set, iPid stays. Kept, not
+    /// used by the polling. Called from any thread.
     bool GetPrinterVidPid(QString strModel, int& iVid, int& iPid);
 
     /// Decodes a reply into m_printerManager.printerState and returns 0; -1, with the state untouched, when it is
-    /// rejected. Ends the process as UtilPrinterStatus::parseRecvBuf does. Called from the worker's thread.
+    /// rejected. A fatal reply (enParseFatal) ends the process, with a line on standard error that names the printer.
+    /// Called from the worker's thread.
     int CheckPrinterStatus(unsigned char* pBuffer, unsigned long dwLength);
 
 signals:
@@ -82,8 +76,7 @@ private:
     void CountFailedRead();
     void PollOnce();
     int ReadStatusFile(const QString& strName, bool bForce);
+    int TakeReply(const unsigned char* pBuffer, unsigned long dwLength, const QString& strPrinterName,
+                  const QString& strOrigin);
     void CancelJobs() const;
-
-    QString m_strPathName;   // the queue of m_statusPath
-    QByteArray m_statusPath; // composed once and not at every poll
 };

@@ -3,9 +3,10 @@
 
 #include "UtilPrinterStatus.h"
 
+#include "UtilStatusIdParser.h"
+
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 
 namespace {
 
@@ -16,25 +17,21 @@ constexpr unsigned long c_dwMaxSuppliesData = 65; // what a supplies record of t
 template <std::size_t iSize>
 void CopyBounded(std::array<char, iSize>& target, const unsigned char* pData, unsigned long dwLength)
 {
-    if (dwLength >= iSize - 1) {
-        std::memcpy(target.data(), pData, iSize - 1); // a length known beforehand is copied without a call
-    } else {
-        std::memcpy(target.data(), pData, dwLength);
-    }
+    std::copy_n(pData, std::min<unsigned long>(dwLength, iSize - 1), target.begin());
 }
 
 /// The reply's bytes from front to back: every read first checks that its bytes are there.
 class Reader
 {
 public:
-    Reader(unsigned char* pBuffer, unsigned long dwLength) : m_pNext(pBuffer), m_dwLeft(dwLength) {}
+    Reader(const unsigned char* pBuffer, unsigned long dwLength) : m_pNext(pBuffer), m_dwLeft(dwLength) {}
 
-    unsigned char* Take(unsigned long dwLength)
+    const unsigned char* Take(unsigned long dwLength)
     {
         if (dwLength > m_dwLeft) {
             return nullptr;
         }
-        unsigned char* pTaken = m_pNext;
+        const unsigned char* pTaken = m_pNext;
         m_pNext += dwLength;
         m_dwLeft -= dwLength;
         return pTaken;
@@ -60,12 +57,12 @@ public:
 
     bool Number(UtilPrinterStatus::Raw2& raw, unsigned long& dwValue)
     {
-        const bool bTaken = Raw(raw);
-        if (bTaken) {
-            dwValue = static_cast<unsigned long>(static_cast<unsigned char>(raw[0])) << 8U |
-                      static_cast<unsigned char>(raw[1]);
+        const unsigned char* pTaken = Take(2);
+        if (pTaken != nullptr) {
+            CopyBounded(raw, pTaken, 2);
+            dwValue = UtilPrinterStatus::byteToDWORD(pTaken, 2);
         }
-        return bTaken;
+        return pTaken != nullptr;
     }
 
     bool String(UtilPrinterStatus::Raw2& rawLength, unsigned long& dwLength, UtilPrinterStatus::Text& text)
@@ -84,7 +81,6 @@ public:
             return false;
         }
         dwCount = byCount;
-        listCode.reserve(listCode.size() + dwCount);
         for (unsigned long i = 0; i < dwCount; ++i) {
             unsigned long dwCode = 0;
             if (!Number(rawLast, dwCode)) {
@@ -96,13 +92,28 @@ public:
     }
 
 private:
-    unsigned char* m_pNext;
+    const unsigned char* m_pNext;
     unsigned long m_dwLeft;
 };
 
+QList<enErrorStatus> ErrorStatusList(const std::vector<unsigned long>& listCode)
+{
+    QList<enErrorStatus> listStatus;
+    for (const unsigned long dwCode : listCode) {
+        listStatus.append(GetErrorStatusEnum(dwCode));
+    }
+    return listStatus;
+}
+
+template <std::size_t iSize>
+QString TextOf(const std::array<char, iSize>& text)
+{
+    return QString::fromLatin1(text.data());
+}
+
 } // namespace
 
-bool UtilPrinterStatus::parseRecvBuf(unsigned char* pBuffer, unsigned long dwLength)
+enParseResult UtilPrinterStatus::parseReply(const unsigned char* pBuffer, unsigned long dwLength)
 {
     Reader reader(pBuffer, dwLength);
     unsigned long dwFirmwareVersionLength = 0;
@@ -119,36 +130,44 @@ bool UtilPrinterStatus::parseRecvBuf(unsigned char* pBuffer, unsigned long dwLen
                         reader.Codes(m_byWarningCount, m_dwWarningCount, m_lastWarningCode, m_listWarningCode);
     if (!bCodes || !reader.Byte(m_byBeforeSupplies) || !reader.Raw(m_beforeSupplies1) ||
         !reader.Raw(m_beforeSupplies2) || !reader.Byte(m_bySuppliesCount)) {
-        return false;
+        return enParseRejected;
     }
     m_dwSuppliesCount = m_bySuppliesCount;
 
-    unsigned char byNone = 0;
-    unsigned char* pLastData = &byNone; // a record without data has the first byte of the one before it
+    const unsigned char byNone = 0;
+    const unsigned char* pLastData = &byNone; // a record without data has the first byte of the one before it
     for (unsigned long i = 0; i < m_dwSuppliesCount; ++i) {
         const unsigned char* pHead = reader.Take(3); // key and length
         const unsigned char byLength = pHead != nullptr ? pHead[2] : 0;
-        unsigned char* pData = pHead != nullptr ? reader.Take(byLength) : nullptr;
+        const unsigned char* pData = pHead != nullptr ? reader.Take(byLength) : nullptr;
         if (pData == nullptr) {
-            return false;
+            return enParseRejected;
         }
         if (byLength > c_dwMaxSuppliesData) {
-            std::abort(); // no printer sends this: the reply is not one, and nothing that it says can be trusted
+            return enParseFatal; // no printer sends this: nothing that the reply says can be trusted
         }
         if (byLength > 0) {
             pLastData = pData;
         }
         setSuppliesData(byteToDWORD(pHead, 2), pLastData, byLength);
     }
-    return true;
+    return enParseAccepted;
 }
 
-void UtilPrinterStatus::setSuppliesData(unsigned long dwKey, unsigned char* pData, unsigned long dwLength)
+bool UtilPrinterStatus::parseRecvBuf(unsigned char* pBuffer, unsigned long dwLength)
 {
-    const unsigned long dwNumber = byteToDWORD(pData, dwLength);
-    const auto store = [pData, dwLength, dwNumber](auto& raw, unsigned long& dwValue) {
+    const enParseResult enResult = parseReply(pBuffer, dwLength);
+    if (enResult == enParseFatal) {
+        std::abort();
+    }
+    return enResult == enParseAccepted;
+}
+
+void UtilPrinterStatus::setSuppliesData(unsigned long dwKey, const unsigned char* pData, unsigned long dwLength)
+{
+    const auto store = [pData, dwLength](auto& raw, unsigned long& dwValue) {
         CopyBounded(raw, pData, dwLength);
-        dwValue = dwNumber;
+        dwValue = byteToDWORD(pData, dwLength);
     };
     switch (dwKey) {
     case 0x0000: CopyBounded(m_supplySerialNumber, pData, dwLength); break;
@@ -171,4 +190,32 @@ void UtilPrinterStatus::setSuppliesData(unsigned long dwKey, unsigned char* pDat
     case 0x4343: store(m_rawYellowInkRemainer, m_dwYellowInkRemainer); break;
     default: break;
     }
+}
+
+stPrinterState DecodedState(const UtilPrinterStatus& reply)
+{
+    stPrinterState state;
+    state.strPrinterSerialNumber = TextOf(reply.m_serialNumber);
+    state.enCurrentStatus = GetPrinterStatusEnum(reply.m_dwStatus);
+    state.strFWVersion = TextOf(reply.m_firmwareVersion);
+    state.strVenderName = TextOf(reply.m_vendorName);
+    state.strProductName = TextOf(reply.m_productName);
+    state.listErrorStatus = ErrorStatusList(reply.m_listErrorCode);
+    state.listWarningStatus = ErrorStatusList(reply.m_listWarningCode);
+    state.strSupplySerialNumber = TextOf(reply.m_supplySerialNumber);
+    state.enSpplyType = GetTonerTypeEnum(reply.m_dwSupplyType);
+    state.dwRemainingToner = reply.m_dwRemainingToner;
+    state.dwWasteToner = reply.m_dwWasteToner;
+    state.dwBlackInkRemainer = reply.m_dwBlackInkRemainer;
+    state.dwBlueInkRemainer = reply.m_dwBlueInkRemainer;
+    state.dwRedInkRemainer = reply.m_dwRedInkRemainer;
+    state.dwYellowInkRemainer = reply.m_dwYellowInkRemainer;
+    state.dwOPCRotation = reply.m_dwOPCRotation;
+    state.dwNumberOfPages = reply.m_dwNumberOfPages;
+    state.dwNumberOfPrint = reply.m_dwNumberOfPrint;
+    state.dwPrintDotsCount = reply.m_dwPrintDotsCount;
+    state.dwPrinterNumOfPages = reply.m_dwPrinterNumOfPages;
+    state.dwPrinterNumOfPrint = reply.m_dwPrinterNumOfPrint;
+    state.iReadFailCount = 0;
+    return state;
 }

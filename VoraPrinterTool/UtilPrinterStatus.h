@@ -3,97 +3,33 @@
 
 #pragma once
 
+#include "PrinterCommon.h"
+
 #include <array>
 #include <vector>
 
-/// What a reply says, field by field; those whose meaning is the printer's own business are kept as raw bytes. Without
-/// initialisers: the decoder clears them in one go, which takes half as long as one by one.
-struct stReplyFields
+/// What became of a reply.
+enum enParseResult
 {
+    enParseAccepted,
+    enParseRejected, ///< a field does not lie within the reply
+    enParseFatal     ///< a supplies record of more than 65 data bytes, which ends the process
+};
+
+/// Decoder of one binary status reply: made, filled by parseReply, read and discarded. Used by one thread at a time.
+/// Numbers are big-endian in the reply; what a field means that is kept as raw bytes is the printer's own business.
+class UtilPrinterStatus
+{
+public:
     using Text = std::array<char, 256>; ///< a string of the reply, cut to 255 bytes and a zero
     using Raw2 = std::array<char, 3>;   ///< two raw bytes and a zero
     using Raw4 = std::array<char, 5>;   ///< four raw bytes and a zero
 
-    std::vector<unsigned long> m_listErrorCode;
-    std::vector<unsigned long> m_listWarningCode;
+    /// Decodes dwLength bytes: accepted when the whole layout up to and including the last supplies record lies within
+    /// them. The fields before the one at fault are filled in any case.
+    enParseResult parseReply(const unsigned char* pBuffer, unsigned long dwLength);
 
-    unsigned char m_byHeader;
-    Raw2 m_headerField1;
-    Raw2 m_headerField2;
-
-    Raw2 m_vendorNameLength;
-    Text m_vendorName;
-    unsigned long m_dwVendorNameLength;
-    Raw2 m_productNameLength;
-    Text m_productName;
-    unsigned long m_dwProductNameLength;
-    Raw2 m_serialNumberLength;
-    Text m_serialNumber;
-    unsigned long m_dwSerialNumberLength;
-
-    Raw2 m_afterSerialNumber;
-    unsigned char m_byStatus;
-    Raw2 m_fifthStringLength;
-    Text m_fifthString;
-    unsigned long m_dwFifthStringLength;
-
-    unsigned char m_byErrorCount;
-    Raw2 m_lastErrorCode;
-    unsigned char m_byWarningCount;
-    Raw2 m_lastWarningCode;
-    unsigned long m_dwErrorCount;
-    unsigned long m_dwWarningCount;
-    unsigned long m_dwStatus;
-
-    Text m_firmwareVersion;
-    Raw2 m_firmwareVersionLength;
-
-    unsigned char m_byBeforeSupplies;
-    Raw2 m_beforeSupplies1;
-    Raw2 m_beforeSupplies2;
-    unsigned char m_bySuppliesCount;
-    unsigned long m_dwSuppliesCount;
-
-    std::array<char, 65> m_supplySerialNumber;
-    Raw4 m_rawSupplyType;
-    Raw2 m_rawRemainingToner;
-    Raw2 m_rawWasteToner;
-    Raw2 m_rawOPCRotation;
-    Raw4 m_rawNumberOfPages;
-    Raw4 m_rawNumberOfPrint;
-    Raw2 m_rawPrintDotsCount;
-    Raw4 m_rawPrinterNumOfPages;
-    Raw4 m_rawPrinterNumOfPrint;
-    Raw2 m_rawBlackInkRemainer;
-    Raw2 m_rawBlueInkRemainer;
-    Raw2 m_rawRedInkRemainer;
-    Raw2 m_rawYellowInkRemainer;
-
-    unsigned long m_dwSupplyType;
-    unsigned long m_dwRemainingToner;
-    unsigned long m_dwWasteToner;
-    unsigned long m_dwOPCRotation;
-    unsigned long m_dwNumberOfPages;
-    unsigned long m_dwNumberOfPrint;
-    unsigned long m_dwPrintDotsCount;
-    unsigned long m_dwPrinterNumOfPages;
-    unsigned long m_dwPrinterNumOfPrint;
-    unsigned long m_dwBlackInkRemainer;
-    unsigned long m_dwBlueInkRemainer;
-    unsigned long m_dwRedInkRemainer;
-    unsigned long m_dwYellowInkRemainer;
-};
-
-/// Decoder of one binary status reply: made, filled by parseRecvBuf, read and discarded. Used by one thread at a time.
-/// Numbers are big-endian in the reply.
-class UtilPrinterStatus : public stReplyFields
-{
-public:
-    /// All fields are zero.
-    UtilPrinterStatus() : stReplyFields() {}
-
-    /// Decodes dwLength bytes. True when the whole layout up to and including the last supplies record lies within
-    /// them; false as soon as a field does not. Ends the process on a supplies record of more than 65 data bytes.
+    /// As above, true for an accepted reply; a fatal one ends the process.
     bool parseRecvBuf(unsigned char* pBuffer, unsigned long dwLength);
 
     /// The number of a supplies value: 2, 3 or 4 bytes big-endian; of any other length, deliberately, the first byte
@@ -108,9 +44,82 @@ public:
         }
     }
 
-    /// Stores one supplies record (dwLength at most 65, pData one byte at least) by its key; an unknown key is skipped.
-    void setSuppliesData(unsigned long dwKey, unsigned char* pData, unsigned long dwLength);
+    /// Stores one supplies record (dwLength at most 65) by its key; an unknown key is skipped. The data of a number has
+    /// one byte at least, which counts also when dwLength is 0.
+    void setSuppliesData(unsigned long dwKey, const unsigned char* pData, unsigned long dwLength);
 
-    /// Address of the raw status byte. Kept for the driver package's tools.
+    /// Address of the raw status byte. Kept, not used by the polling.
     unsigned char* getPrinterStatusValue() { return &m_byStatus; }
+
+    std::vector<unsigned long> m_listErrorCode;
+    std::vector<unsigned long> m_listWarningCode;
+
+    unsigned char m_byHeader = 0;
+    Raw2 m_headerField1{};
+    Raw2 m_headerField2{};
+
+    Raw2 m_vendorNameLength{};
+    Text m_vendorName{};
+    unsigned long m_dwVendorNameLength = 0;
+    Raw2 m_productNameLength{};
+    Text m_productName{};
+    unsigned long m_dwProductNameLength = 0;
+    Raw2 m_serialNumberLength{};
+    Text m_serialNumber{};
+    unsigned long m_dwSerialNumberLength = 0;
+
+    Raw2 m_afterSerialNumber{};
+    unsigned char m_byStatus = 0;
+    Raw2 m_fifthStringLength{};
+    Text m_fifthString{};
+    unsigned long m_dwFifthStringLength = 0;
+
+    unsigned char m_byErrorCount = 0;
+    Raw2 m_lastErrorCode{};
+    unsigned char m_byWarningCount = 0;
+    Raw2 m_lastWarningCode{};
+    unsigned long m_dwErrorCount = 0;
+    unsigned long m_dwWarningCount = 0;
+    unsigned long m_dwStatus = 0;
+
+    Text m_firmwareVersion{};
+    Raw2 m_firmwareVersionLength{};
+
+    unsigned char m_byBeforeSupplies = 0;
+    Raw2 m_beforeSupplies1{};
+    Raw2 m_beforeSupplies2{};
+    unsigned char m_bySuppliesCount = 0;
+    unsigned long m_dwSuppliesCount = 0;
+
+    std::array<char, 65> m_supplySerialNumber{};
+    Raw4 m_rawSupplyType{};
+    Raw2 m_rawRemainingToner{};
+    Raw2 m_rawWasteToner{};
+    Raw2 m_rawOPCRotation{};
+    Raw4 m_rawNumberOfPages{};
+    Raw4 m_rawNumberOfPrint{};
+    Raw2 m_rawPrintDotsCount{};
+    Raw4 m_rawPrinterNumOfPages{};
+    Raw4 m_rawPrinterNumOfPrint{};
+    Raw2 m_rawBlackInkRemainer{};
+    Raw2 m_rawBlueInkRemainer{};
+    Raw2 m_rawRedInkRemainer{};
+    Raw2 m_rawYellowInkRemainer{};
+
+    unsigned long m_dwSupplyType = 0;
+    unsigned long m_dwRemainingToner = 0;
+    unsigned long m_dwWasteToner = 0;
+    unsigned long m_dwOPCRotation = 0;
+    unsigned long m_dwNumberOfPages = 0;
+    unsigned long m_dwNumberOfPrint = 0;
+    unsigned long m_dwPrintDotsCount = 0;
+    unsigned long m_dwPrinterNumOfPages = 0;
+    unsigned long m_dwPrinterNumOfPrint = 0;
+    unsigned long m_dwBlackInkRemainer = 0;
+    unsigned long m_dwBlueInkRemainer = 0;
+    unsigned long m_dwRedInkRemainer = 0;
+    unsigned long m_dwYellowInkRemainer = 0;
 };
+
+/// The record that a decoded reply becomes, with no failed reads. Called from any thread.
+stPrinterState DecodedState(const UtilPrinterStatus& reply);

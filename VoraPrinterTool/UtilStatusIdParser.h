@@ -7,7 +7,7 @@
 
 #include <array>
 
-// The raw numbers of the status reply, as the printer's manual lists them, and what they mean here.
+// The raw numbers of the status reply and what they mean here. Called from any thread.
 
 struct stStatusCode
 {
@@ -24,13 +24,11 @@ struct stErrorCode
 extern const std::array<stStatusCode, 12> c_stStatusCodeList;
 extern const std::array<stErrorCode, 45> c_stErrorCodeList;
 
-/// State for the reply's raw state byte; enStatusUnknown for a number that no printer documents. Called from any
-/// thread.
+/// State for the reply's raw state byte; enStatusUnknown for any other number.
 enPrinterStatus GetPrinterStatusEnum(unsigned long dwRawCode);
 
-/// Error or warning for one raw code, compared whole; enErrorUnknown for any other. Called from any thread.
+/// Error or warning for one raw code, compared whole; enErrorUnknown for any other.
 enErrorStatus GetErrorStatusEnum(unsigned long dwRawCode);
 
-/// Supply type; always enSupplyTypeDefault, the printer's number is deliberately not interpreted. Called from any
-/// thread.
+/// Supply type; always enSupplyTypeDefault, the printer's number is deliberately not interpreted.
 enSupplyType GetTonerTypeEnum(unsigned long dwRawCode);

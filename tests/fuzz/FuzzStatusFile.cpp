@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
-#include "StatusFile.h"
 #include "StatusRendering.h"
 #include "StatusReport.h"
 #include "StatusSource.h"
+#include "UtilStatusFile.h"
 #include "Verdict.h"
 
 #include <algorithm>
@@ -48,7 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
     const stStatusRendering rendering = RenderStatus(options, source);
 
     UtilPrinterStatus decoder;
-    const auto iRead = std::min<std::size_t>(iSize, StatusFile::c_iMaxLength);
+    const auto iRead = std::min<std::size_t>(iSize, c_iMaxStatusLength);
     const enVerdict enResult = Decode(decoder, pData, iRead);
     const QByteArray reply(reinterpret_cast<const char*>(pData), static_cast<int>(iRead));
     EndUnless(ReplyLayout(reply).Fault() == ExpectedFault(enResult));

@@ -4,11 +4,7 @@
 #include "StatusReport.h"
 
 #include "ReplyLabels.h"
-#include "StatusFile.h"
-#include "TrdGetPrinterStatus.h"
-#include "UtilStatusQuery.h"
-
-#include <utility>
+#include "UtilStatusFile.h"
 
 namespace {
 
@@ -30,12 +26,12 @@ const std::array<stReplyLabel, enFailureCount> c_failureLabelList = {{
       "应答被拒绝：第%2字节（%3）声明有%4个数据字节，超过65个时程序会终止"}},
 }};
 
-enReportFailure FailureOfFile(enStatusFileResult enResult)
+enReportFailure FailureOfFile(enFileResult enResult)
 {
     switch (enResult) {
-    case enStatusFileMissing: return enFailureMissing;
-    case enStatusFileNotRegular: return enFailureNotRegular;
-    case enStatusFileUnreadable: return enFailureUnreadable;
+    case enFileMissing: return enFailureMissing;
+    case enFileNotRegular: return enFailureNotRegular;
+    case enFileUnreadable: return enFailureUnreadable;
     default: return enFailureNone;
     }
 }
@@ -106,12 +102,12 @@ QString StatusReport::FailureKey() const
 
 void StatusReport::ReadFile(const QString& strPath)
 {
-    StatusFile file(strPath);
-    m_enFailure = FailureOfFile(file.Read());
-    m_iFileSize = file.m_iSize;
-    m_strErrorMessage = file.m_strErrorMessage;
+    const stFileContent file = ReadStatusFile(strPath);
+    m_enFailure = FailureOfFile(file.enResult);
+    m_iFileSize = file.iSize;
+    m_strErrorMessage = qt_error_string(file.iError);
     if (m_enFailure == enFailureNone) {
-        m_reply = std::move(file.m_content);
+        m_reply = file.content;
         Decode();
     }
 }
@@ -119,12 +115,11 @@ void StatusReport::ReadFile(const QString& strPath)
 void StatusReport::Decode()
 {
     m_layout = ReplyLayout(m_reply);
-    if (!m_layout.IsAccepted()) { // the decoder would end the process on some of these
+    if (!m_layout.IsAccepted()) {
         m_enFailure = m_layout.Fault() == enReplyTruncated ? enFailureTruncated : enFailureFatalSupplies;
         return;
     }
-    auto* pReply = reinterpret_cast<unsigned char*>(m_reply.data());
-    const auto dwLength = static_cast<unsigned long>(m_reply.size());
-    m_decoder.parseRecvBuf(pReply, dwLength);
+    m_decoder.parseReply(reinterpret_cast<const unsigned char*>(m_reply.constData()),
+                         static_cast<unsigned long>(m_reply.size()));
     m_state = DecodedState(m_decoder);
 }

@@ -3,8 +3,7 @@
 
 #include "StatusSource.h"
 
-#include "StatusFile.h"
-#include "TrdDeviceManage.h"
+#include "UtilPrinterList.h"
 
 #include <algorithm>
 
@@ -22,9 +21,8 @@ void StatusSource::Collect(const std::function<void(const StatusReport&)>& handl
     if (!m_options.m_listPath.isEmpty()) {
         return;
     }
-    Watch(c_strCfgPath + c_strPrinterListName);
-    TrdDeviceManage deviceManage;
-    const QList<stPrinterInfo> listPrinter = deviceManage.GetPrinterInfo(true);
+    Watch(PrinterListPath());
+    const QList<stPrinterInfo> listPrinter = ReadPrinterList().value_or(QList<stPrinterInfo>());
     for (const stPrinterInfo& printerInfo : listPrinter) {
         Watch(StatusFilePath(printerInfo.strPrinterName));
         handle(StatusReport::OfPrinter(printerInfo));

@@ -21,7 +21,7 @@ std::atomic<const OpenHook*> s_pOpenHook{nullptr};
 bool IsRefused(const char* pPath)
 {
     const OpenHook* pHook = s_pOpenHook;
-    return pHook != nullptr && pHook->m_path == pPath && !pHook->m_beforeOpen();
+    return pHook != nullptr && (pHook->m_path.isEmpty() || pHook->m_path == pPath) && !pHook->m_beforeOpen();
 }
 
 int HookedOpen(const char* pRealName, const char* pPath, int iFlags, va_list arguments)

@@ -7,9 +7,9 @@
 
 #include <functional>
 
-/// While it lives, open(2) of one path first runs a function, which may throw; the file is opened when that returns
-/// true and refused with EACCES when it returns false. One at a time, in any thread. Works without regard to the user's
-/// rights: root can open what nobody else can.
+/// While it lives, open(2) of one path, or of any when it is empty, first runs a function, which may throw; the file is
+/// opened when that returns true and refused with EACCES when it returns false. One at a time, in any thread. Works
+/// without regard to the user's rights: root can open what nobody else can.
 class OpenHook
 {
 public:

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#include "EndingSignal.h"
 #include "HandMadeReply.h"
 #include "OpenHook.h"
 #include "StatusFolder.h"
@@ -11,7 +12,9 @@
 
 #include <stdexcept>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -57,6 +60,10 @@ private slots:
     void usbReadsTheWorkersOwnPrinter();
     void exceptionCountsAsDecoded_data();
     void exceptionCountsAsDecoded();
+    void exceptionOfTheLogStaysInTheWorker_data();
+    void exceptionOfTheLogStaysInTheWorker();
+    void fatalReplyNamesItsPrinterAndFile_data();
+    void fatalReplyNamesItsPrinterAndFile();
     void fileIsClosed();
 
 private:
@@ -328,6 +335,64 @@ void tst_StatusTransports::exceptionCountsAsDecoded()
     QCOMPARE(iResult, 0);
     QCOMPARE(m_state.strFWVersion, QStringLiteral("kept"));
     QVERIFY2(LogText().endsWith(logEnd), LogText().constData());
+}
+
+void tst_StatusTransports::exceptionOfTheLogStaysInTheWorker_data()
+{
+    QTest::addColumn<bool>("bUsb");
+    QTest::newRow("file") << false;
+    QTest::newRow("USB") << true;
+}
+
+void tst_StatusTransports::exceptionOfTheLogStaysInTheWorker()
+{
+    QFETCH(bool, bUsb);
+    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    m_worker.m_printerManager.printerInfo.strPrinterName = c_strName;
+    QCOMPARE(EndingSignal([&] {
+                 SetLogEnable(true);
+                 int iOpened = 0;
+                 const OpenHook fail(QString(), [&iOpened]() -> bool {
+                     ++iOpened;
+                     throw std::runtime_error("nothing opens today");
+                 });
+                 const int iResult =
+                     bUsb ? m_worker.GetPrinterStatusUSB(c_strName) : m_worker.GetPrinterStatusFile(c_strName, false);
+                 if (iResult != 0 || iOpened != 2) { // the status file and the log
+                     std::raise(SIGUSR1);
+                 }
+             }),
+             0);
+}
+
+void tst_StatusTransports::fatalReplyNamesItsPrinterAndFile_data()
+{
+    QTest::addColumn<QString>("strName");
+    QTest::addColumn<QByteArray>("line");
+    QTest::newRow("Office") << QStringLiteral("Office")
+                            << QByteArray("VoraPrinterTool: ended by the status reply of printer \"Office\" "
+                                          "(/opt/vora/vora-printer-k507/cfg/Office.dat): a supplies record of more "
+                                          "than 65 bytes\n");
+    QTest::newRow("line feed") << QStringLiteral("a\nb")
+                               << QByteArray("VoraPrinterTool: ended by the status reply of printer \"a\\x0Ab\" "
+                                             "(/opt/vora/vora-printer-k507/cfg/a\\x0Ab.dat): a supplies record of "
+                                             "more than 65 bytes\n");
+}
+
+void tst_StatusTransports::fatalReplyNamesItsPrinterAndFile()
+{
+    QFETCH(QString, strName);
+    stStatusReply reply;
+    reply.listSupplies = {{0x7777, QByteArray(66, 'x')}};
+    QVERIFY(StatusFolder().WriteStatus(strName, EncodeStatusReply(reply)));
+    const QByteArray output = "/tmp/standard-error";
+    QCOMPARE(EndingSignal([&] {
+                 const int iFd = ::open(output.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+                 ::dup2(iFd, STDERR_FILENO);
+                 m_worker.GetPrinterStatusFile(strName, false);
+             }),
+             SIGABRT);
+    QTEST(ReadFile(QString::fromLatin1(output)), "line");
 }
 
 void tst_StatusTransports::fileIsClosed()

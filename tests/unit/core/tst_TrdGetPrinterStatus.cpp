@@ -71,6 +71,7 @@ private slots:
     void exceptionPublishesTheStateUnchanged();
     void rebuiltListIsNotWritten_data();
     void rebuiltListIsNotWritten();
+    void newIdentityStays();
     void listIsFreeDuringFileAccess();
     void listCanBeTakenAwayDuringFileAccess();
     void loopFollowsTheFile();
@@ -330,6 +331,29 @@ void tst_TrdGetPrinterStatus::rebuiltListIsNotWritten()
         QCOMPARE(listPrinter.at(i).printerState.enCurrentStatus, 2);
         QCOMPARE(listPrinter.at(i).printerState.strFWVersion, QString());
     }
+}
+
+/// A list with another port, model or connection for the same queue, while the worker reads.
+void tst_TrdGetPrinterStatus::newIdentityStays()
+{
+    QVERIFY(WriteReply(c_strName, ReadyReply()));
+    const stPrinterManager before = NamedPrinter(c_strName, 2);
+    stPrinterManager after = before;
+    after.printerInfo.strPort = QStringLiteral("10.0.0.99");
+    after.printerInfo.enType = QStringLiteral("RB9X");
+    after.printerInfo.iConnectType = before.printerInfo.iConnectType + 1;
+    PrinterList listPrinter{before};
+    CountedWorker counted(0, &listPrinter);
+    const OpenHook rebuild(StatusFolder().StatusPath(c_strName), [&] {
+        const std::lock_guard lock(g_mutexPrinterList);
+        listPrinter = {after};
+        return true;
+    });
+    counted.RunOneCycle();
+    QCOMPARE(listPrinter.at(0).printerState.enCurrentStatus, 3); // the state is the printer's all the same
+    QCOMPARE(listPrinter.at(0).printerInfo.strPort, QStringLiteral("10.0.0.99"));
+    QCOMPARE(listPrinter.at(0).printerInfo.enType, QStringLiteral("RB9X"));
+    QCOMPARE(listPrinter.at(0).printerInfo.iConnectType, before.printerInfo.iConnectType + 1);
 }
 
 void tst_TrdGetPrinterStatus::listIsFreeDuringFileAccess()

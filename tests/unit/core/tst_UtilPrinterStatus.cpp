@@ -77,6 +77,7 @@ private slots:
     void missingErrorCodeIsRejected();
     void fullListsAreDecoded();
     void trailingBytesAreIgnored();
+    void serialNumberMayBeAbsent();
     void oversizedSuppliesRecordEndsTheProcess_data();
     void oversizedSuppliesRecordEndsTheProcess();
     void convertsTheHandMadeReply();
@@ -426,6 +427,15 @@ void tst_UtilPrinterStatus::trailingBytesAreIgnored()
     QVERIFY(Decode(decoder, HandMadeReply() + QByteArray(1000, '\xFF')));
     QCOMPARE(Numbers(decoder),
              (std::vector<unsigned long>{0x00010203, 300, 7, 4660, 256, 5, 1000, 65536, 16909060, 50, 51, 52, 53}));
+}
+
+void tst_UtilPrinterStatus::serialNumberMayBeAbsent()
+{
+    const auto store = [] {
+        UtilPrinterStatus decoder;
+        decoder.setSuppliesData(0x0000, nullptr, 0); // no number is computed of it
+    };
+    QCOMPARE(EndingSignal(store), 0);
 }
 
 void tst_UtilPrinterStatus::oversizedSuppliesRecordEndsTheProcess_data()

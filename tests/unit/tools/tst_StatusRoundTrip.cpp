@@ -30,7 +30,7 @@ struct stCodeOf
     int iValue;
 };
 
-// From the printer's manual; one code of each table is none of it.
+// Raw codes and what they mean; one code of each table is none that is known.
 const QList<stCodeOf> c_listState = {{0x00, 3},  {0x01, 4},  {0x02, 5},  {0x03, 6},  {0x10, 8},  {0x11, 9}, {0x12, 10},
                                      {0x13, 11}, {0x20, 12}, {0x21, 13}, {0x22, 14}, {0x23, 15}, {0x24, 0}, {0xFF, 0}};
 const QList<stCodeOf> c_listError = {
