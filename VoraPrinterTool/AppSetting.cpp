@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QShowEvent>
 
 namespace {
 
@@ -71,6 +72,14 @@ void AppSetting::on_pushButtonCancel_clicked()
 {
     setVisible(false);
     InitOption();
+}
+
+void AppSetting::showEvent(QShowEvent* event)
+{
+    if (!event->spontaneous()) { // opened, not merely brought back by the window manager
+        InitOption();
+    }
+    QWidget::showEvent(event);
 }
 
 void AppSetting::closeEvent(QCloseEvent* event)

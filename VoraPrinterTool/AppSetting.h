@@ -36,6 +36,7 @@ public slots: // of the form's two buttons
     void on_pushButtonCancel_clicked();
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:

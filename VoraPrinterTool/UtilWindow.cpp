@@ -31,6 +31,8 @@ void SetUpFixedWindow(QWidget& window, const QString& strTitle)
     window.setWindowFlags(window.windowFlags() & ~Qt::WindowMaximizeButtonHint);
     window.setFixedSize(window.size());
     window.setWindowTitle(strTitle);
-    const QSize desktop = QGuiApplication::primaryScreen()->virtualSize();
-    window.move((desktop.width() - window.width()) / 2, (desktop.height() - window.height()) / 2);
+    if (const QScreen* pScreen = QGuiApplication::primaryScreen()) { // there may be none for a moment
+        const QSize desktop = pScreen->virtualSize();
+        window.move((desktop.width() - window.width()) / 2, (desktop.height() - window.height()) / 2);
+    }
 }

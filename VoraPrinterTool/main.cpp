@@ -14,7 +14,10 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <cstdio>
+
 #include <malloc.h>
+#include <unistd.h>
 
 namespace {
 constexpr int c_iMaxProcessList = 1024 * 1024; // bytes; whoever may write to the folder may make it longer
@@ -65,6 +68,14 @@ void ShowAlreadyRunning()
     box.exec();
 }
 
+/// Returns the event loop's status when the window is gone.
+int RunWindow(bool bVisible)
+{
+    VoraPrinterToolWidget widget;
+    widget.setVisible(bVisible);
+    return QApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -76,7 +87,10 @@ int main(int argc, char** argv)
         ShowAlreadyRunning();
         return 0;
     }
-    VoraPrinterToolWidget widget;
-    widget.setVisible(!CheckIsHide(argc, argv));
-    return QApplication::exec();
+    const int iStatus = RunWindow(!CheckIsHide(argc, argv));
+    if (VoraPrinterToolWidget::IsWorkerLeftBehind()) {
+        std::fflush(nullptr);
+        ::_exit(iStatus);
+    }
+    return iStatus;
 }

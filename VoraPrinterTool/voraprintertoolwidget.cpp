@@ -25,14 +25,13 @@
 #include <QThread>
 
 #include <array>
-#include <cstdlib>
-
-#include <unistd.h>
 
 namespace {
 
 constexpr int c_iBalloonMSec = 3000;
 constexpr int c_iThreadWaitMSec = 1000;
+
+bool s_bWorkerLeftBehind = false;
 
 enum enColumn
 {
@@ -118,11 +117,13 @@ VoraPrinterToolWidget::~VoraPrinterToolWidget()
             bAllEnded = false;
         }
     }
-    if (!bAllEnded) {
-        // Its command may end at any moment. What it uses then, Qt's global objects too, stays until the process ends.
-        ::on_exit([](int iStatus, void*) { ::_exit(iStatus); }, nullptr);
-    }
+    s_bWorkerLeftBehind = !bAllEnded;
     delete m_pAppSetting;
+}
+
+bool VoraPrinterToolWidget::IsWorkerLeftBehind()
+{
+    return s_bWorkerLeftBehind;
 }
 
 void VoraPrinterToolWidget::InitLog()
@@ -309,7 +310,8 @@ void VoraPrinterToolWidget::SlotUpdatePrinterStatus(int iIndex)
         return;
     }
     SetCellText(*pTable->item(iIndex, enColumnInk), InkText(printer->printerState));
-    SetCellText(*pTable->item(iIndex, enColumnState), AnnounceState(*printer));
+    SetCellText(*pTable->item(iIndex, enColumnState), StateText(printer->printerState));
+    ShowBalloon(*printer);
     DebugOutputPrinterStatus(iIndex);
 }
 
@@ -321,24 +323,28 @@ QString VoraPrinterToolWidget::InkText(const stPrinterState& state)
                              word(state.dwBlackInkRemainer));
 }
 
-/// The state cell's text; raises the balloon of the first error or else of the first warning.
-QString VoraPrinterToolWidget::AnnounceState(const stPrinterManager& printer)
+QString VoraPrinterToolWidget::StateText(const stPrinterState& state) const
 {
-    const QString& strName = printer.printerInfo.strPrinterName;
-    const stPrinterState& state = printer.printerState;
     if (!state.listErrorStatus.isEmpty()) {
-        const QString strError = GetErrorText(state.listErrorStatus.first(), m_iLanguage);
-        m_pTrayIcon->showMessage(strName, strError, QSystemTrayIcon::Critical, c_iBalloonMSec);
-        return strError;
+        return GetErrorText(state.listErrorStatus.first(), m_iLanguage);
     }
     const QString strState = GetStatusText(state.enCurrentStatus, m_iLanguage);
-    if (state.listWarningStatus.isEmpty()) {
+    if (state.listWarningStatus.isEmpty() || state.enCurrentStatus != enStatusPrinting) {
         return strState;
     }
-    const QString strWarning = GetErrorText(state.listWarningStatus.first(), m_iLanguage);
-    m_pTrayIcon->showMessage(strName, strWarning, QSystemTrayIcon::Warning, c_iBalloonMSec);
-    const bool bPrinting = state.enCurrentStatus == enStatusPrinting;
-    return bPrinting ? strState + QLatin1Char('(') + strWarning + QLatin1Char(')') : strState;
+    return strState + QLatin1Char('(') + GetErrorText(state.listWarningStatus.first(), m_iLanguage) + QLatin1Char(')');
+}
+
+/// The first error's or else the first warning's; none without either.
+void VoraPrinterToolWidget::ShowBalloon(const stPrinterManager& printer)
+{
+    const bool bError = !printer.printerState.listErrorStatus.isEmpty();
+    const QList<enErrorStatus>& listCode =
+        bError ? printer.printerState.listErrorStatus : printer.printerState.listWarningStatus;
+    if (!listCode.isEmpty()) {
+        m_pTrayIcon->showMessage(printer.printerInfo.strPrinterName, GetErrorText(listCode.first(), m_iLanguage),
+                                 bError ? QSystemTrayIcon::Critical : QSystemTrayIcon::Warning, c_iBalloonMSec);
+    }
 }
 
 const char* VoraPrinterToolWidget::GetRemainInkStr(int iLevel)

@@ -34,8 +34,12 @@ public:
     explicit VoraPrinterToolWidget(QWidget* parent = nullptr);
 
     /// Tells all workers to stop and waits for them, 1000 ms at most for all together. One that has not ended by then
-    /// is left behind without the list, and the process later ends without destroying global objects.
+    /// is left behind without the list, see IsWorkerLeftBehind.
     ~VoraPrinterToolWidget() override;
+
+    /// Whether the window destroyed last left a worker behind. Its command may end at any moment, so that the process
+    /// has to end without destroying what the worker uses then, Qt's global objects too.
+    static bool IsWorkerLeftBehind();
 
     // Start-up steps, each called once, by the constructor.
     void InitDeviceTable(); ///< columns, headers and widths of the empty table
@@ -51,7 +55,7 @@ public:
     /// An ink level of 0 to 100 per cent in words, UTF-8; "无" (none) for any other number.
     const char* GetRemainInkStr(int iLevel);
 
-    // Permission repair, kept for support builds and not wired to anything.
+    // Permission repair, kept and not wired to anything.
 
     /// chmod 777 on one file; a failure is not reported.
     void ChmodFile(QString strPath);
@@ -92,7 +96,8 @@ private:
     QList<stPrinterManager> PrinterList() const;
     std::optional<stPrinterManager> PrinterAt(int iIndex) const;
     QString InkText(const stPrinterState& state);
-    QString AnnounceState(const stPrinterManager& printer);
+    QString StateText(const stPrinterState& state) const;
+    void ShowBalloon(const stPrinterManager& printer);
 
 public:
     std::unique_ptr<Ui::VoraPrinterToolWidget> ui;

@@ -36,6 +36,8 @@ private slots:
     void formTextsPassThroughTranslation();
     void boxShowsWhetherTheFileExists_data();
     void boxShowsWhetherTheFileExists();
+    void openingShowsWhatIsThereByThen_data();
+    void openingShowsWhatIsThereByThen();
     void okCopiesTheShippedEntry();
     void okKeepsAnExistingEntry();
     void okRemovesTheEntry();
@@ -164,6 +166,23 @@ void tst_AppSetting::boxShowsWhetherTheFileExists()
     AppSetting window;
     QCOMPARE(window.ReadAutoStartOption(), !content.isNull());
     QCOMPARE(window.findChild<QCheckBox*>()->isChecked(), !content.isNull());
+}
+
+void tst_AppSetting::openingShowsWhatIsThereByThen_data()
+{
+    QTest::addColumn<bool>("there");
+    QTest::newRow("made meanwhile") << true;
+    QTest::newRow("removed meanwhile") << false;
+}
+
+void tst_AppSetting::openingShowsWhatIsThereByThen()
+{
+    QFETCH(bool, there);
+    QVERIFY(there || WriteFile(m_strTarget, c_shipped));
+    m_pWindow->InitOption();
+    QVERIFY(there ? WriteFile(m_strTarget, c_shipped) : QFile::remove(m_strTarget));
+    m_pWindow->setVisible(true);
+    QCOMPARE(Box()->isChecked(), there);
 }
 
 void tst_AppSetting::okCopiesTheShippedEntry()

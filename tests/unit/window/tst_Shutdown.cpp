@@ -156,6 +156,7 @@ void tst_Shutdown::destructionFreesWorkersThreadsAndSettings()
     for (const QPointer<QObject>& pOwned : std::as_const(listOwned)) {
         QVERIFY(pOwned.isNull());
     }
+    QVERIFY(!VoraPrinterToolWidget::IsWorkerLeftBehind());
 }
 
 void tst_Shutdown::destructionOfManyWorkersIsBounded()
@@ -186,6 +187,7 @@ void tst_Shutdown::destructionLeavesAHungWorkerAlone()
     pWindow.reset();
     QVERIFY2(timer.elapsed() >= 900, QByteArray::number(timer.elapsed()).constData());
     QVERIFY2(timer.elapsed() < 2500, QByteArray::number(timer.elapsed()).constData());
+    QVERIFY(VoraPrinterToolWidget::IsWorkerLeftBehind());
     QVERIFY(pListWorker.isNull());
     QVERIFY(pThread->isRunning());
     QVERIFY(pWorker->m_bThreadQuit);
