@@ -11,7 +11,8 @@
 #include <optional>
 
 /// Keeps the shared printer list current: looks every three seconds whether the driver package's printer list file has
-/// changed, reads it then and, when the printers differ, replaces the shared list. Lives in a thread of its own.
+/// changed, reads it then and, when the printers differ, replaces the shared list. Lives in a thread of its own; called
+/// from any thread but for the loop.
 class TrdDeviceManage : public UtilThreadBase
 {
     Q_OBJECT
@@ -20,17 +21,17 @@ public:
     explicit TrdDeviceManage(QObject* parent = nullptr);
 
     /// The shared list, owned by the caller; called before the loop starts. A null pointer takes the list away from the
-    /// worker again: when the call returns, the worker no longer touches it. Called from any thread.
+    /// worker again: when the call returns, the worker no longer touches it.
     void Init(QList<stPrinterManager>* pListPrinterManager);
 
     /// The printers of the list file, as ReadPrinterList gives them; none when they are not known just now. The
     /// argument has no effect. Called from any thread.
     QList<stPrinterInfo> GetPrinterInfo(bool bUnused);
 
-    /// Entries for the shared list, each with a reset state. Called from any thread.
+    /// Entries for the shared list, each with a reset state.
     QList<stPrinterManager> GetInitPrinterList(QList<stPrinterInfo> listPrinterInfo);
 
-    // Reset a record. Called from any thread.
+    // Reset a record.
     void InitStPrinterInfo(stPrinterInfo& printerInfo);    ///< all empty, the model "-1"
     void InitStPrinterState(stPrinterState& printerState); ///< off-line, all else empty or 0
 
@@ -40,9 +41,9 @@ signals:
     void SgnUpdatePrinterList();
 
 public slots:
-    /// The worker's loop; returns after a quit request. A second start is ignored.
+    /// The worker's loop; returns after a quit request. A second start is ignored. Called from the worker's thread.
     void SlotTaskStart();
-    void SlotThreadQuit(); ///< ends the loop within 500 ms. Called from any thread.
+    void SlotThreadQuit(); ///< ends the loop within 500 ms
 
 public:
     QList<stPrinterManager>* m_pListPrinterManager = nullptr;

@@ -10,7 +10,7 @@
 #include <QDateTime>
 
 /// Keeps one printer's state current: polls its status file every second, publishes the state into the shared list and
-/// reports what users can see. Lives in a thread of its own.
+/// reports what users can see. Lives in a thread of its own; called from there where nothing else is said.
 class TrdGetPrinterStatus : public UtilThreadBase
 {
     Q_OBJECT
@@ -27,10 +27,10 @@ public:
     bool CheckStatusChange(stPrinterState current, stPrinterState published);
 
     /// Whether the printer needs polling now, and in which interval (milliseconds); asks the print system about a ready
-    /// network printer. Kept, not used by the polling, which comes every second. Called from the worker's thread.
+    /// network printer. Kept, not used by the polling, which comes every second.
     bool CheckNeedStatus(int& iInterval);
 
-    // Transports, each called from the worker's thread. They decode into m_printerManager.printerState and return 0 for
+    // Transports. They decode into m_printerManager.printerState and return 0 for
     // a new reply, a negative number for a failure, in which case the state stays. An exception while a file is read is
     // logged and gives 0 too; the state stays.
 
@@ -52,7 +52,6 @@ public:
 
     /// Decodes a reply into m_printerManager.printerState and returns 0; -1, with the state untouched, when it is
     /// rejected. A fatal reply (enParseFatal) ends the process, with a line on standard error that names the printer.
-    /// Called from the worker's thread.
     int CheckPrinterStatus(unsigned char* pBuffer, unsigned long dwLength);
 
 signals:

@@ -6,7 +6,8 @@
 #include "PrinterCommon.h"
 
 // The texts that users see: the first index is the enumeration value, the second the language.
-// They are part of the product, oddities included, and are not to be normalised.
+// They are part of the product, oddities included, and are not to be normalised. Called
+// from any thread.
 
 enum enLanguage
 {
@@ -18,8 +19,8 @@ enum enLanguage
 extern const QString c_strStatusLanguageText[enStatusCount][enLanguageCount];
 extern const QString c_strErrorDescText[enErrorCount][enLanguageCount];
 
-/// Text of an enPrinterStatus value in an enLanguage; empty for a number outside the table. Called from any thread.
+/// Text of an enPrinterStatus value in an enLanguage; empty for a number outside the table.
 QString GetStatusText(int iStatus, int iLanguage);
 
-/// Text of an enErrorStatus value in an enLanguage; empty for a number outside the table. Called from any thread.
+/// Text of an enErrorStatus value in an enLanguage; empty for a number outside the table.
 QString GetErrorText(int iError, int iLanguage);

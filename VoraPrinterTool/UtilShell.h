@@ -6,9 +6,11 @@
 #include <QByteArray>
 #include <QString>
 
+// Called from any thread.
+
 /// The text as one literal word of a shell command, in the local 8-bit encoding, whatever it holds but a zero, which
-/// ends a command. Called from any thread.
+/// ends a command.
 QByteArray QuoteForShell(const QString& strText);
 
-/// Runs a command with the system shell and waits for its end; its result is of no interest. Called from any thread.
+/// Runs a command with the system shell and waits for its end; its result is of no interest.
 void RunShellCommand(const QByteArray& command);

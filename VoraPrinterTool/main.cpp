@@ -16,7 +16,6 @@
 
 #include <cstdio>
 
-#include <malloc.h>
 #include <unistd.h>
 
 namespace {
@@ -80,7 +79,6 @@ int RunWindow(bool bVisible)
 
 int main(int argc, char** argv)
 {
-    ::mallopt(M_ARENA_MAX, 1); // the workers hardly allocate: one heap for all takes less memory than one for each
     QApplication application(argc, argv);
     LetSessionEnd();
     if (CheckIsRunning()) {

@@ -94,13 +94,17 @@ void BenchDecode(const BenchOptions& options, Figures& figures)
     const auto build = [&] { BuildRecord(record, ready); };
     const stPair pair = MedianPair(
         options.m_iRuns, [&] { return CpuUSecOf(iCalls, decode); }, [&] { return CpuUSecOf(iCalls, build); });
-    figures.Add({QStringLiteral("decode"), QStringLiteral("decode and convert one rich reply"), QStringLiteral("µs"),
-                 pair.dValue, pair.dFloor, stBudget{stBudget::enRatio, 2}});
+    figures.Add({QStringLiteral("decode"),
+                 QStringLiteral("decode and convert one rich reply"),
+                 QStringLiteral("µs"),
+                 pair.dValue,
+                 pair.dFloor,
+                 {}});
 
     figures.Add({QStringLiteral("decode-allocations"),
                  QStringLiteral("heap allocations of the decoder, two code lists"),
                  QString(),
                  static_cast<double>(DecoderAllocations(reply)),
                  {},
-                 stBudget{stBudget::enValue, 2}});
+                 {}});
 }

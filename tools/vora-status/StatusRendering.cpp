@@ -8,10 +8,10 @@
 #include "ReportHex.h"
 #include "ReportJson.h"
 #include "ReportText.h"
-#include "StatusFile.h"
 #include "StatusReport.h"
 #include "StatusSource.h"
 #include "ToolOutput.h"
+#include "UtilStatusFile.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -36,10 +36,10 @@ QString Message(const StatusReport& report, enLanguage enLang)
     if (!report.IsDecoded()) {
         return report.m_strName + QString::fromUtf8(ByLanguage(enLang, ": ", "：")) + report.FailureText(enLang);
     }
-    if (report.m_iFileSize > StatusFile::c_iMaxLength) {
+    if (report.m_iFileSize > c_iMaxStatusLength) {
         const QString strText = QString::fromUtf8(
             ByLanguage(enLang, ": has %1 bytes, only the first %2 are read", "：有%1字节，只读取前%2字节"));
-        return report.m_strName + strText.arg(report.m_iFileSize).arg(StatusFile::c_iMaxLength);
+        return report.m_strName + strText.arg(report.m_iFileSize).arg(c_iMaxStatusLength);
     }
     return QString();
 }
