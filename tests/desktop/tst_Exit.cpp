@@ -9,6 +9,7 @@ class tst_Exit : public DesktopTest
     Q_OBJECT
 
 private slots:
+    void initTestCase() { qputenv("VORA_REAL_TIME", "1"); } // the workers end within their pauses
     void windowShown();
     void windowHidden();
     void settingsOpen();

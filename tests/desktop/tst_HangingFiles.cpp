@@ -92,7 +92,7 @@ void tst_HangingFiles::hangingFolderHoldsUpNeitherWindowNorExit()
     QVERIFY2(server.m_iError == 0, std::strerror(server.m_iError));
     QElapsedTimer timer;
     timer.start();
-    while (timer.elapsed() < 4000) { // the list's worker hangs by then as well
+    while (timer.elapsed() < 4 * Tool::PauseMSec()) { // the list's worker hangs by then as well
         QCOMPARE(State(0), QStringLiteral("就绪"));
         QTest::qWait(10);
     }

@@ -4,7 +4,7 @@
 #include "DesktopTest.h"
 
 namespace {
-constexpr int c_iTimeOutMSec = 15000; // the list is read every three seconds of an idle machine
+constexpr int c_iTimeOutMSec = 15000;
 } // namespace
 
 /// The table's rows and the driver package's list of printers.

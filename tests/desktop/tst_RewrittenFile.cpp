@@ -14,7 +14,7 @@
 namespace {
 
 constexpr int c_iReaders = 40;
-constexpr int c_iRewrites = 100000;
+constexpr int c_iRewrites = 20000;
 constexpr int c_iLooks = 10 * c_iReaders; // at rows with each of the replies
 
 const QByteArray c_path = "/tmp/rewritten.dat";
@@ -134,13 +134,13 @@ tst_RewrittenFile::stSeen tst_RewrittenFile::WatchWhile(const Rewriter& writer)
     stSeen seen;
     while (writer.m_iRewrites < c_iRewrites || seen.iFirst < c_iLooks || seen.iSecond < c_iLooks) {
         for (int iRow = 1; iRow <= c_iReaders; ++iRow) {
-            // Within less than a second, the program's pause, a row that is in one state before and after was not in
-            // another one between.
+            // Within less than the program's pause a row that is in one state before and after was not in another one
+            // between.
             QElapsedTimer timer;
             timer.start();
             const QString strState = State(iRow);
             const QStringList listRow = {strState, Ink(iRow)};
-            if (State(iRow) == strState && timer.elapsed() < 900) {
+            if (State(iRow) == strState && timer.elapsed() < Tool::PauseMSec() * 9 / 10) {
                 ++(listRow == c_listFirst ? seen.iFirst : listRow == c_listSecond ? seen.iSecond : seen.iOther);
             }
         }

@@ -15,14 +15,16 @@
 namespace {
 
 constexpr int c_iPrinters = 200;
-constexpr int c_iTimeOutMSec = 30000; // for what takes three seconds on an idle machine
-constexpr int c_iStepsToShow = 3;     // a state is written three seconds before it must be seen
+constexpr int c_iTimeOutMSec = 30000; // for what takes three pauses of the program on an idle machine
+constexpr int c_iStepsToShow = 3;     // a state is written three pauses before it must be seen
 constexpr int c_iStepsToWarmUp = 20;
 constexpr int c_iStepsToALook = 5;
 constexpr int c_iStepsToAListChange = 3;
 constexpr int c_iLongMinutes = 30;
 constexpr int c_iMaxGrowthKB = 100;   // over the last 20 minutes
 constexpr int c_iLateDescriptors = 4; // what Qt opens for itself after the first look
+
+constexpr int c_iStepsToAMinute = 60;
 
 int s_iMinutes = 1;
 
@@ -116,7 +118,7 @@ void tst_Endurance::ChangeState(PrinterPark& park, int iStep)
     ++m_iStateChanges;
 }
 
-/// Of the states that were written three seconds ago.
+/// Of the states that were written three steps ago.
 void tst_Endurance::CheckState(PrinterPark& park, int iStep)
 {
     while (!m_listWritten.isEmpty() && m_listWritten.first().iStep <= iStep - c_iStepsToShow) {
@@ -192,11 +194,11 @@ void tst_Endurance::TakeStep(const NotificationServer& server, PrinterPark& park
 void tst_Endurance::TakeSteps(const NotificationServer& server, PrinterPark& park)
 {
     m_sinceStart.start();
-    for (int iStep = 0; m_sinceStart.elapsed() < s_iMinutes * 60000 && !QTest::currentTestFailed(); ++iStep) {
+    for (int iStep = 0; iStep < s_iMinutes * c_iStepsToAMinute && !QTest::currentTestFailed(); ++iStep) {
         QElapsedTimer sinceStep;
         sinceStep.start();
         TakeStep(server, park, iStep);
-        QTest::qWait(static_cast<int>(std::max<qint64>(0, 1000 - sinceStep.elapsed())));
+        QTest::qWait(static_cast<int>(std::max<qint64>(0, Tool::PauseMSec() - sinceStep.elapsed())));
     }
 }
 
@@ -226,7 +228,7 @@ void tst_Endurance::CheckEveryRow(const PrinterPark& park) const
 
 void tst_Endurance::CheckGrowth()
 {
-    const double dEndOfFirstThird = static_cast<double>(s_iMinutes) / 3;
+    const double dEndOfFirstThird = m_listFigures.last().dMinutes / 3;
     while (m_listFigures.first().dMinutes < dEndOfFirstThird) {
         m_listFigures.removeFirst();
     }
@@ -298,11 +300,12 @@ void tst_Endurance::workersStayWhenTheListShrinks()
     }
 }
 
-/// tst_Endurance [MINUTES] [what a test program takes]
+/// tst_Endurance [MINUTES] [what a test program takes]. Without MINUTES as many steps as a minute has, of a tenth each.
 int main(int argc, char** argv)
 {
     if (argc > 1 && std::atoi(argv[1]) > 0) {
         s_iMinutes = std::atoi(argv[1]);
+        qputenv("VORA_REAL_TIME", "1");
         argv[1] = argv[0];
         --argc;
         ++argv;

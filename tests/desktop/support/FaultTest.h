@@ -12,7 +12,7 @@ class FaultTest : public DesktopTest
     Q_OBJECT
 
 protected:
-    static constexpr int c_iTimeOutMSec = 40000; // eleven failed reads, one a second on an idle machine
+    static constexpr int c_iTimeOutMSec = 40000; // eleven failed reads
 
     /// Starts the tool with the neighbour in row 0 and these printers in the rows below it, all ready.
     void StartBeside(const QStringList& listName);

@@ -5,6 +5,16 @@
 
 #include <QFileInfo>
 
+namespace {
+const QString c_strPreload = QStringLiteral("LD_PRELOAD");
+const QString c_strSanitizer = QStringLiteral("ASAN_OPTIONS");
+
+bool IsInRealTime()
+{
+    return qEnvironmentVariableIsSet("VORA_REAL_TIME");
+}
+} // namespace
+
 Tool::Tool(const QString& strProgram) : m_strProgram(strProgram), m_strClass(QFileInfo(strProgram).fileName())
 {
     m_process.setProcessChannelMode(QProcess::MergedChannels);
@@ -26,9 +36,20 @@ void Tool::Start(const QStringList& listArgument)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+    if (!IsInRealTime()) {
+        const QString strOthers = environment.value(c_strPreload);
+        environment.insert(c_strPreload, strOthers + QStringLiteral(" " VORA_SHORT_SLEEP));
+        const QString strOptions = environment.value(c_strSanitizer);
+        environment.insert(c_strSanitizer, strOptions + QStringLiteral(":verify_asan_link_order=0"));
+    }
     m_process.setProcessEnvironment(environment);
     m_process.start(m_strProgram, listArgument);
     m_process.waitForStarted();
+}
+
+int Tool::PauseMSec()
+{
+    return IsInRealTime() ? 1000 : 100;
 }
 
 std::optional<Desktop::Window> Tool::MainWindow() const

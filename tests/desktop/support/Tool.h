@@ -18,6 +18,10 @@ public:
     void Start(const QStringList& listArgument = {});
     QProcess& Process() { return m_process; }
 
+    /// How long the program waits between two looks at a status file: a tenth of what it asks for, as in all of its
+    /// pauses, unless VORA_REAL_TIME is set.
+    static int PauseMSec();
+
     /// The file with what the program wrote to its standard output and standard error.
     QString OutputPath() const;
 

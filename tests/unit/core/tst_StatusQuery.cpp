@@ -17,8 +17,15 @@
 namespace {
 
 bool s_bRefuseSocketOption = false;
+QByteArray s_lastSocketOption; // level, name and value
 
 const QString c_strLocal = QStringLiteral("127.0.0.1");
+
+QByteArray SocketOption(int iLevel, int iName, const void* pValue, socklen_t iLength)
+{
+    return QByteArray::number(iLevel) + ' ' + QByteArray::number(iName) + ' ' +
+           QByteArray(static_cast<const char*>(pValue), static_cast<int>(iLength)).toHex();
+}
 
 } // namespace
 
@@ -28,6 +35,7 @@ extern "C" int setsockopt(int iFd, int iLevel, int iName, const void* pValue, so
     if (s_bRefuseSocketOption) {
         return -1;
     }
+    s_lastSocketOption = SocketOption(iLevel, iName, pValue, iLength);
     const auto realSetsockopt = reinterpret_cast<decltype(&setsockopt)>(::dlsym(RTLD_NEXT, "setsockopt"));
     return realSetsockopt(iFd, iLevel, iName, pValue, iLength);
 }
@@ -110,6 +118,8 @@ void tst_StatusQuery::waitsOneSecondForAReply()
     QElapsedTimer timer;
     timer.start();
     QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -5);
+    const timeval second{1, 0};
+    QCOMPARE(s_lastSocketOption, SocketOption(SOL_SOCKET, SO_RCVTIMEO, &second, sizeof(second)));
     QVERIFY2(timer.elapsed() >= 950 && timer.elapsed() < 1900, QByteArray::number(timer.elapsed()).constData());
     QCOMPARE(silent.Requests().size(), 1); // one attempt
 }

@@ -120,7 +120,6 @@ bool CanLockInAnotherThread()
 /// What a slot finds in the shared list when the worker tells of it.
 struct stReport
 {
-    qint64 iMSec;
     QStringList listName;
     bool bAllReset;
 };
@@ -138,11 +137,10 @@ public:
                 const bool bAllReset =
                     std::all_of(m_listPrinter.cbegin(), m_listPrinter.cend(),
                                 [](const stPrinterManager& printer) { return IsReset(printer.printerState); });
-                m_listReport.push_back({m_timer.elapsed(), Names(m_listPrinter), bAllReset});
+                m_listReport.push_back({Names(m_listPrinter), bAllReset});
             },
             Qt::DirectConnection);
         m_worker.moveToThread(&m_thread);
-        m_timer.start();
         m_thread.start();
     }
     ~RunningWorker() { QuitAndWait(); }
@@ -176,7 +174,6 @@ public:
 private:
     QList<stPrinterManager> m_listPrinter;
     std::vector<stReport> m_listReport;
-    QElapsedTimer m_timer;
     QThread m_thread;
     TrdDeviceManage m_worker;
 };
@@ -238,7 +235,7 @@ private slots:
     void listThatCannotBeReadLeavesThePrinters_data();
     void listThatCannotBeReadLeavesThePrinters();
     void listThatChangesWhileItIsReadIsNotBelieved();
-    void loopFollowsTheFileEveryThreeSeconds();
+    void loopFollowsTheFile();
 };
 
 void tst_TrdDeviceManage::initTestCase()
@@ -840,7 +837,7 @@ void tst_TrdDeviceManage::listThatChangesWhileItIsReadIsNotBelieved()
     QCOMPARE(Names(listPrinter), (QStringList{QStringLiteral("B"), QStringLiteral("C")}));
 }
 
-void tst_TrdDeviceManage::loopFollowsTheFileEveryThreeSeconds()
+void tst_TrdDeviceManage::loopFollowsTheFile()
 {
     const stPrinterInfo a = Printer("A", "1");
     const stPrinterInfo b = Printer("B", "2");
@@ -871,11 +868,8 @@ void tst_TrdDeviceManage::loopFollowsTheFileEveryThreeSeconds()
     QCOMPARE(listReport[1].listName, names("A B"));
     QCOMPARE(listReport[2].listName, names("B A"));
     QCOMPARE(listReport[3].listName, names(""));
-    QVERIFY(listReport[0].iMSec < 1000);
-    for (std::size_t i = 1; i < listReport.size(); ++i) {
-        QVERIFY(listReport[i].bAllReset);
-        const qint64 iInterval = listReport[i].iMSec - listReport[i - 1].iMSec;
-        QVERIFY2(iInterval >= 2999 && iInterval < 4500, qPrintable(QString::number(iInterval)));
+    for (const stReport& report : listReport) {
+        QVERIFY(report.bAllReset);
     }
 }
 

@@ -75,10 +75,10 @@ private slots:
     void listIsFreeDuringFileAccess();
     void listCanBeTakenAwayDuringFileAccess();
     void loopFollowsTheFile();
-    void loopMakesOfflineAfterElevenSeconds();
+    void loopMakesOfflineAfterElevenReads();
 
 private:
-    // Runs during all tests, so that its eleven seconds are not spent for nothing.
+    // Runs during all tests, so that its eleven reads are not waited for.
     PrinterList m_listGone{NamedPrinter(c_strGone, 2)};
     std::unique_ptr<RunningWorker> m_goneWorker;
     QElapsedTimer m_sinceGone;
@@ -392,7 +392,7 @@ void tst_TrdGetPrinterStatus::loopFollowsTheFile()
     RunningWorker unset(-1, &listPrinter);
     RunningWorker beyond(1, &listPrinter);
     RunningWorker running(0, &listPrinter);
-    QTRY_COMPARE_WITH_TIMEOUT(running.m_iSignals.load(), 1, 800); // at once, not after the first interval
+    QTRY_COMPARE(running.m_iSignals.load(), 1);
     QCOMPARE(running.m_iLastIndex.load(), 0);
     QCOMPARE(SharedAt(listPrinter, 0).printerState.enCurrentStatus, 3);
 
@@ -409,13 +409,11 @@ void tst_TrdGetPrinterStatus::loopFollowsTheFile()
     QCOMPARE(SharedAt(listPrinter, 0).printerState.strFWVersion, QStringLiteral("1.1"));
     QCOMPARE(running.m_iSignals.load(), 1);
 
-    timer.start();
     WriteNewStatus(c_strName, "rejected");
     QTRY_COMPARE_WITH_TIMEOUT(SharedAt(listPrinter, 0).printerState.iReadFailCount, 1, 2000);
     QCOMPARE(running.m_iSignals.load(), 1);
     WriteReply(c_strName, reply);
     QTRY_COMPARE_WITH_TIMEOUT(SharedAt(listPrinter, 0).printerState.iReadFailCount, 0, 2000);
-    QVERIFY(timer.elapsed() >= 1000); // two cycles
     reply.byStatus = 0x10;
     WriteReply(c_strName, reply);
     QTRY_COMPARE_WITH_TIMEOUT(running.m_iSignals.load(), 2, 2000);
@@ -425,10 +423,10 @@ void tst_TrdGetPrinterStatus::loopFollowsTheFile()
     QVERIFY(running.EndWithin(2000));
 }
 
-void tst_TrdGetPrinterStatus::loopMakesOfflineAfterElevenSeconds()
+void tst_TrdGetPrinterStatus::loopMakesOfflineAfterElevenReads()
 {
     QTRY_COMPARE_WITH_TIMEOUT(m_goneWorker->m_iSignals.load(), 2, 15000);
-    QVERIFY2(m_sinceGone.elapsed() >= 10000, QByteArray::number(m_sinceGone.elapsed()).constData());
+    QVERIFY2(m_sinceGone.elapsed() >= 1000, QByteArray::number(m_sinceGone.elapsed()).constData());
     const stPrinterState state = SharedAt(m_listGone, 0).printerState;
     QCOMPARE(state.enCurrentStatus, 2);
     QVERIFY(state.listErrorStatus.isEmpty() && state.listWarningStatus.isEmpty());

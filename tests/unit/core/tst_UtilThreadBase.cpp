@@ -5,9 +5,8 @@
 
 #include <QtTest>
 
-#include <chrono>
 #include <limits>
-#include <thread>
+#include <numeric>
 #include <vector>
 
 #include <unistd.h>
@@ -17,34 +16,33 @@ Q_DECLARE_METATYPE(std::vector<useconds_t>)
 namespace {
 
 std::vector<useconds_t> s_listSlept;
+UtilThreadBase* s_pQuitting = nullptr; // told to quit when that much has been slept
+useconds_t s_dwQuitAfter = 0;
 
-/// Sets the quit flag from another thread some time after its making.
-class QuitLater
+/// Sleeps with the quit flag set in the middle: after that many milliseconds, 0 for before all.
+std::vector<useconds_t> SleptUntilQuit(int iMSec, int iQuitAtMSec)
 {
-public:
-    QuitLater(UtilThreadBase& worker, int iMSec)
-        : m_thread([&worker, iMSec] {
-            std::this_thread::sleep_for(std::chrono::milliseconds(iMSec));
-            worker.m_bThreadQuit = true;
-        })
-    {
-    }
-    ~QuitLater() { m_thread.join(); }
-    QuitLater(const QuitLater&) = delete;
-    QuitLater& operator=(const QuitLater&) = delete;
-
-private:
-    std::thread m_thread;
-};
+    UtilThreadBase worker;
+    worker.m_bThreadQuit = iQuitAtMSec == 0;
+    s_pQuitting = &worker;
+    s_dwQuitAfter = static_cast<useconds_t>(iQuitAtMSec) * 1000;
+    s_listSlept.clear();
+    const bool bQuit = worker.WaitForSleep(iMSec);
+    s_pQuitting = nullptr;
+    return bQuit ? s_listSlept : std::vector<useconds_t>{0};
+}
 
 } // namespace
 
-/// Stands for the C library's function of that name.
+/// Stands for the C library's function of that name: notes what is asked for and takes no time.
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the C library names it otherwise
 int usleep(useconds_t dwMicroSec)
 {
     s_listSlept.push_back(dwMicroSec);
-    std::this_thread::sleep_for(std::chrono::microseconds(dwMicroSec));
+    const useconds_t dwSlept = std::accumulate(s_listSlept.begin(), s_listSlept.end(), useconds_t(0));
+    if (s_pQuitting != nullptr && dwSlept >= s_dwQuitAfter) {
+        s_pQuitting->m_bThreadQuit = true;
+    }
     return 0;
 }
 
@@ -58,14 +56,10 @@ private slots:
     void metaObjectOnlyNamesTheClass();
     void zeroAndNegativeReturnAtOnce_data();
     void zeroAndNegativeReturnAtOnce();
-    void sleepsSlicesAndRemainder_data();
-    void sleepsSlicesAndRemainder();
     void slicesHaveTheirLength_data();
     void slicesHaveTheirLength();
-    void quitWhileSleeping_data();
-    void quitWhileSleeping();
-    void quitBeforeSleeping_data();
-    void quitBeforeSleeping();
+    void quitIsSeenBeforeEachSlice_data();
+    void quitIsSeenBeforeEachSlice();
     void neverTouchesTheFlags();
 };
 
@@ -115,32 +109,9 @@ void tst_UtilThreadBase::zeroAndNegativeReturnAtOnce()
     QFETCH(const bool, quit);
     UtilThreadBase worker;
     worker.m_bThreadQuit = quit;
-    QElapsedTimer timer;
-    timer.start();
+    s_listSlept.clear();
     QCOMPARE(worker.WaitForSleep(mSec), quit);
-    QVERIFY2(timer.elapsed() < 400, qPrintable(QString::number(timer.elapsed())));
-}
-
-void tst_UtilThreadBase::sleepsSlicesAndRemainder_data()
-{
-    QTest::addColumn<int>("mSec");
-    QTest::newRow("remainder alone") << 1;
-    QTest::newRow("longest remainder") << 499;
-    QTest::newRow("one slice") << 500;
-    QTest::newRow("one slice and the shortest remainder") << 501;
-    QTest::newRow("two slices and a remainder") << 1200;
-}
-
-void tst_UtilThreadBase::sleepsSlicesAndRemainder()
-{
-    QFETCH(const int, mSec);
-    UtilThreadBase worker;
-    QElapsedTimer timer;
-    timer.start();
-    QVERIFY(!worker.WaitForSleep(mSec));
-    const qint64 iElapsed = timer.elapsed();
-    QVERIFY2(iElapsed >= mSec, qPrintable(QString::number(iElapsed)));
-    QVERIFY2(iElapsed < mSec + 450, qPrintable(QString::number(iElapsed)));
+    QVERIFY(s_listSlept.empty());
 }
 
 void tst_UtilThreadBase::slicesHaveTheirLength_data()
@@ -149,9 +120,12 @@ void tst_UtilThreadBase::slicesHaveTheirLength_data()
     QTest::addColumn<int>("mSec");
     QTest::addColumn<List>("slept");
     QTest::newRow("nothing") << 0 << List{};
-    QTest::newRow("remainder alone") << 3 << List{3000};
+    QTest::newRow("remainder alone") << 1 << List{1000};
+    QTest::newRow("longest remainder") << 499 << List{499000};
     QTest::newRow("one slice") << 500 << List{500000};
-    QTest::newRow("two slices and a remainder") << 1001 << List{500000, 500000, 1000};
+    QTest::newRow("one slice and the shortest remainder") << 501 << List{500000, 1000};
+    QTest::newRow("two slices and a remainder") << 1200 << List{500000, 500000, 200000};
+    QTest::newRow("six slices") << 3000 << List(6, 500000);
 }
 
 void tst_UtilThreadBase::slicesHaveTheirLength()
@@ -162,61 +136,29 @@ void tst_UtilThreadBase::slicesHaveTheirLength()
     QTEST(s_listSlept, "slept");
 }
 
-void tst_UtilThreadBase::quitWhileSleeping_data()
+void tst_UtilThreadBase::quitIsSeenBeforeEachSlice_data()
 {
+    using List = std::vector<useconds_t>;
     QTest::addColumn<int>("mSec");
     QTest::addColumn<int>("quitAt");
-    QTest::addColumn<int>("atLeast");
-    QTest::addColumn<int>("below");
-    QTest::newRow("remainder alone is not cut short") << 499 << 50 << 499 << 900;
-    QTest::newRow("first of two slices") << 1200 << 50 << 500 << 1000;
-    QTest::newRow("first of two slices, no remainder after it") << 1499 << 50 << 500 << 999;
-    QTest::newRow("second of six slices") << 3000 << 700 << 1000 << 1500;
-    QTest::newRow("last slice") << 500 << 50 << 500 << 950;
-    QTest::newRow("last slice, remainder is slept all the same") << 900 << 50 << 900 << 1350;
-    QTest::newRow("remainder after a slice") << 900 << 600 << 900 << 1350;
+    QTest::addColumn<List>("slept");
+    QTest::newRow("remainder alone is not cut short") << 499 << 50 << List{499000};
+    QTest::newRow("first of two slices, no remainder after it") << 1200 << 50 << List{500000};
+    QTest::newRow("second of six slices") << 3000 << 700 << List{500000, 500000};
+    QTest::newRow("last slice") << 500 << 50 << List{500000};
+    QTest::newRow("last slice, remainder is slept all the same") << 900 << 50 << List{500000, 400000};
+    QTest::newRow("remainder after a slice") << 900 << 600 << List{500000, 400000};
+    QTest::newRow("before one slice") << 500 << 0 << List{};
+    QTest::newRow("before slice and remainder") << 999 << 0 << List{};
+    QTest::newRow("before six slices") << 3000 << 0 << List{};
+    QTest::newRow("before a remainder alone, which is slept") << 499 << 0 << List{499000};
 }
 
-void tst_UtilThreadBase::quitWhileSleeping()
+void tst_UtilThreadBase::quitIsSeenBeforeEachSlice()
 {
     QFETCH(const int, mSec);
     QFETCH(const int, quitAt);
-    QFETCH(const int, atLeast);
-    QFETCH(const int, below);
-    UtilThreadBase worker;
-    QElapsedTimer timer;
-    timer.start();
-    const QuitLater quit(worker, quitAt);
-    QVERIFY(worker.WaitForSleep(mSec));
-    const qint64 iElapsed = timer.elapsed();
-    QVERIFY2(iElapsed >= atLeast, qPrintable(QString::number(iElapsed)));
-    QVERIFY2(iElapsed < below, qPrintable(QString::number(iElapsed)));
-}
-
-void tst_UtilThreadBase::quitBeforeSleeping_data()
-{
-    QTest::addColumn<int>("mSec");
-    QTest::addColumn<int>("atLeast");
-    QTest::addColumn<int>("below");
-    QTest::newRow("one slice") << 500 << 0 << 400;
-    QTest::newRow("slice and remainder") << 999 << 0 << 400;
-    QTest::newRow("six slices") << 3000 << 0 << 400;
-    QTest::newRow("remainder alone is slept") << 499 << 499 << 950;
-}
-
-void tst_UtilThreadBase::quitBeforeSleeping()
-{
-    QFETCH(const int, mSec);
-    QFETCH(const int, atLeast);
-    QFETCH(const int, below);
-    UtilThreadBase worker;
-    worker.m_bThreadQuit = true;
-    QElapsedTimer timer;
-    timer.start();
-    QVERIFY(worker.WaitForSleep(mSec));
-    const qint64 iElapsed = timer.elapsed();
-    QVERIFY2(iElapsed >= atLeast, qPrintable(QString::number(iElapsed)));
-    QVERIFY2(iElapsed < below, qPrintable(QString::number(iElapsed)));
+    QTEST(SleptUntilQuit(mSec, quitAt), "slept");
 }
 
 void tst_UtilThreadBase::neverTouchesTheFlags()

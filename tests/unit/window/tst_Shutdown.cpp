@@ -16,8 +16,19 @@
 #include <QtTest>
 
 #include <memory>
+#include <vector>
+
+#include <dlfcn.h>
 
 namespace {
+
+/// A wait for a thread: when it began and until when it may last, milliseconds of Qt's clock.
+struct stWait
+{
+    qint64 iBegin;
+    qint64 iDeadline;
+};
+std::vector<stWait> s_listWait;
 
 constexpr int c_iNotEnded = 99;
 
@@ -35,6 +46,15 @@ int RunEventLoop()
 
 } // namespace
 
+/// Stands for Qt's function of that name: notes what is asked for.
+bool QThread::wait(QDeadlineTimer deadline)
+{
+    s_listWait.push_back({QDeadlineTimer::current().deadline(), deadline.deadline()});
+    const auto realWait =
+        reinterpret_cast<bool (*)(QThread*, QDeadlineTimer)>(::dlsym(RTLD_NEXT, "_ZN7QThread4waitE14QDeadlineTimer"));
+    return realWait(this, deadline);
+}
+
 class tst_Shutdown : public QObject
 {
     Q_OBJECT
@@ -48,6 +68,7 @@ private slots:
     void closingTheLastWindowKeepsTheLoopRunning();
     void destructionFreesWorkersThreadsAndSettings();
     void destructionOfManyWorkersIsBounded();
+    void destructionWaitsOneSecondForAllThreads();
     void destructionLeavesAHungWorkerAlone();
     void destructionWithSeveralHungWorkersWaitsOnce();
     void destructionFreesTheIdleBehindAHungWorker();
@@ -169,6 +190,23 @@ void tst_Shutdown::destructionOfManyWorkersIsBounded()
     timer.start();
     pWindow.reset();
     QVERIFY2(timer.elapsed() < 3000, QByteArray::number(timer.elapsed()).constData());
+}
+
+void tst_Shutdown::destructionWaitsOneSecondForAllThreads()
+{
+    WritePrinters(3, 0x00);
+    auto pWindow = std::make_unique<VoraPrinterToolWidget>();
+    QTRY_COMPARE(pWindow->m_listTrdGetPrinterStatus.size(), 3);
+    ShowOrderOfEnds(*pWindow);
+    s_listWait.clear();
+    const qint64 iBegin = QDeadlineTimer::current().deadline();
+    pWindow.reset();
+    QCOMPARE(s_listWait.size(), std::size_t(4)); // and the list's
+    QVERIFY(s_listWait.front().iDeadline >= iBegin + 1000);
+    QVERIFY(s_listWait.front().iDeadline <= s_listWait.front().iBegin + 1000);
+    for (const stWait& wait : s_listWait) {
+        QCOMPARE(wait.iDeadline, s_listWait.front().iDeadline);
+    }
 }
 
 void tst_Shutdown::destructionLeavesAHungWorkerAlone()
