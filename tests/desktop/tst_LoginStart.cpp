@@ -231,7 +231,7 @@ void tst_LoginStart::startsAnywayWithoutPanel()
     if (QTest::currentTestFailed()) {
         return;
     }
-    QTRY_VERIFY_WITH_TIMEOUT(IsTool(login), 5000);
+    QTRY_VERIFY_WITH_TIMEOUT(IsTool(login), 1500);
     QVERIFY2(timer.elapsed() >= 3000, QByteArray::number(timer.elapsed()));
 }
 

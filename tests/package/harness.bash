@@ -30,3 +30,33 @@ wait_until()
         sleep 0.1
     done
 }
+
+# count_cases FILE: counts what run_cases said, and is false when anything failed.
+count_cases()
+{
+    local failed
+    failed=$(grep -c '^FAIL!' "$1" || true)
+    echo "Totals: $(grep -c '^PASS ' "$1") passed, $failed failed, 0 skipped, 0 blacklisted, 0ms"
+    [ "$failed" -eq 0 ]
+}
+
+# copy_tree SOURCE FOLDER DATE: a copy that seems to have been made then.
+copy_tree()
+{
+    mkdir "$2"
+    tar -c -C "$1" --mtime="$3" --exclude-vcs --exclude='./build*' . | tar -x -C "$2"
+}
+
+# build_packages TREE FOLDER [OPTION...]: ends the script when the tree does not build.
+build_packages()
+{
+    local log
+    log=$(mktemp)
+    if ! "$1/packaging/build-deb" "${@:3}" "$2" >"$log" 2>&1; then
+        cat "$log"
+        echo "FAIL!  : package::build()"
+        echo "Totals: 0 passed, 1 failed, 0 skipped, 0 blacklisted, 0ms"
+        exit 1
+    fi
+    rm -f "$log"
+}
