@@ -15,7 +15,6 @@ class tst_PrinterRows : public DesktopTest
 private slots:
     void rowsFollowTheList();
     void namesAreShownAsTheyAre();
-    void unquotedCommaIsPartOfTheName();
     void emptyListHasNoRows();
 
 private:
@@ -92,16 +91,6 @@ void tst_PrinterRows::namesAreShownAsTheyAre()
     }
     m_tool->Start();
     QTRY_COMPARE_WITH_TIMEOUT(Rows(), listRow, c_iTimeOutMSec);
-}
-
-void tst_PrinterRows::unquotedCommaIsPartOfTheName()
-{
-    QVERIFY(WriteFile(m_folder.ListPath(), "[Main]\nCount=1\n[printer_0]\nName=Off,ice\nModel=RA7Q\nConnectType=0\n"
-                                           "Port=10.0.0.1\nURI=ipp://a,b\n"));
-    WriteStatus(QStringLiteral("Off,ice"), Reply());
-    m_tool->Start();
-    QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList{QStringLiteral("Off,ice: 就绪")}, c_iTimeOutMSec);
-    QCOMPARE(m_tool->Cell(0, 1), QStringLiteral("网络(10.0.0.1)"));
 }
 
 void tst_PrinterRows::emptyListHasNoRows()

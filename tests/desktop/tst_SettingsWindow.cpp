@@ -38,9 +38,6 @@ private slots:
     void okTurnsAutoStartOnAndOff();
     void discardingLeavesTheFile_data();
     void discardingLeavesTheFile();
-    void existingEntryIsKept();
-    void failureShowsTheRealState_data();
-    void failureShowsTheRealState();
     void worksWhileTheMainWindowIsHidden();
 
 private:
@@ -192,53 +189,6 @@ void tst_SettingsWindow::discardingLeavesTheFile()
     QVERIFY(Open());
     QVERIFY(!IsChecked());
     QVERIFY(!QFile::exists(Target()));
-}
-
-void tst_SettingsWindow::existingEntryIsKept()
-{
-    QDir(AutoStartFolder()).removeRecursively();
-    QVERIFY(WriteFile(c_strSource, c_entry));
-    StartInTray();
-    QVERIFY(Open());
-    QVERIFY(ToggleCheckBox());
-    const QByteArray own = "[Desktop Entry]\nHidden=true\n";
-    QVERIFY(WriteFile(Target(), own));
-    QVERIFY(Leave(c_strOK));
-    QVERIFY(Open());
-    QVERIFY(IsChecked());
-    QCOMPARE(ReadFile(Target()), own);
-}
-
-void tst_SettingsWindow::failureShowsTheRealState_data()
-{
-    QTest::addColumn<bool>("hasSource");
-    QTest::addColumn<bool>("folderIsFile");
-    QTest::newRow("no entry beside the program") << false << false;
-    QTest::newRow("autostart folder is a file") << true << true;
-}
-
-void tst_SettingsWindow::failureShowsTheRealState()
-{
-    QFETCH(bool, hasSource);
-    QFETCH(bool, folderIsFile);
-    QFile::remove(c_strSource);
-    QDir(AutoStartFolder()).removeRecursively();
-    if (hasSource) {
-        QVERIFY(WriteFile(c_strSource, c_entry));
-    }
-    if (folderIsFile) {
-        QVERIFY(WriteFile(AutoStartFolder(), ""));
-    }
-    StartInTray();
-    QVERIFY(Open());
-    QVERIFY(ToggleCheckBox());
-    QVERIFY(Leave(c_strOK));
-    QVERIFY(Open());
-    QVERIFY(!IsChecked());
-    QVERIFY(!QFile::exists(Target()));
-    if (folderIsFile) {
-        QVERIFY(QFile::remove(AutoStartFolder()));
-    }
 }
 
 void tst_SettingsWindow::worksWhileTheMainWindowIsHidden()
