@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#include "CodeNames.h"
 #include "HandMadeReply.h"
 #include "ReplyFields.h"
 #include "UtilStatusIdParser.h"
@@ -52,6 +53,12 @@ QList<QStringList> DocumentRows(const QString& strHeading)
         }
     }
     return listRow;
+}
+
+/// The name in the last cell of a row of codes.
+QString DocumentName(const QStringList& row)
+{
+    return QString(row.value(4)).remove(QLatin1Char('`'));
 }
 
 } // namespace
@@ -964,13 +971,16 @@ void tst_vora_status::documentCodes()
         errors.Report().value(QStringLiteral("reply")).toObject().value(QStringLiteral("errors")).toArray();
     QCOMPARE(listReported.size(), listError.size());
     for (int i = 0; i < listReported.size(); ++i) {
-        QCOMPARE(cells(listReported.at(i).toObject(), 4), listError.at(i));
+        QCOMPARE(cells(listReported.at(i).toObject(), 4), listError.at(i).mid(0, 4));
+        QCOMPARE(ErrorCodeByName(DocumentName(listError.at(i))), std::optional<quint16>(listCode.at(i)));
     }
     for (const QStringList& row : listState) {
-        const QString strPath = Write(ReplyInState(static_cast<quint8>(row.at(0).toUInt(nullptr, 16))));
+        const auto byCode = static_cast<quint8>(row.at(0).toUInt(nullptr, 16));
+        const QString strPath = Write(ReplyInState(byCode));
         const QJsonObject reply =
             Run({QStringLiteral("--json"), strPath}).Report().value(QStringLiteral("reply")).toObject();
-        QCOMPARE(cells(reply.value(QStringLiteral("state")).toObject(), 2), row);
+        QCOMPARE(cells(reply.value(QStringLiteral("state")).toObject(), 2), row.mid(0, 4));
+        QCOMPARE(StateCodeByName(DocumentName(row)), std::optional<quint8>(byCode));
     }
 }
 
