@@ -110,6 +110,7 @@ stFileContent ReadRegularFile(const QString& strPath, int iMaxLength)
         return failure(enFileNotRegular, 0);
     }
     file.iSize = fileStat.st_size;
+    file.iModified = qint64{fileStat.st_mtim.tv_sec} * 1000 + fileStat.st_mtim.tv_nsec / 1000000;
     const std::optional<QByteArray> content = ReadBytes(opened.Fd(), iMaxLength);
     if (!content) {
         return failure(enFileUnreadable, errno);

@@ -40,9 +40,10 @@ enum enFileResult
 struct stFileContent
 {
     enFileResult enResult = enFileMissing;
-    QByteArray content; ///< empty unless the file was read
-    qint64 iSize = 0;   ///< of a regular file, which may hold more than content
-    int iError = 0;     ///< errno's value for an unreadable file
+    QByteArray content;   ///< empty unless the file was read
+    qint64 iSize = 0;     ///< of a regular file, which may hold more than content
+    qint64 iModified = 0; ///< of a regular file, milliseconds since 1970
+    int iError = 0;       ///< errno's value for an unreadable file
 };
 
 /// Reads the first iMaxLength bytes of a regular file, never waiting for anything else in its place.

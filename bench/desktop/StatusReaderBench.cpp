@@ -26,12 +26,12 @@ double ChildrenCpuMSec()
     return msec(usage.ru_utime) + msec(usage.ru_stime);
 }
 
-double RunCpuMSec(const char* pProgram, const QStringList& listPath)
+double RunCpuMSec(const char* pProgram, const QStringList& listArgument)
 {
     const double dBefore = ChildrenCpuMSec();
     QProcess process;
     process.setStandardOutputFile(QProcess::nullDevice());
-    process.start(QString::fromLocal8Bit(pProgram), listPath);
+    process.start(QString::fromLocal8Bit(pProgram), listArgument);
     // Its exit status tells of the errors in the replies too.
     if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit || process.exitCode() > 1) {
         qFatal("%s failed: %s", pProgram, process.readAllStandardError().constData());
@@ -51,7 +51,7 @@ void BenchStatusReader(const BenchOptions& options, Figures& figures)
         listPath.append(folder.StatusPath(BenchPrinterName(i)));
     }
     const stPair pair = MedianPair(
-        options.m_iRuns, [&] { return RunCpuMSec(VORA_STATUS, listPath); },
+        options.m_iRuns, [&] { return RunCpuMSec(VORA_STATUS, QStringList(QStringLiteral("--fields")) + listPath); },
         [&] { return RunCpuMSec(VORA_READ_FILES, listPath); });
     figures.Add({QStringLiteral("vora-status"), QStringLiteral("vora-status on %1 files, CPU time").arg(iFiles),
                  QStringLiteral("ms"), pair.dValue, pair.dFloor, stBudget{stBudget::enRatio, 2}});

@@ -42,8 +42,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
     options.m_listPath.append(WriteFile(pData, iSize));
     // Neither the program nor vora-status interprets a reply's first byte: here it chooses the output.
     const int iChoice = iSize > 0 ? pData[0] : 0;
-    options.m_enFormat = static_cast<enOutputFormat>(iChoice % 3);
-    options.m_enLang = iChoice / 3 % 2 == 0 ? enLanguageEnglish : enLanguageChinese;
+    options.m_enFormat = static_cast<enOutputFormat>(iChoice % 4);
+    options.m_enLang = iChoice / 4 % 2 == 0 ? enLanguageEnglish : enLanguageChinese;
     StatusSource source(options);
     const stStatusRendering rendering = RenderStatus(options, source);
 

@@ -9,6 +9,8 @@
 
 namespace {
 
+const QString c_strUnknown = QStringLiteral("unknown");
+
 template <typename Status>
 struct stName
 {
@@ -29,6 +31,13 @@ constexpr std::array<stName<enPrinterStatus>, 12> c_stateNameList = {{
     {enStatusAlignment, QLatin1String("alignment")},
     {enStatusScanBack, QLatin1String("scan-back")},
     {enStatusDebug, QLatin1String("debug")},
+}};
+
+// No raw code stands for these.
+constexpr std::array<stName<enPrinterStatus>, 3> c_unsentStateNameList = {{
+    {enStatusVersionMismatch, QLatin1String("version-mismatch")},
+    {enStatusOffline, QLatin1String("off-line")},
+    {enStatusError, QLatin1String("error")},
 }};
 
 constexpr std::array<stName<enErrorStatus>, 45> c_errorNameList = {{
@@ -96,6 +105,14 @@ std::optional<Code> CodeByName(const QString& strName, const Names& listName, co
 }
 
 template <typename Names>
+std::optional<QString> NameOf(int iStatus, const Names& listName)
+{
+    const auto name =
+        std::find_if(listName.begin(), listName.end(), [iStatus](const auto& row) { return row.enStatus == iStatus; });
+    return name == listName.end() ? std::nullopt : std::optional<QString>(name->strName);
+}
+
+template <typename Names>
 QStringList AllNames(const Names& listName)
 {
     QStringList listText;
@@ -125,4 +142,15 @@ QStringList StateNames()
 QStringList ErrorNames()
 {
     return AllNames(c_errorNameList);
+}
+
+QString StateName(int iStatus)
+{
+    const std::optional<QString> strUnsent = NameOf(iStatus, c_unsentStateNameList);
+    return strUnsent ? *strUnsent : NameOf(iStatus, c_stateNameList).value_or(c_strUnknown);
+}
+
+QString ErrorName(int iError)
+{
+    return NameOf(iError, c_errorNameList).value_or(c_strUnknown);
 }

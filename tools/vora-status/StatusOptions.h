@@ -7,11 +7,15 @@
 
 #include <QStringList>
 
+#include <optional>
+
 enum enOutputFormat
 {
     enFormatText,
     enFormatHex,
-    enFormatJson
+    enFormatJson,
+    enFormatOverview,
+    enFormatPrometheus
 };
 
 /// What the command line asks for. Used by one thread at a time.
@@ -26,12 +30,14 @@ public:
     const char* HelpText() const;
 
     enLanguage m_enLang = enLanguageEnglish; ///< the locale's unless the command line names another
-    enOutputFormat m_enFormat = enFormatText;
+    enOutputFormat m_enFormat = enFormatOverview;
     bool m_bWatch = false;
     bool m_bHelp = false;
+    bool m_bVersion = false;
     bool m_bUdp = false;
-    QString m_strAddress;   ///< with m_bUdp
-    QStringList m_listPath; ///< none: the driver folder's printers
+    QString m_strAddress;               ///< with m_bUdp
+    QStringList m_listPath;             ///< none: the driver folder's printers
+    std::optional<QString> m_strOutput; ///< with enFormatPrometheus; none: standard output
 
 private:
     [[noreturn]] void Fail(const char* pEnglish, const char* pChinese, const QString& strDetail = QString()) const;

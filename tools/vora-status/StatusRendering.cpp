@@ -7,9 +7,11 @@
 #include "ReplyLabels.h"
 #include "ReportHex.h"
 #include "ReportJson.h"
+#include "ReportOverview.h"
 #include "ReportText.h"
 #include "StatusReport.h"
 #include "StatusSource.h"
+#include "TerminalText.h"
 #include "ToolOutput.h"
 #include "UtilStatusFile.h"
 
@@ -58,6 +60,7 @@ enExitStatus ExitStatusOf(const StatusReport& report)
 stStatusRendering RenderStatus(const StatusOptions& options, StatusSource& source)
 {
     stStatusRendering rendering;
+    ReportOverview overview(options.m_enLang, IsColorWanted());
     QJsonArray listJson;
     bool bAny = false;
     source.Collect([&](const StatusReport& report) {
@@ -71,6 +74,10 @@ stStatusRendering RenderStatus(const StatusOptions& options, StatusSource& sourc
             listJson.append(ReportJson(report));
             return;
         }
+        if (options.m_enFormat == enFormatOverview) {
+            overview.Add(report);
+            return;
+        }
         const QString strText = options.m_enFormat == enFormatHex ? ReportHex(report, options.m_enLang)
                                                                   : ReportText(report, options.m_enLang);
         if (!strText.isEmpty()) {
@@ -80,6 +87,8 @@ stStatusRendering RenderStatus(const StatusOptions& options, StatusSource& sourc
     if (options.m_enFormat == enFormatJson) {
         // While there is more to come, a document is one line: its reader sees where it ends.
         rendering.output = JsonDocument(listJson, options.m_bWatch);
+    } else if (options.m_enFormat == enFormatOverview) {
+        rendering.output = overview.Text().toUtf8();
     }
     if (!bAny) {
         rendering.listMessage.append(

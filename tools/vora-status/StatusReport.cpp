@@ -73,6 +73,7 @@ StatusReport StatusReport::OfAddress(const QString& strAddress)
         report.m_enFailure = FailureOfQuery(iLength);
     } else {
         report.m_reply = QByteArray(reinterpret_cast<const char*>(buffer.data()), iLength);
+        report.m_iReplyTime = QDateTime::currentMSecsSinceEpoch();
         report.Decode();
     }
     return report;
@@ -108,6 +109,7 @@ void StatusReport::ReadFile(const QString& strPath)
     m_strErrorMessage = qt_error_string(file.iError);
     if (m_enFailure == enFailureNone) {
         m_reply = file.content;
+        m_iReplyTime = file.iModified;
         Decode();
     }
 }

@@ -51,6 +51,7 @@ public:
     std::optional<stPrinterInfo> m_printerInfo;
     qint64 m_iFileSize = 0; ///< more than m_reply has when the file was not read whole
     QByteArray m_reply;
+    std::optional<qint64> m_iReplyTime; ///< when it came, milliseconds since 1970
     ReplyLayout m_layout;
 
     // Of a decoded reply: the codes and bytes as they came, and what the program makes of them.

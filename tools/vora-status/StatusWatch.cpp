@@ -30,7 +30,8 @@ enExitStatus WatchStatus(const StatusOptions& options, StatusSource& source)
     stStatusRendering shown = RenderStatus(options, source);
     PrintStatus(Separated(shown, options, true), options.m_enLang, &endSignals);
     while (!endSignals.WaitFor(1000)) {
-        if (!source.HasChanged()) {
+        // The overview tells ages, which change by themselves.
+        if (options.m_enFormat != enFormatOverview && !source.HasChanged()) {
             continue;
         }
         const stStatusRendering next = RenderStatus(options, source);

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#include "MetricsExport.h"
 #include "StatusOptions.h"
 #include "StatusRendering.h"
 #include "StatusSource.h"
@@ -19,7 +20,15 @@ enExitStatus Run(const QStringList& listArgument)
         PrintStatus({options.HelpText(), {}, enExitGood}, options.m_enLang);
         return enExitGood;
     }
+    if (options.m_bVersion) {
+        PrintStatus({"vora-status " VORA_VERSION "\n", {}, enExitGood}, options.m_enLang);
+        return enExitGood;
+    }
     StatusSource source(options);
+    if (options.m_enFormat == enFormatPrometheus) {
+        ExportMetrics(options, source);
+        return enExitGood;
+    }
     if (options.m_bWatch) {
         return WatchStatus(options, source);
     }

@@ -52,7 +52,7 @@ private slots:
 void tst_Intervals::statusIsReadEverySecond()
 {
     const QString strName = QStringLiteral("Queue");
-    QVERIFY(StatusFolder().WriteStatus(strName, "no reply"));
+    StatusFolder().WriteStatus(strName, "no reply");
     QList<stPrinterManager> listPrinter{NamedPrinter(strName, enStatusOffline)}; // whose file is read each time
     TrdGetPrinterStatus worker;
     worker.Init(0, &listPrinter);
@@ -67,7 +67,7 @@ void tst_Intervals::statusIsReadEverySecond()
 
 void tst_Intervals::listIsReadEveryThreeSeconds()
 {
-    QVERIFY(StatusFolder().WritePrinterList({NamedPrinter(QStringLiteral("Queue"), 0).printerInfo}));
+    StatusFolder().WritePrinterList({NamedPrinter(QStringLiteral("Queue"), 0).printerInfo});
     QList<stPrinterManager> listPrinter;
     TrdDeviceManage worker;
     worker.Init(&listPrinter);

@@ -347,7 +347,7 @@ void tst_StatusTransports::exceptionOfTheLogStaysInTheWorker_data()
 void tst_StatusTransports::exceptionOfTheLogStaysInTheWorker()
 {
     QFETCH(bool, bUsb);
-    QVERIFY(StatusFolder().WriteStatus(c_strName, HandMadeReply()));
+    StatusFolder().WriteStatus(c_strName, HandMadeReply());
     m_worker.m_printerManager.printerInfo.strPrinterName = c_strName;
     QCOMPARE(EndingSignal([&] {
                  SetLogEnable(true);
@@ -384,7 +384,7 @@ void tst_StatusTransports::fatalReplyNamesItsPrinterAndFile()
     QFETCH(QString, strName);
     stStatusReply reply;
     reply.listSupplies = {{0x7777, QByteArray(66, 'x')}};
-    QVERIFY(StatusFolder().WriteStatus(strName, EncodeStatusReply(reply)));
+    StatusFolder().WriteStatus(strName, EncodeStatusReply(reply));
     const QByteArray output = "/tmp/standard-error";
     QCOMPARE(EndingSignal([&] {
                  const int iFd = ::open(output.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);

@@ -53,6 +53,12 @@ inline stRun Run(const QStringList& listArgument)
     return RunCommand(c_strProgram, listArgument);
 }
 
+/// Every field of the replies.
+inline stRun RunFields(const QStringList& listArgument)
+{
+    return Run(QStringList(QStringLiteral("--fields")) + listArgument);
+}
+
 inline stStatusReply Ready()
 {
     stStatusReply reply;

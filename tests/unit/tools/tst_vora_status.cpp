@@ -115,7 +115,7 @@ private slots:
 void tst_vora_status::textInEnglish()
 {
     Write(HandMadeReply());
-    const stRun run = Run({QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("reply.dat")});
+    const stRun run = RunFields({QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("reply.dat")});
     QCOMPARE(run.output, QByteArray("reply.dat: 145 bytes\n"
                                     "  not examined: \"564f5241000102\"\n"
                                     "  header byte: 0xA1\n"
@@ -155,7 +155,7 @@ void tst_vora_status::textInEnglish()
 void tst_vora_status::textInChinese()
 {
     Write(HandMadeReply());
-    const stRun run = Run({QStringLiteral("--lang=zh"), QStringLiteral("reply.dat")});
+    const stRun run = RunFields({QStringLiteral("--lang=zh"), QStringLiteral("reply.dat")});
     QCOMPARE(run.output, QByteArray("reply.dat：145字节\n"
                                     "  不检查：\"564f5241000102\"\n"
                                     "  头字节：0xA1\n"
@@ -214,10 +214,10 @@ void tst_vora_status::emptyTexts()
     QFETCH(const QString, chinese);
 
     const QString strPath = Write(WithErrors({}, {static_cast<quint16>(code)}));
-    const stRun inEnglish = Run({QStringLiteral("--lang=en"), strPath});
+    const stRun inEnglish = RunFields({QStringLiteral("--lang=en"), strPath});
     QVERIFY2(inEnglish.Lines().contains(QStringLiteral("  warning: ") + english), inEnglish.output);
     QVERIFY2(inEnglish.Lines().contains(QStringLiteral("  error: none")), inEnglish.output);
-    const stRun inChinese = Run({QStringLiteral("--lang=zh"), strPath});
+    const stRun inChinese = RunFields({QStringLiteral("--lang=zh"), strPath});
     QVERIFY2(inChinese.Lines().contains(QStringLiteral("  警告：") + chinese), inChinese.output);
     QVERIFY2(inChinese.Lines().contains(QStringLiteral("  错误：无")), inChinese.output);
 
@@ -229,7 +229,7 @@ void tst_vora_status::absentSupplies()
 {
     const QString strPath =
         Write(WithSupplies({MakeSuppliesRecord(enSuppliesNumberOfPages, 9), {enSuppliesBlackInk, ""}}));
-    const stRun run = Run({strPath});
+    const stRun run = RunFields({strPath});
     QVERIFY2(run.Lines().contains(QStringLiteral("  supply serial number (0x0000): \"\" (not in the reply)")),
              run.output);
     QVERIFY2(run.Lines().contains(QStringLiteral("  cyan ink left, per cent (0x4143): 0 (not in the reply)")),
@@ -237,7 +237,7 @@ void tst_vora_status::absentSupplies()
     QVERIFY2(run.Lines().contains(QStringLiteral("  pages (0x1003): 9")), run.output);
     QVERIFY2(run.Lines().contains(QStringLiteral("  prints (0x1004): 9")), run.output);
     QVERIFY2(run.Lines().contains(QStringLiteral("  black ink left, per cent (0x4043): 0")), run.output);
-    const stRun chinese = Run({QStringLiteral("--lang=zh"), strPath});
+    const stRun chinese = RunFields({QStringLiteral("--lang=zh"), strPath});
     QVERIFY2(chinese.Lines().contains(QStringLiteral("  青色墨水剩余百分比 (0x4143)：0（应答中没有）")),
              chinese.output);
 }
@@ -247,12 +247,12 @@ void tst_vora_status::controlCharacters()
     stStatusReply reply = Ready();
     reply.productName = "\033[2J\"\\\x9B";
     const QString strName = QStringLiteral("a\033[2J\u202Eb.dat");
-    const stRun run = Run({Write(EncodeStatusReply(reply), strName)});
+    const stRun run = RunFields({Write(EncodeStatusReply(reply), strName)});
     QVERIFY2(run.Lines().contains(QStringLiteral("  product name: \"\\x1B[2J\\\"\\\\\\x9B\"")), run.output);
     QVERIFY2(run.output.contains("a\\x1B[2J\\u202Eb.dat: "), run.output);
     const stRun hex = Run({QStringLiteral("--hex"), Path(strName)});
     QVERIFY2(hex.output.contains("product name: \"\\x1B[2J\\\"\\\\\\x9B\""), hex.output);
-    const stRun missing = Run({QStringLiteral("m\033.dat")});
+    const stRun missing = RunFields({QStringLiteral("m\033.dat")});
     QCOMPARE(missing.messages, QByteArray("vora-status: m\\x1B.dat: there is no such file\n"));
 }
 
@@ -392,7 +392,7 @@ void tst_vora_status::hexRejected()
     QCOMPARE(run.messages, "vora-status: reply.dat: " + reason);
     QCOMPARE(run.iExit, 2);
 
-    const stRun text = Run({QStringLiteral("reply.dat")});
+    const stRun text = RunFields({QStringLiteral("reply.dat")});
     QCOMPARE(text.output, QByteArray());
     QCOMPARE(text.messages, "vora-status: reply.dat: " + reason);
     QCOMPARE(text.iExit, 2);
@@ -510,8 +510,8 @@ void tst_vora_status::exitStatus()
     for (const QByteArray& reply : replies) {
         listPath.append(Write(reply, QString::number(listPath.size())));
     }
-    for (const QString& strFormat : {QStringLiteral("--lang=en"), QStringLiteral("--hex"), QStringLiteral("--json")}) {
-        QCOMPARE(Run(QStringList(strFormat) + listPath).iExit, expected);
+    for (const char* pFormat : {"--fields", "--hex", "--json", "--lang=en"}) {
+        QCOMPARE(Run(QStringList(QString::fromLatin1(pFormat)) + listPath).iExit, expected);
     }
 }
 
@@ -541,11 +541,11 @@ void tst_vora_status::fileErrors()
     QFETCH(const QString, reason);
 
     const QByteArray head = "vora-status: " + path.toUtf8();
-    const stRun inEnglish = Run({path});
+    const stRun inEnglish = RunFields({path});
     QCOMPARE(inEnglish.messages, head + english);
     QCOMPARE(inEnglish.output, QByteArray());
     QCOMPARE(inEnglish.iExit, 2);
-    QCOMPARE(Run({QStringLiteral("--lang=zh"), path}).messages, head + chinese);
+    QCOMPARE(RunFields({QStringLiteral("--lang=zh"), path}).messages, head + chinese);
     QCOMPARE(Run({QStringLiteral("--hex"), path}).output, QByteArray());
     const QJsonObject failure =
         Run({QStringLiteral("--json"), path}).Report().value(QStringLiteral("failure")).toObject();
@@ -555,7 +555,7 @@ void tst_vora_status::fileErrors()
 void tst_vora_status::fifoDoesNotBlock()
 {
     QCOMPARE(::mkfifo("pipe.dat", 0600), 0);
-    const stRun run = Run({QStringLiteral("pipe.dat")});
+    const stRun run = RunFields({QStringLiteral("pipe.dat")});
     QCOMPARE(run.messages, QByteArray("vora-status: pipe.dat: not a regular file\n"));
     QCOMPARE(run.iExit, 2);
 }
@@ -570,7 +570,7 @@ void tst_vora_status::unreadableFile()
         listBefore = QStringList{QStringLiteral("setpriv"), QStringLiteral("--bounding-set=-all"),
                                  QStringLiteral("--inh-caps=-all")};
     }
-    const stRun run = RunBehind(listBefore, {QStringLiteral("reply.dat")});
+    const stRun run = RunBehind(listBefore, {QStringLiteral("--fields"), QStringLiteral("reply.dat")});
     QCOMPARE(run.messages, QByteArray("vora-status: reply.dat: the file cannot be read: Permission denied\n"));
     QCOMPARE(run.iExit, 2);
 }
@@ -580,20 +580,20 @@ void tst_vora_status::largeFile()
     const QByteArray good = EncodeStatusReply(Ready());
     Write(good + QByteArray(2048 - good.size(), 'x'), QStringLiteral("full"));
     Write(good + QByteArray(2049 - good.size(), 'x'), QStringLiteral("large"));
-    const stRun full = Run({QStringLiteral("full")});
+    const stRun full = RunFields({QStringLiteral("full")});
     QVERIFY(full.output.startsWith("full: 2048 bytes\n"));
     QCOMPARE(full.messages, QByteArray());
-    const stRun large = Run({QStringLiteral("large")});
+    const stRun large = RunFields({QStringLiteral("large")});
     QVERIFY(large.output.startsWith("large: 2048 bytes\n"));
     QCOMPARE(large.messages, QByteArray("vora-status: large: has 2049 bytes, only the first 2048 are read\n"));
     QCOMPARE(large.iExit, 0);
-    QCOMPARE(Run({QStringLiteral("--lang=zh"), QStringLiteral("large")}).messages,
+    QCOMPARE(RunFields({QStringLiteral("--lang=zh"), QStringLiteral("large")}).messages,
              QByteArray("vora-status: large：有2049字节，只读取前2048字节\n"));
 
     stStatusReply reply = Ready();
     reply.fifthString = QByteArray(2048, 'f');
     Write(EncodeStatusReply(reply), QStringLiteral("beyond"));
-    const stRun beyond = Run({QStringLiteral("beyond")});
+    const stRun beyond = RunFields({QStringLiteral("beyond")});
     QCOMPARE(beyond.messages,
              QByteArray("vora-status: beyond: reply rejected: it ends at byte 2048, but the field at byte "
                         "29 (fifth string) has 2048 bytes\n"));
@@ -605,7 +605,7 @@ void tst_vora_status::severalFiles()
     Write(EncodeStatusReply(Ready()), QStringLiteral("one"));
     Write(WithErrors({0x6100}), QStringLiteral("two"));
     const stRun run =
-        Run({QStringLiteral("one"), QStringLiteral("gone"), QStringLiteral("two"), QStringLiteral("gone")});
+        RunFields({QStringLiteral("one"), QStringLiteral("gone"), QStringLiteral("two"), QStringLiteral("gone")});
     QVERIFY(run.output.startsWith("one: 37 bytes\n"));
     QVERIFY2(run.output.contains("(not in the reply)\n\ntwo: 39 bytes\n"), run.output);
     QCOMPARE(run.output.count("\n\n"), 1);
@@ -616,7 +616,7 @@ void tst_vora_status::manyFiles_data()
 {
     QTest::addColumn<QString>("format");
 
-    QTest::newRow("text") << "--lang=en";
+    QTest::newRow("text") << "--fields";
     QTest::newRow("hex") << "--hex";
 }
 
@@ -655,7 +655,7 @@ void tst_vora_status::driverFolder()
     folder.WriteStatus(QStringLiteral("前台"), EncodeStatusReply(Ready()).left(12));
     QCOMPARE(::mkfifo("/opt/vora/vora-printer-k507/cfg/Pipe.dat", 0600), 0);
 
-    const stRun run = Run({});
+    const stRun run = RunFields({});
     QVERIFY2(run.output.startsWith("Office: 39 bytes\n"
                                    "  status file: /opt/vora/vora-printer-k507/cfg/Office.dat\n"
                                    "  model: RA7QX (Vora RA7QX)\n"
@@ -698,7 +698,7 @@ void tst_vora_status::zeroInANameLeadsToNoOtherFile()
     const QString strName = QStringLiteral("Office.dat") + QChar(0) + QLatin1Char('x');
     folder.WritePrinterList({Printer(strName, QStringLiteral("RA7QX"), 1, QStringLiteral("usb"))});
     folder.WriteStatus(QStringLiteral("Office"), EncodeStatusReply(Ready()));
-    const stRun run = Run({});
+    const stRun run = RunFields({});
     QCOMPARE(run.messages, QByteArray("vora-status: Office.dat\\x00x: there is no such file\n"));
     QCOMPARE(run.iExit, 2);
 }
@@ -708,7 +708,7 @@ void tst_vora_status::driverFolderInChinese()
     const DriverFolder folder = StatusFolder();
     folder.WritePrinterList({Printer(QStringLiteral("前台"), QStringLiteral("RA7Q"), 2, QStringLiteral("10.0.0.9"))});
     folder.WriteStatus(QStringLiteral("前台"), EncodeStatusReply(Ready()));
-    const stRun run = Run({QStringLiteral("--lang=zh")});
+    const stRun run = RunFields({QStringLiteral("--lang=zh")});
     QVERIFY2(run.output.startsWith("前台：37字节\n"
                                    "  状态文件：/opt/vora/vora-printer-k507/cfg/前台.dat\n"
                                    "  型号：RA7Q (Vora RA7Q)\n"
@@ -758,12 +758,12 @@ void tst_vora_status::driverFolderWithoutPrinters()
     if (list) {
         StatusFolder().WritePrinterList({});
     }
-    const stRun run = Run({});
+    const stRun run = RunFields({});
     QCOMPARE(run.output, QByteArray());
     QCOMPARE(run.messages,
              QByteArray("vora-status: /opt/vora/vora-printer-k507/cfg/printerlist.ini lists no printers\n"));
     QCOMPARE(run.iExit, 0);
-    QCOMPARE(Run({QStringLiteral("--lang=zh")}).messages,
+    QCOMPARE(RunFields({QStringLiteral("--lang=zh")}).messages,
              QByteArray("vora-status: /opt/vora/vora-printer-k507/cfg/printerlist.ini没有列出打印机\n"));
     QCOMPARE(QJsonDocument(Run({QStringLiteral("--json")}).Json()).toJson(QJsonDocument::Compact),
              QByteArray(R"({"format":1,"reports":[]})"));
@@ -848,7 +848,7 @@ void tst_vora_status::language()
             processEnvironment.insert(listVariable.at(i), environment.at(i));
         }
     }
-    QStringList listArgument{Write(EncodeStatusReply(Ready()))};
+    QStringList listArgument{QStringLiteral("--fields"), Write(EncodeStatusReply(Ready()))};
     if (!option.isEmpty()) {
         listArgument.append(option);
     }
@@ -883,7 +883,8 @@ void tst_vora_status::help()
     for (const QString& strLine : run.Lines()) {
         QVERIFY2(Columns(strLine) <= 80, qPrintable(strLine));
     }
-    for (const char* pOption : {"--udp", "--lang", "--json", "--hex", "--watch", "-h, --help"}) {
+    for (const char* pOption : {"--udp", "--lang", "--fields", "--hex", "--json", "--prometheus", "--output", "--watch",
+                                "--version", "-h, --help"}) {
         QVERIFY2(run.output.contains(pOption), pOption);
     }
 }
@@ -905,14 +906,14 @@ void tst_vora_status::manPageNamesEveryOption()
                  option);
         ++iCount;
     }
-    QCOMPARE(iCount, 6);
+    QCOMPARE(iCount, 10);
 }
 
 void tst_vora_status::outputNotWritten()
 {
     Write(EncodeStatusReply(Ready()));
     const QStringList listShell{QStringLiteral("-c"), QStringLiteral("exec \"$0\" \"$@\" > /dev/full"), c_strProgram,
-                                QStringLiteral("reply.dat")};
+                                QStringLiteral("--fields"), QStringLiteral("reply.dat")};
     const stRun run = RunCommand(QStringLiteral("sh"), listShell);
     QCOMPARE(run.messages, QByteArray("vora-status: the output cannot be written\n"));
     QCOMPARE(run.iExit, 2);

@@ -25,7 +25,7 @@ private slots:
 void tst_vora_status_udp::udpGood()
 {
     UdpResponder printer({HandMadeReply(), EncodeStatusReply(Ready()), EncodeStatusReply(Ready()) + "tail"});
-    const stRun run = Run({QStringLiteral("--udp"), QStringLiteral("127.0.0.1")});
+    const stRun run = RunFields({QStringLiteral("--udp"), QStringLiteral("127.0.0.1")});
     QVERIFY2(run.output.startsWith("127.0.0.1: 145 bytes\n  not examined: \"564f5241000102\"\n"), run.output);
     QVERIFY2(run.output.contains("  prints of the printer (0x1102): 16909060\n"), run.output);
     QCOMPARE(run.messages, QByteArray());
@@ -75,7 +75,7 @@ void tst_vora_status_udp::udpRejected()
 
     UdpResponder printer({reply, reply, reply});
     const QStringList listUdp{QStringLiteral("--udp"), QStringLiteral("127.0.0.1")};
-    const stRun text = Run(listUdp);
+    const stRun text = RunFields(listUdp);
     QCOMPARE(text.output, QByteArray());
     QCOMPARE(text.messages, "vora-status: 127.0.0.1: reply rejected: " + words + '\n');
     QCOMPARE(text.iExit, 2);
@@ -122,11 +122,11 @@ void tst_vora_status_udp::udpNotReached()
     const UdpResponder printer(replies);
     const QStringList listUdp{QStringLiteral("--udp=") + address};
     const QByteArray head = "vora-status: " + address.toUtf8();
-    const stRun text = Run(listUdp);
+    const stRun text = RunFields(listUdp);
     QCOMPARE(text.output, QByteArray());
     QCOMPARE(text.messages, head + ": " + english + '\n');
     QCOMPARE(text.iExit, 2);
-    QCOMPARE(Run(QStringList(QStringLiteral("--lang=zh")) + listUdp).messages, head + "：" + chinese + '\n');
+    QCOMPARE(RunFields(QStringList(QStringLiteral("--lang=zh")) + listUdp).messages, head + "：" + chinese + '\n');
     const stRun json = Run(QStringList(QStringLiteral("--json")) + listUdp);
     QVERIFY(json.Report().value(QStringLiteral("length")).isNull());
     QCOMPARE(json.Report().value(QStringLiteral("failure")).toObject().value(QStringLiteral("reason")).toString(),
@@ -176,7 +176,8 @@ void tst_vora_status_udp::udpWithoutTimeOut()
 void tst_vora_status_udp::watchUdp()
 {
     UdpResponder printer({ReplyInState(0x00), ReplyInState(0x00), ReplyInState(0x10)});
-    Watcher watcher({QStringLiteral("--watch"), QStringLiteral("--udp"), QStringLiteral("127.0.0.1")});
+    Watcher watcher(
+        {QStringLiteral("--fields"), QStringLiteral("--watch"), QStringLiteral("--udp"), QStringLiteral("127.0.0.1")});
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  state: 0x10 Printing\n"), c_iPatience);
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Messages().contains("127.0.0.1: no reply of at least 8 bytes"), c_iPatience);
     QCOMPARE(watcher.Output().count("127.0.0.1: "), 2);

@@ -30,7 +30,7 @@ private slots:
 void tst_vora_status_watch::watchFile()
 {
     const QString strPath = Write(ReplyInState(0x00));
-    Watcher watcher({QStringLiteral("--watch"), QStringLiteral("reply.dat")});
+    Watcher watcher({QStringLiteral("--fields"), QStringLiteral("--watch"), QStringLiteral("reply.dat")});
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().endsWith("0 (not in the reply)\n"), c_iPatience);
     QVERIFY(watcher.Output().startsWith("reply.dat: 33 bytes\n"));
     QVERIFY(watcher.Output().contains("  state: 0x00 Ready\n"));
@@ -57,7 +57,7 @@ void tst_vora_status_watch::watchDriverFolder()
     folder.WritePrinterList({one});
     folder.WriteStatus(QStringLiteral("one"), ReplyInState(0x00));
     folder.WriteStatus(QStringLiteral("two"), ReplyInState(0x11));
-    Watcher watcher({QStringLiteral("--watch")});
+    Watcher watcher({QStringLiteral("--fields"), QStringLiteral("--watch")});
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("one: 33 bytes\n"), c_iPatience);
     folder.WritePrinterList({one, two});
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  state: 0x11 Scanning\n"), c_iPatience);
@@ -91,9 +91,9 @@ void tst_vora_status_watch::watchJson()
 void tst_vora_status_watch::watchOnTerminal()
 {
     Write(ReplyInState(0x00));
-    Watcher watcher(
-        {QStringLiteral("-qec"), c_strProgram + QStringLiteral(" --watch reply.dat"), QStringLiteral("/dev/null")},
-        QStringLiteral("script"));
+    Watcher watcher({QStringLiteral("-qec"), c_strProgram + QStringLiteral(" --fields --watch reply.dat"),
+                     QStringLiteral("/dev/null")},
+                    QStringLiteral("script"));
     const QByteArray wiped = "\033[H\033[2Jreply.dat: 33 bytes\r\n";
     QTRY_COMPARE_WITH_TIMEOUT(watcher.Output().count(wiped), 1, c_iPatience);
     Write(ReplyInState(0x10));
@@ -104,7 +104,7 @@ void tst_vora_status_watch::watchOnTerminal()
 void tst_vora_status_watch::watchIsIdle()
 {
     Write(ReplyInState(0x00));
-    Watcher watcher({QStringLiteral("--watch"), QStringLiteral("reply.dat")});
+    Watcher watcher({QStringLiteral("--fields"), QStringLiteral("--watch"), QStringLiteral("reply.dat")});
     const QDateTime start = QDateTime::currentDateTime();
     QTRY_VERIFY_WITH_TIMEOUT(start.msecsTo(QDateTime::currentDateTime()) > 3000, c_iPatience);
     QVERIFY(!watcher.Output().isEmpty());

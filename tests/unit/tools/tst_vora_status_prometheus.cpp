@@ -1,0 +1,428 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "HandMadeReply.h"
+#include "VoraStatusTest.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+const QString c_strPrometheus = QStringLiteral("--prometheus");
+
+stPrinterInfo Plain(const QString& strName)
+{
+    return Printer(strName, QStringLiteral("RA7QX"), 2, QStringLiteral("10.0.0.9"));
+}
+
+/// The lines that begin with the text.
+QStringList LinesOf(const stRun& run, const QString& strStart)
+{
+    return run.Lines().filter(QRegularExpression(QLatin1Char('^') + QRegularExpression::escape(strStart)));
+}
+
+/// The program behind words of a shell.
+stRun RunInShell(const QString& strBefore, const QString& strPath)
+{
+    return RunCommand(QStringLiteral("sh"), {QStringLiteral("-c"), strBefore + QStringLiteral("; exec \"$0\" \"$@\""),
+                                             c_strProgram, c_strPrometheus, QStringLiteral("--output"), strPath});
+}
+
+} // namespace
+
+class tst_vora_status_prometheus : public VoraStatusTest
+{
+    Q_OBJECT
+
+private slots:
+    void everyFamily();
+    void withoutPrinters();
+    void nothingIsMadeUp_data();
+    void nothingIsMadeUp();
+    void states_data();
+    void states();
+    void codes();
+    void pagesGiveThePrints();
+    void inkOutOfRange();
+    void labels_data();
+    void labels();
+    void twoPrintersOfOneName();
+    void twoHundredPrinters();
+    void replacesTheFile();
+    void modeOfTheFile();
+    void leavesTheFileWhenItCannotBeWritten();
+    void writesThroughNoLink();
+    void notWritten_data();
+    void notWritten();
+    void usageErrors_data();
+    void usageErrors();
+};
+
+void tst_vora_status_prometheus::everyFamily()
+{
+    const DriverFolder folder = StatusFolder();
+    folder.WritePrinterList({Printer(QStringLiteral("Office"), QStringLiteral("RA7QX"), 1, QStringLiteral("usb")),
+                             Printer(QStringLiteral("前台"), QStringLiteral("RB9X"), 2, QStringLiteral("10.0.0.9"))});
+    folder.WriteStatus(QStringLiteral("Office"), HandMadeReply());
+    QVERIFY(SetModificationTime(folder.StatusPath(QStringLiteral("Office")),
+                                QDateTime::fromMSecsSinceEpoch(1700000000250)));
+    const stRun run = Run({c_strPrometheus});
+    QCOMPARE(QString::fromUtf8(run.output),
+             QStringLiteral(R"(# HELP vora_printers Printers in the driver package's list.
+# TYPE vora_printers gauge
+vora_printers 2
+# HELP vora_printer_info A listed printer; product, firmware and serial are empty without a reply.
+# TYPE vora_printer_info gauge
+vora_printer_info{queue="Office",model="RA7QX",connection="usb",product="RA7QX",firmware="2.1.7",serial="SN1234"} 1
+vora_printer_info{queue="前台",model="RB9X",connection="network",product="",firmware="",serial=""} 1
+# HELP vora_printer_up 1 when the printer's status file has a reply that could be decoded.
+# TYPE vora_printer_up gauge
+vora_printer_up{queue="Office"} 1
+vora_printer_up{queue="前台"} 0
+# HELP vora_printer_reply_timestamp_seconds When the printer's status file was written.
+# TYPE vora_printer_reply_timestamp_seconds gauge
+vora_printer_reply_timestamp_seconds{queue="Office"} 1700000000.250
+# HELP vora_printer_state 1 for the state that the printer is in.
+# TYPE vora_printer_state gauge
+vora_printer_state{queue="Office",state="unknown"} 0
+vora_printer_state{queue="Office",state="version-mismatch"} 0
+vora_printer_state{queue="Office",state="off-line"} 0
+vora_printer_state{queue="Office",state="ready"} 0
+vora_printer_state{queue="Office",state="initialize"} 0
+vora_printer_state{queue="Office",state="busy"} 0
+vora_printer_state{queue="Office",state="canceling"} 0
+vora_printer_state{queue="Office",state="error"} 0
+vora_printer_state{queue="Office",state="printing"} 1
+vora_printer_state{queue="Office",state="scanning"} 0
+vora_printer_state{queue="Office",state="copying"} 0
+vora_printer_state{queue="Office",state="reporting"} 0
+vora_printer_state{queue="Office",state="cleaning"} 0
+vora_printer_state{queue="Office",state="alignment"} 0
+vora_printer_state{queue="Office",state="scan-back"} 0
+vora_printer_state{queue="Office",state="debug"} 0
+# HELP vora_printer_ink_ratio Ink left, 0 to 1.
+# TYPE vora_printer_ink_ratio gauge
+vora_printer_ink_ratio{queue="Office",color="black"} 0.5
+vora_printer_ink_ratio{queue="Office",color="cyan"} 0.51
+vora_printer_ink_ratio{queue="Office",color="magenta"} 0.52
+vora_printer_ink_ratio{queue="Office",color="yellow"} 0.53
+# HELP vora_printer_error 1 for each error of the printer.
+# TYPE vora_printer_error gauge
+vora_printer_error{queue="Office",code="0x6110",name="paper-jam"} 1
+vora_printer_error{queue="Office",code="0x6156",name="yellow-ink-empty"} 1
+# HELP vora_printer_warning 1 for each warning of the printer.
+# TYPE vora_printer_warning gauge
+vora_printer_warning{queue="Office",code="0x6160",name="black-ink-low"} 1
+# HELP vora_printer_pages_total Pages, as the supply counts them.
+# TYPE vora_printer_pages_total counter
+vora_printer_pages_total{queue="Office"} 256
+# HELP vora_printer_prints_total Prints, as the supply counts them.
+# TYPE vora_printer_prints_total counter
+vora_printer_prints_total{queue="Office"} 5
+# HELP vora_printer_print_dots_total Printed dots.
+# TYPE vora_printer_print_dots_total counter
+vora_printer_print_dots_total{queue="Office"} 1000
+# HELP vora_printer_drum_rotations_total Rotations of the drum.
+# TYPE vora_printer_drum_rotations_total counter
+vora_printer_drum_rotations_total{queue="Office"} 4660
+# HELP vora_printer_printer_pages_total Pages, as the printer counts them.
+# TYPE vora_printer_printer_pages_total counter
+vora_printer_printer_pages_total{queue="Office"} 65536
+# HELP vora_printer_printer_prints_total Prints, as the printer counts them.
+# TYPE vora_printer_printer_prints_total counter
+vora_printer_printer_prints_total{queue="Office"} 16909060
+# HELP vora_printer_remaining_toner Toner or ink left over all, in the printer's own unit.
+# TYPE vora_printer_remaining_toner gauge
+vora_printer_remaining_toner{queue="Office"} 300
+# HELP vora_printer_waste_toner Waste toner or ink, in the printer's own unit.
+# TYPE vora_printer_waste_toner gauge
+vora_printer_waste_toner{queue="Office"} 7
+)"));
+    QCOMPARE(run.messages, QByteArray());
+    QCOMPARE(run.iExit, 0); // errors of a printer are no failure
+}
+
+void tst_vora_status_prometheus::withoutPrinters()
+{
+    const stRun run = Run({c_strPrometheus});
+    QCOMPARE(run.output, QByteArray("# HELP vora_printers Printers in the driver package's list.\n"
+                                    "# TYPE vora_printers gauge\n"
+                                    "vora_printers 0\n"));
+    QCOMPARE(run.iExit, 0);
+}
+
+void tst_vora_status_prometheus::nothingIsMadeUp_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<bool>("missing");
+
+    QTest::newRow("missing") << QByteArray() << true;
+    QTest::newRow("empty") << QByteArray() << false;
+    QTest::newRow("truncated") << HandMadeReply().left(100) << false;
+    QTest::newRow("fatal") << WithSupplies({{0x4043, QByteArray(66, 'x')}}) << false;
+}
+
+void tst_vora_status_prometheus::nothingIsMadeUp()
+{
+    QFETCH(const QByteArray, reply);
+    QFETCH(const bool, missing);
+
+    StatusFolder().WritePrinterList({Plain(QStringLiteral("Office"))});
+    if (!missing) {
+        StatusFolder().WriteStatus(QStringLiteral("Office"), reply);
+    }
+    const stRun run = Run({c_strPrometheus});
+    QStringList listName;
+    for (const QString& strLine : LinesOf(run, QStringLiteral("vora_"))) {
+        listName.append(strLine.section(QRegularExpression(QStringLiteral("[{ ]")), 0, 0));
+    }
+    QStringList listExpected{QStringLiteral("vora_printers"), QStringLiteral("vora_printer_info"),
+                             QStringLiteral("vora_printer_up")};
+    if (!missing) {
+        listExpected.append(QStringLiteral("vora_printer_reply_timestamp_seconds"));
+    }
+    QCOMPARE(listName, listExpected);
+    QVERIFY(run.Lines().contains(QStringLiteral("vora_printer_up{queue=\"Office\"} 0")));
+    QCOMPARE(run.iExit, 0);
+}
+
+void tst_vora_status_prometheus::states_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("state");
+
+    QTest::newRow("ready") << 0x00 << "ready";
+    QTest::newRow("initialize") << 0x01 << "initialize";
+    QTest::newRow("busy") << 0x02 << "busy";
+    QTest::newRow("canceling") << 0x03 << "canceling";
+    QTest::newRow("printing") << 0x10 << "printing";
+    QTest::newRow("scanning") << 0x11 << "scanning";
+    QTest::newRow("copying") << 0x12 << "copying";
+    QTest::newRow("reporting") << 0x13 << "reporting";
+    QTest::newRow("cleaning") << 0x20 << "cleaning";
+    QTest::newRow("alignment") << 0x21 << "alignment";
+    QTest::newRow("scan-back") << 0x22 << "scan-back";
+    QTest::newRow("debug") << 0x23 << "debug";
+    QTest::newRow("unknown") << 0x24 << "unknown";
+}
+
+void tst_vora_status_prometheus::states()
+{
+    QFETCH(const int, code);
+    QFETCH(const QString, state);
+
+    StatusFolder().WritePrinterList({Plain(QStringLiteral("Office"))});
+    StatusFolder().WriteStatus(QStringLiteral("Office"), ReplyInState(static_cast<quint8>(code)));
+    const QStringList listState = LinesOf(Run({c_strPrometheus}), QStringLiteral("vora_printer_state{"));
+    QCOMPARE(listState.size(), 16);
+    QCOMPARE(listState.filter(QRegularExpression(QStringLiteral(" 1$"))),
+             QStringList(QStringLiteral("vora_printer_state{queue=\"Office\",state=\"%1\"} 1").arg(state)));
+    QCOMPARE(listState.filter(QRegularExpression(QStringLiteral(" 0$"))).size(), 15);
+}
+
+void tst_vora_status_prometheus::codes()
+{
+    StatusFolder().WritePrinterList({Plain(QStringLiteral("Office"))});
+    StatusFolder().WriteStatus(QStringLiteral("Office"),
+                               WithErrors({0x6800, 0x0001, 0x6100, 0x0001, 0xFFFF, 0x6100}, {0x6100, 0x6165}));
+    const stRun run = Run({c_strPrometheus});
+    QCOMPARE(LinesOf(run, QStringLiteral("vora_printer_error{")),
+             (QStringList{QStringLiteral("vora_printer_error{queue=\"Office\",code=\"0x0001\",name=\"unknown\"} 1"),
+                          QStringLiteral("vora_printer_error{queue=\"Office\",code=\"0x6100\",name=\"no-paper\"} 1"),
+                          QStringLiteral("vora_printer_error{queue=\"Office\",code=\"0x6800\",name=\"code-6800\"} 1"),
+                          QStringLiteral("vora_printer_error{queue=\"Office\",code=\"0xFFFF\",name=\"unknown\"} 1")}));
+    QCOMPARE(LinesOf(run, QStringLiteral("vora_printer_warning{")),
+             (QStringList{
+                 QStringLiteral("vora_printer_warning{queue=\"Office\",code=\"0x6100\",name=\"no-paper\"} 1"),
+                 QStringLiteral("vora_printer_warning{queue=\"Office\",code=\"0x6165\",name=\"yellow-ink-low\"} 1")}));
+}
+
+void tst_vora_status_prometheus::pagesGiveThePrints()
+{
+    StatusFolder().WritePrinterList({Plain(QStringLiteral("Office"))});
+    StatusFolder().WriteStatus(QStringLiteral("Office"),
+                               WithSupplies({MakeSuppliesRecord(enSuppliesNumberOfPages, 4294967295)}));
+    QCOMPARE(LinesOf(Run({c_strPrometheus}), QStringLiteral("vora_printer_p")),
+             (QStringList{QStringLiteral("vora_printer_pages_total{queue=\"Office\"} 4294967295"),
+                          QStringLiteral("vora_printer_prints_total{queue=\"Office\"} 4294967295")}));
+}
+
+void tst_vora_status_prometheus::inkOutOfRange()
+{
+    StatusFolder().WritePrinterList({Plain(QStringLiteral("Office"))});
+    StatusFolder().WriteStatus(
+        QStringLiteral("Office"),
+        WithSupplies({MakeSuppliesRecord(enSuppliesBlueInk, 101), MakeSuppliesRecord(enSuppliesRedInk, 100),
+                      MakeSuppliesRecord(enSuppliesYellowInk, 7), MakeSuppliesRecord(enSuppliesBlackInk, 0)}));
+    QCOMPARE(LinesOf(Run({c_strPrometheus}), QStringLiteral("vora_printer_ink_ratio{")),
+             (QStringList{QStringLiteral("vora_printer_ink_ratio{queue=\"Office\",color=\"black\"} 0"),
+                          QStringLiteral("vora_printer_ink_ratio{queue=\"Office\",color=\"magenta\"} 1"),
+                          QStringLiteral("vora_printer_ink_ratio{queue=\"Office\",color=\"yellow\"} 0.07")}));
+}
+
+void tst_vora_status_prometheus::labels_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("label");
+
+    QTest::newRow("quote and backslash") << QStringLiteral("a\"b\\c") << QStringLiteral("a\\\"b\\\\c");
+    QTest::newRow("line feed") << QStringLiteral("a\nb") << QStringLiteral("a\\nb");
+    QTest::newRow("braces") << QStringLiteral("a{b=\"c\"} 1 #") << QStringLiteral("a{b=\\\"c\\\"} 1 #");
+    QTest::newRow("other controls") << QStringLiteral("a\r\033\u0085\u2028\177")
+                                    << QStringLiteral("a\\\\u000D\\\\u001B\\\\u0085\\\\u2028\\\\u007F");
+    QTest::newRow("Chinese") << QStringLiteral("前台 ①") << QStringLiteral("前台 ①");
+    QTest::newRow("empty") << QString() << QString();
+}
+
+void tst_vora_status_prometheus::labels()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QString, label);
+
+    StatusFolder().WritePrinterList({Plain(name)});
+    const stRun run = Run({c_strPrometheus});
+    const QString strLine = QStringLiteral("vora_printer_up{queue=\"%1\"} 0").arg(label);
+    QVERIFY2(run.Lines().contains(strLine), run.output);
+    QCOMPARE(run.output.count('\n'), 9);
+}
+
+void tst_vora_status_prometheus::twoPrintersOfOneName()
+{
+    StatusFolder().WritePrinterList({Plain(QStringLiteral("Office")),
+                                     Printer(QStringLiteral("Office"), QStringLiteral("RB9X"), 1, QString()),
+                                     Plain(QStringLiteral("a\r")), Plain(QStringLiteral("a\\u000D"))});
+    StatusFolder().WriteStatus(QStringLiteral("Office"), HandMadeReply());
+    const stRun run = Run({c_strPrometheus});
+    QVERIFY(run.Lines().contains(QStringLiteral("vora_printers 4")));
+    QCOMPARE(LinesOf(run, QStringLiteral("vora_printer_info{queue=\"Office\",model=\"RA7QX\"")).size(), 1);
+    QStringList listSample = LinesOf(run, QStringLiteral("vora_"));
+    QCOMPARE(listSample.removeDuplicates(), 0);
+    QCOMPARE(LinesOf(run, QStringLiteral("vora_printer_up{")).size(), 2);
+}
+
+void tst_vora_status_prometheus::twoHundredPrinters()
+{
+    QList<stPrinterInfo> listPrinter;
+    for (int i = 0; i < 200; ++i) {
+        listPrinter.append(Plain(QStringLiteral("floor-12-room-%1-西侧").arg(i, 4, 10, QLatin1Char('0'))));
+        StatusFolder().WriteStatus(listPrinter.last().strPrinterName, HandMadeReply());
+    }
+    StatusFolder().WritePrinterList(listPrinter);
+    const stRun run = Run({c_strPrometheus});
+    QCOMPARE(LinesOf(run, QStringLiteral("vora_")).size(), 1 + 200 * 34);
+    QVERIFY2(run.output.size() < 600000, qPrintable(QString::number(run.output.size())));
+}
+
+void tst_vora_status_prometheus::replacesTheFile()
+{
+    Write("something older and longer than what comes\n" + QByteArray(1000, 'x'), QStringLiteral("vora.prom"));
+    const stRun run = Run({c_strPrometheus, QStringLiteral("--output"), QStringLiteral("vora.prom")});
+    QCOMPARE(run.output, QByteArray());
+    QCOMPARE(run.messages, QByteArray());
+    QCOMPARE(run.iExit, 0);
+    QCOMPARE(ReadFile(QStringLiteral("vora.prom")), Run({c_strPrometheus}).output);
+    QCOMPARE(QDir().entryList(QDir::Files | QDir::Hidden), QStringList(QStringLiteral("vora.prom")));
+}
+
+void tst_vora_status_prometheus::modeOfTheFile()
+{
+    const auto mode = [] {
+        struct stat status = {};
+        return ::stat("vora.prom", &status) == 0 ? status.st_mode & 07777U : 0;
+    };
+    QCOMPARE(RunInShell(QStringLiteral("umask 077"), QStringLiteral("vora.prom")).iExit, 0);
+    QCOMPARE(mode(), 0644U);
+    QCOMPARE(::chmod("vora.prom", 0666), 0);
+    QCOMPARE(RunInShell(QStringLiteral("umask 0"), QStringLiteral("vora.prom")).iExit, 0);
+    QCOMPARE(mode(), 0644U);
+}
+
+void tst_vora_status_prometheus::leavesTheFileWhenItCannotBeWritten()
+{
+    QList<stPrinterInfo> listPrinter;
+    for (int i = 0; i < 100; ++i) {
+        listPrinter.append(Plain(QString::number(i)));
+    }
+    StatusFolder().WritePrinterList(listPrinter);
+    Write("older", QStringLiteral("vora.prom"));
+    // As on a file system that is full: of 17 kB, 4 have room.
+    const stRun run = RunInShell(QStringLiteral("trap '' XFSZ; ulimit -f 8"), QStringLiteral("vora.prom"));
+    QCOMPARE(run.messages, QByteArray("vora-status: vora.prom cannot be written: File too large\n"));
+    QCOMPARE(run.iExit, 2);
+    QCOMPARE(ReadFile(QStringLiteral("vora.prom")), QByteArray("older"));
+    QCOMPARE(QDir().entryList(QDir::Files | QDir::Hidden), QStringList(QStringLiteral("vora.prom")));
+}
+
+void tst_vora_status_prometheus::writesThroughNoLink()
+{
+    Write("precious", QStringLiteral("precious"));
+    QVERIFY(QFile::link(QStringLiteral("precious"), QStringLiteral("vora.prom")));
+    const stRun run = Run({c_strPrometheus, QStringLiteral("--output"), QStringLiteral("vora.prom")});
+    QCOMPARE(run.messages, QByteArray("vora-status: vora.prom cannot be written: it is a link\n"));
+    QCOMPARE(run.iExit, 2);
+    QCOMPARE(ReadFile(QStringLiteral("precious")), QByteArray("precious"));
+    QVERIFY(QFileInfo(QStringLiteral("vora.prom")).isSymLink());
+}
+
+void tst_vora_status_prometheus::notWritten_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("message");
+
+    QTest::newRow("no folder") << "gone/\033.prom"
+                               << QByteArray("gone/\\x1B.prom cannot be written: No such file or directory");
+    QTest::newRow("a folder") << "/tmp" << QByteArray("/tmp cannot be written: Filename refers to a directory");
+}
+
+void tst_vora_status_prometheus::notWritten()
+{
+    QFETCH(const QString, path);
+    QFETCH(const QByteArray, message);
+
+    const stRun run = Run({c_strPrometheus, QStringLiteral("--output"), path});
+    QCOMPARE(run.messages, "vora-status: " + message + '\n');
+    QCOMPARE(run.iExit, 2);
+    const stRun chinese = Run({c_strPrometheus, QStringLiteral("--lang=zh"), QStringLiteral("--output"), path});
+    QVERIFY2(chinese.messages.contains("无法写入："), chinese.messages);
+    const stRun full =
+        RunCommand(QStringLiteral("sh"),
+                   {QStringLiteral("-c"), QStringLiteral("exec \"$0\" --prometheus > /dev/full"), c_strProgram});
+    QCOMPARE(full.messages, QByteArray("vora-status: the output cannot be written\n"));
+    QCOMPARE(full.iExit, 2);
+}
+
+void tst_vora_status_prometheus::usageErrors_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("words");
+
+    const QByteArray alone = "--prometheus takes no files, --udp or --watch.";
+    QTest::newRow("file") << QStringList{c_strPrometheus, QStringLiteral("a.dat")} << alone;
+    QTest::newRow("address") << QStringList{c_strPrometheus, QStringLiteral("--udp=127.0.0.1")} << alone;
+    QTest::newRow("watch") << QStringList{c_strPrometheus, QStringLiteral("--watch")} << alone;
+    QTest::newRow("output alone") << QStringList{QStringLiteral("--output=a.prom")}
+                                  << QByteArray("--output goes with --prometheus.");
+    QTest::newRow("output of JSON") << QStringList{QStringLiteral("--json"), QStringLiteral("--output=a.prom")}
+                                    << QByteArray("--output goes with --prometheus.");
+    QTest::newRow("JSON") << QStringList{QStringLiteral("--json"), c_strPrometheus}
+                          << QByteArray("--json and --prometheus exclude each other.");
+    QTest::newRow("fields") << QStringList{QStringLiteral("--hex"), QStringLiteral("--fields")}
+                            << QByteArray("--hex and --fields exclude each other.");
+}
+
+void tst_vora_status_prometheus::usageErrors()
+{
+    QFETCH(const QStringList, arguments);
+    QFETCH(const QByteArray, words);
+
+    const stRun run = Run(arguments);
+    QCOMPARE(run.messages, "vora-status: " + words + "\nSee 'vora-status --help'.\n");
+    QCOMPARE(run.output, QByteArray());
+    QCOMPARE(run.iExit, 64);
+    QVERIFY(QDir().entryList(QDir::Files).isEmpty());
+}
+
+QTEST_GUILESS_MAIN(tst_vora_status_prometheus)
+
+#include "tst_vora_status_prometheus.moc"
