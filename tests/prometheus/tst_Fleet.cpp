@@ -1,0 +1,216 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "PrintHost.h"
+#include "PrometheusServer.h"
+#include "TestFiles.h"
+
+#include <QJsonObject>
+#include <QtTest>
+
+#include <map>
+#include <memory>
+
+namespace {
+
+constexpr int c_iPatience = 60000; // milliseconds; more than two rounds of a scenario
+
+const QStringList c_listState{QStringLiteral("ready"),     QStringLiteral("initialize"), QStringLiteral("busy"),
+                              QStringLiteral("canceling"), QStringLiteral("printing"),   QStringLiteral("scanning"),
+                              QStringLiteral("copying"),   QStringLiteral("reporting"),  QStringLiteral("cleaning"),
+                              QStringLiteral("alignment"), QStringLiteral("scan-back"),  QStringLiteral("debug")};
+
+QString Scenario(const char* pName)
+{
+    return QStringLiteral(VORA_SCENARIOS) + QString::fromLatin1(pName);
+}
+
+QString Label(const QJsonValue& series, const char* pName)
+{
+    return series.toObject().value(QStringLiteral("metric")).toObject().value(QLatin1String(pName)).toString();
+}
+
+/// The samples of a series by their time.
+std::map<double, double> Samples(const QJsonValue& series)
+{
+    std::map<double, double> samples;
+    for (const QJsonValue& sample : series.toObject().value(QStringLiteral("values")).toArray()) {
+        samples[sample.toArray().at(0).toDouble()] = sample.toArray().at(1).toString().toDouble();
+    }
+    return samples;
+}
+
+} // namespace
+
+/// Three print hosts and a Prometheus server of Debian's on the sandbox's loopback, asked through its own interface.
+class tst_Fleet : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void queuesByName();
+    void printerOffline();
+    void error();
+    void inkRunsOut();
+    void hostVanishes();
+    // Last, as they need a whole round of their scenario, which goes on meanwhile.
+    void everyStateArrivesInOrder();
+    void everyStateArrivesWithinTwoScrapes();
+    void nothingIsRefused();
+
+private:
+    bool IsFiring(const QString& strAlert, const QString& strSelector);
+
+    PrintHost m_tour{Scenario("tour.json"), QStringLiteral("/tmp/tour"), 9101};
+    PrintHost m_ink{Scenario("ink.json"), QStringLiteral("/tmp/ink"), 9102};
+    PrintHost m_line{Scenario("line.json"), QStringLiteral("/tmp/line"), 9103};
+    PrometheusServer m_server{QStringLiteral("/tmp/prometheus")};
+};
+
+bool tst_Fleet::IsFiring(const QString& strAlert, const QString& strSelector)
+{
+    return !m_server
+                .Query(QStringLiteral("ALERTS{alertname=\"%1\",alertstate=\"firing\",%2}").arg(strAlert, strSelector))
+                .isEmpty();
+}
+
+void tst_Fleet::initTestCase()
+{
+    for (PrintHost* pHost : {&m_tour, &m_ink, &m_line}) {
+        pHost->Start();
+    }
+    m_server.Start({m_tour.Instance(), m_ink.Instance(), m_line.Instance()});
+    QVERIFY(!QTest::currentTestFailed());
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("sum(vora_printers)")), 5.0, c_iPatience);
+}
+
+void tst_Fleet::everyStateArrivesInOrder()
+{
+    QTRY_COMPARE_WITH_TIMEOUT(
+        m_server.Value(QStringLiteral("count(max_over_time(vora_printer_state{queue=\"tour\"}[10m]) == 1)")), 12.0,
+        c_iPatience);
+    std::map<double, QString> stateAt;
+    std::map<double, int> statesAt;
+    for (const QJsonValue& series : m_server.Query(QStringLiteral("vora_printer_state{queue=\"tour\"}[10m]"))) {
+        for (const auto& [dTime, dValue] : Samples(series)) {
+            if (dValue == 1) {
+                stateAt[dTime] = Label(series, "state");
+            }
+            statesAt[dTime] += dValue == 1 ? 1 : 0;
+        }
+    }
+    QString strBefore;
+    int iChanges = 0;
+    for (const auto& [dTime, strState] : stateAt) {
+        if (!strBefore.isEmpty() && strState != strBefore) {
+            const auto iExpected = (c_listState.indexOf(strBefore) + 1) % c_listState.size();
+            QCOMPARE(strState, c_listState.at(iExpected));
+            ++iChanges;
+        }
+        strBefore = strState;
+        QCOMPARE(statesAt.at(dTime), 1);
+    }
+    QVERIFY(iChanges >= 11);
+    QCOMPARE(statesAt.size(), stateAt.size());
+}
+
+void tst_Fleet::everyStateArrivesWithinTwoScrapes()
+{
+    const QString strTimes = QStringLiteral("vora_printer_reply_timestamp_seconds{queue=\"tour\"}[10m]");
+    const auto changes = [&] {
+        std::map<double, double> firstSeen; // when a reply was written, when it was seen
+        for (const QJsonValue& series : m_server.Query(strTimes)) {
+            for (const auto& [dTime, dWritten] : Samples(series)) {
+                firstSeen.emplace(dWritten, dTime);
+            }
+        }
+        return firstSeen;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(changes().size() >= 8, c_iPatience);
+    const std::map<double, double> scrapes =
+        Samples(m_server.Query(QStringLiteral("up{instance=\"%1\"}[10m]").arg(m_tour.Instance())).at(0));
+    QVERIFY(scrapes.size() >= 8);
+    for (const auto& [dWritten, dSeen] : changes()) {
+        if (dWritten < scrapes.begin()->first || dSeen > scrapes.rbegin()->first) {
+            continue; // before the server started, after it was asked
+        }
+        const auto iScrapes = std::distance(scrapes.upper_bound(dWritten), scrapes.upper_bound(dSeen));
+        QVERIFY2(iScrapes >= 1 && iScrapes <= 2, qPrintable(QString::number(iScrapes)));
+    }
+}
+
+void tst_Fleet::printerOffline()
+{
+    const QString strQueue = QStringLiteral("queue=\"Office\"");
+    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(QStringLiteral("VoraPrinterOffline"), strQueue), c_iPatience);
+    QVERIFY(!IsFiring(QStringLiteral("VoraPrinterOffline"), QStringLiteral("queue=\"Store\"")));
+    // Nothing but this is told of it.
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("vora_printer_up{queue=\"Office\"}")), 0.0, c_iPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(
+        m_server
+            .Query(
+                QStringLiteral("vora_printer_state{queue=\"Office\"} and on () vora_printer_up{queue=\"Office\"} == 0"))
+            .isEmpty(),
+        c_iPatience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("vora_printer_up{queue=\"Office\"}")), 1.0, c_iPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(QStringLiteral("VoraPrinterOffline"), strQueue), c_iPatience);
+}
+
+void tst_Fleet::error()
+{
+    const QString strSelector = QStringLiteral("queue=\"前台-打印机\",name=\"paper-jam\",code=\"0x6110\"");
+    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(QStringLiteral("VoraPrinterError"), strSelector), c_iPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(QStringLiteral("VoraPrinterError"), strSelector), c_iPatience);
+}
+
+void tst_Fleet::inkRunsOut()
+{
+    const QString strSelector = QStringLiteral("queue=\"a\\\"b\\\\c\",color=\"black\"");
+    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(QStringLiteral("VoraPrinterInkLow"), strSelector), c_iPatience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("vora_printer_ink_ratio{%1}").arg(strSelector)), 0.0,
+                              c_iPatience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("fleet:vora_printer_ink_ratio:min")), 0.0, c_iPatience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("vora_printer_ink_ratio{%1}").arg(strSelector)), 1.0,
+                              c_iPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(QStringLiteral("VoraPrinterInkLow"), strSelector), c_iPatience);
+}
+
+void tst_Fleet::hostVanishes()
+{
+    const QString strHost = QStringLiteral("instance=\"%1\"").arg(m_line.Instance());
+    const QString strAbsent = QStringLiteral("absent(vora_printers{%1})").arg(strHost);
+    QVERIFY(m_server.Query(strAbsent).isEmpty());
+    m_line.Kill();
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(strAbsent), 1.0, c_iPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(QStringLiteral("VoraExporterSilent"), strHost), c_iPatience);
+    QCOMPARE(m_server.Value(QStringLiteral("count(ALERTS{alertname=\"VoraExporterSilent\"})")), 1.0);
+    QCOMPARE(m_server.Value(QStringLiteral("sum(vora_printers)")), 3.0);
+    m_line.Start();
+    QTRY_VERIFY_WITH_TIMEOUT(m_server.Query(strAbsent).isEmpty(), c_iPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(QStringLiteral("VoraExporterSilent"), strHost), c_iPatience);
+    QCOMPARE(m_server.Value(QStringLiteral("sum(vora_printers)")), 5.0);
+}
+
+void tst_Fleet::queuesByName()
+{
+    for (const char* pSelector : {R"(queue="a\"b\\c")", R"(queue="前台-打印机")"}) {
+        const QJsonArray listSeries =
+            m_server.Query(QStringLiteral("vora_printer_info{%1}").arg(QString::fromUtf8(pSelector)));
+        QCOMPARE(listSeries.size(), 1);
+        QCOMPARE(Label(listSeries.at(0), "connection"), QStringLiteral("network"));
+    }
+    QCOMPARE(Label(m_server.Query(QStringLiteral("vora_printer_info{model=\"RB9Q\",queue=~\"a.b.c\"}")).at(0), "queue"),
+             QStringLiteral("a\"b\\c"));
+}
+
+void tst_Fleet::nothingIsRefused()
+{
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("count(node_textfile_scrape_error == 0)")), 3.0,
+                              c_iPatience);
+    QCOMPARE(m_server.Value(QStringLiteral("max(max_over_time(node_textfile_scrape_error[10m]))")), 0.0);
+}
+
+QTEST_GUILESS_MAIN(tst_Fleet)
+
+#include "tst_Fleet.moc"
