@@ -34,7 +34,7 @@ QString Label(const QJsonValue& series, const char* pName)
 std::map<double, double> Samples(const QJsonValue& series)
 {
     std::map<double, double> samples;
-    for (const QJsonValue& sample : series.toObject().value(QStringLiteral("values")).toArray()) {
+    for (const auto& sample : series.toObject().value(QStringLiteral("values")).toArray()) {
         samples[sample.toArray().at(0).toDouble()] = sample.toArray().at(1).toString().toDouble();
     }
     return samples;
@@ -92,7 +92,7 @@ void tst_Fleet::everyStateArrivesInOrder()
         c_iPatience);
     std::map<double, QString> stateAt;
     std::map<double, int> statesAt;
-    for (const QJsonValue& series : m_server.Query(QStringLiteral("vora_printer_state{queue=\"tour\"}[10m]"))) {
+    for (const auto& series : m_server.Query(QStringLiteral("vora_printer_state{queue=\"tour\"}[10m]"))) {
         for (const auto& [dTime, dValue] : Samples(series)) {
             if (dValue == 1) {
                 stateAt[dTime] = Label(series, "state");
@@ -120,7 +120,7 @@ void tst_Fleet::everyStateArrivesWithinTwoScrapes()
     const QString strTimes = QStringLiteral("vora_printer_reply_timestamp_seconds{queue=\"tour\"}[10m]");
     const auto changes = [&] {
         std::map<double, double> firstSeen; // when a reply was written, when it was seen
-        for (const QJsonValue& series : m_server.Query(strTimes)) {
+        for (const auto& series : m_server.Query(strTimes)) {
             for (const auto& [dTime, dWritten] : Samples(series)) {
                 firstSeen.emplace(dWritten, dTime);
             }
