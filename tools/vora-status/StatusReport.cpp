@@ -6,6 +6,8 @@
 #include "ReplyLabels.h"
 #include "UtilStatusFile.h"
 
+#include <QDateTime>
+
 namespace {
 
 const std::array<stReplyLabel, enFailureCount> c_failureLabelList = {{
