@@ -13,6 +13,7 @@
 #include <QtTest>
 
 #include <limits>
+#include <memory>
 
 PrometheusServer::~PrometheusServer()
 {

@@ -9,7 +9,6 @@
 #include <QtTest>
 
 #include <map>
-#include <memory>
 
 namespace {
 

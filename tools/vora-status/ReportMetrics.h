@@ -10,6 +10,7 @@
 #include <initializer_list>
 #include <set>
 #include <utility>
+#include <vector>
 
 class StatusReport;
 

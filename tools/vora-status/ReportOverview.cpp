@@ -13,6 +13,8 @@
 #include <QDateTime>
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 namespace {
 
