@@ -269,7 +269,7 @@ void tst_vora_status::jsonControlCharacters()
     QCOMPARE(run.Report().value(QStringLiteral("reply")).toObject().value(QStringLiteral("product")).toString(),
              QString::fromLatin1(reply.productName));
     // In a text it is the same, as people read it.
-    QVERIFY(Run({strName}).output.startsWith("a\\u202E前\\U000E0001.dat: "));
+    QVERIFY(RunFields({strName}).output.startsWith("a\\u202E前\\U000E0001.dat: "));
 }
 
 void tst_vora_status::hexGood()

@@ -155,7 +155,8 @@ void tst_vora_status_watch::watchEndsThoughNobodyReads()
     const int iPipe = ::open("pipe", O_RDWR | O_CLOEXEC);
     QVERIFY(iPipe >= 0);
     const QString strFiles = QStringLiteral(" reply.dat").repeated(100);
-    Watcher watcher({QStringLiteral("-c"), QStringLiteral("exec \"$0\" --watch") + strFiles + QStringLiteral(" > pipe"),
+    Watcher watcher({QStringLiteral("-c"),
+                     QStringLiteral("exec \"$0\" --fields --watch") + strFiles + QStringLiteral(" > pipe"),
                      c_strProgram},
                     QStringLiteral("sh"));
     const auto unread = [iPipe] {
