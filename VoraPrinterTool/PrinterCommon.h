@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "SuppliesKeys.h"
+
 #include <QList>
 #include <QString>
 
@@ -31,78 +33,24 @@ inline QString StatusFilePath(const QString& strPrinterName)
 
 // ---- Enumerations --------------------------------------------------------------------------------------------------
 
-/// State of a printer; the row of c_strStatusLanguageText.
+// Both from the table StatusCodes.def, which has their values, raw codes, names and texts.
+
+/// State of a printer; the row of c_strStatusLanguageText. enStatusOffline: never reached, or reads keep failing.
 enum enPrinterStatus
 {
-    enStatusUnknown = 0,
-    enStatusVersionMismatch = 1,
-    enStatusOffline = 2, ///< never reached, or reads keep failing
-    enStatusReady = 3,
-    enStatusInitialize = 4,
-    enStatusBusy = 5,
-    enStatusCanceling = 6,
-    enStatusError = 7,
-    enStatusPrinting = 8,
-    enStatusScanning = 9,
-    enStatusCopying = 10,
-    enStatusReporting = 11,
-    enStatusCleaning = 12,
-    enStatusAlignment = 13,
-    enStatusScanBack = 14,
-    enStatusDebug = 15,
-    enStatusCount = 16
+#define VORA_STATE(enStatus, ...) enStatus,
+#define VORA_UNSENT_STATE(enStatus, ...) enStatus,
+#include "StatusCodes.def"
+    enStatusCount
 };
 
 /// An error or a warning (which one is decided by the reply's list that it stands in); the row of c_strErrorDescText.
 enum enErrorStatus : int
 {
-    enErrorUnknown = 0,
-    enErrorWifiInitFailed = 1,
-    enErrorBlackHeadDamaged = 2,
-    enErrorColorHeadDamaged = 3,
-    enErrorEndOfLife = 4,
-    enErrorScannerOrigin = 5,
-    enErrorFeedMotor = 6,
-    enErrorCarriageMotor = 7,
-    enErrorMemoryFull = 8,
-    enErrorFatal = 9,
-    enErrorUpdateFailed = 10,
-    enErrorNoPaper = 11,
-    enErrorPaperSize = 12,
-    enErrorPaperJam = 13,
-    enErrorPaperPlacement = 14,
-    enErrorInkDoorOpen = 15,
-    enErrorService6121 = 16,
-    enErrorService6122 = 17,
-    enErrorBlackHeadMismatch = 18,
-    enErrorColorHeadMismatch = 19,
-    enErrorNozzleOvercurrent = 20,
-    enErrorAlignment = 21,
-    enErrorAlignmentSetup = 22,
-    enErrorBlackHeadHot = 23,
-    enErrorColorHeadHot = 24,
-    enErrorBlackInkLow = 25,
-    enErrorColorInkLow = 26,
-    enErrorBothInkLow = 27,
-    enErrorCyanInkLow = 28,
-    enErrorMagentaInkLow = 29,
-    enErrorYellowInkLow = 30,
-    enErrorBlackInkEmpty = 31,
-    enErrorColorInkEmpty = 32,
-    enErrorBlackHeadMissing = 33,
-    enErrorColorHeadMissing = 34,
-    enErrorCyanInkEmpty = 35,
-    enErrorMagentaInkEmpty = 36,
-    enErrorYellowInkEmpty = 37,
-    enErrorNoColorForPhotoPrint = 38,
-    enErrorNoColorForPhotoCopy = 39,
-    enErrorBlackOutUsingColor = 40,
-    enErrorColorOutUsingBlack = 41,
-    enErrorCode6800 = 42,
-    enErrorCupsRasterPrint = 43,
-    enErrorUrfRasterPrint = 44,
-    enErrorNetwork = 45,
-    enErrorCount = 46
+#define VORA_ERROR(enError, ...) enError,
+#define VORA_UNSENT_ERROR(enError, ...) enError,
+#include "StatusCodes.def"
+    enErrorCount
 };
 
 /// Type of the installed supply. The printer's number is not interpreted, so there is one value.
@@ -138,18 +86,10 @@ struct stPrinterState
     QList<enErrorStatus> listWarningStatus; ///< in the order of the reply
     QString strSupplySerialNumber;
     int enSpplyType = enSupplyTypeDefault; ///< enSupplyType
-    unsigned long dwRemainingToner = 0;
-    unsigned long dwWasteToner = 0;
-    unsigned long dwBlackInkRemainer = 0;  ///< per cent
-    unsigned long dwBlueInkRemainer = 0;   ///< cyan, per cent
-    unsigned long dwRedInkRemainer = 0;    ///< magenta, per cent
-    unsigned long dwYellowInkRemainer = 0; ///< per cent
-    unsigned long dwOPCRotation = 0;
-    unsigned long dwNumberOfPages = 0;
-    unsigned long dwNumberOfPrint = 0;
-    unsigned long dwPrintDotsCount = 0;
-    unsigned long dwPrinterNumOfPages = 0;
-    unsigned long dwPrinterNumOfPrint = 0;
+    // The figures of SuppliesKeys.h, an ink's in per cent.
+#define VORA_MEMBER(enKey, wKey, iBytes, Stem, ...) unsigned long dw##Stem = 0;
+    VORA_SUPPLIES_OF_STATE(VORA_MEMBER)
+#undef VORA_MEMBER
     int iReadFailCount = 0; ///< failed status reads in a row
 };
 
@@ -175,12 +115,18 @@ struct stModelInfo
     int iProductId; ///< USB
 };
 
-inline const stModelInfo c_stModelInfoList[7] = {
-    {QStringLiteral("RA7QX"), QStringLiteral("Vora RA7QX"), QStringLiteral("Vora_RA7QX.ppd"), 0x4A7C, 0x7105},
-    {QStringLiteral("RA7Q"), QStringLiteral("Vora RA7Q"), QStringLiteral("Vora_RA7Q.ppd"), 0x4A7C, 0x7106},
-    {QStringLiteral("RA7X"), QStringLiteral("Vora RA7X"), QStringLiteral("Vora_RA7X.ppd"), 0x4A7C, 0x7107},
-    {QStringLiteral("RB9QX"), QStringLiteral("Vora RB9QX"), QStringLiteral("Vora_RB9QX.ppd"), 0x4A7C, 0x7108},
-    {QStringLiteral("RB9Q"), QStringLiteral("Vora RB9Q"), QStringLiteral("Vora_RB9Q.ppd"), 0x4A7C, 0x7109},
-    {QStringLiteral("RB9X"), QStringLiteral("Vora RB9X"), QStringLiteral("Vora_RB9X.ppd"), 0x4A7C, 0x710A},
-    {QStringLiteral("HV5520TP"), QStringLiteral("Vora HV5520TP"), QStringLiteral("Vora_HV5520TP.ppd"), 0x4A7C, 0x7121},
+// clang-format off
+#define VORA_MODEL(strCode, iProductId) \
+    {QStringLiteral(strCode), QStringLiteral("Vora " strCode), QStringLiteral("Vora_" strCode ".ppd"), 0x4A7C, iProductId},
+// The first is the simulator's default.
+inline const stModelInfo c_stModelInfoList[] = {
+    VORA_MODEL("RA7QX", 0x7105)
+    VORA_MODEL("RA7Q", 0x7106)
+    VORA_MODEL("RA7X", 0x7107)
+    VORA_MODEL("RB9QX", 0x7108)
+    VORA_MODEL("RB9Q", 0x7109)
+    VORA_MODEL("RB9X", 0x710A)
+    VORA_MODEL("HV5520TP", 0x7121)
 };
+#undef VORA_MODEL
+// clang-format on

@@ -41,7 +41,7 @@ QStringList PrinterStatusLines(int iIndex, const stPrinterManager& printer)
         return strName + QLatin1String(": ") + QLatin1String(pField) + QLatin1Char('=') + EscapeControls(strValue);
     };
     const auto number = [&text](const char* pField, auto value) { return text(pField, QString::number(value)); };
-    return {
+    QStringList listLine = {
         QStringLiteral("printer[") + QString::number(iIndex) + QStringLiteral("]=") + strName,
         text("strPrinterSerialNumber", state.strPrinterSerialNumber),
         number("enCurrentStatus", state.enCurrentStatus),
@@ -54,17 +54,9 @@ QStringList PrinterStatusLines(int iIndex, const stPrinterManager& printer)
         text("warning code", CodeText(state.listWarningStatus)),
         text("strSupplySerialNumber", state.strSupplySerialNumber),
         number("enSpplyType", state.enSpplyType),
-        number("dwRemainingToner", state.dwRemainingToner),
-        number("dwWasteToner", state.dwWasteToner),
-        number("dwBlackInkRemainer", state.dwBlackInkRemainer),
-        number("dwBlueInkRemainer", state.dwBlueInkRemainer),
-        number("dwRedInkRemainer", state.dwRedInkRemainer),
-        number("dwYellowInkRemainer", state.dwYellowInkRemainer),
-        number("dwOPCRotation", state.dwOPCRotation),
-        number("dwNumberOfPages", state.dwNumberOfPages),
-        number("dwNumberOfPrint", state.dwNumberOfPrint),
-        number("dwPrintDotsCount", state.dwPrintDotsCount),
-        number("dwPrinterNumOfPages", state.dwPrinterNumOfPages),
-        number("dwPrinterNumOfPrint", state.dwPrinterNumOfPrint),
     };
+#define VORA_LINE(enKey, wKey, iBytes, Stem, ...) listLine.append(number("dw" #Stem, state.dw##Stem));
+    VORA_SUPPLIES_OF_STATE(VORA_LINE)
+#undef VORA_LINE
+    return listLine;
 }

@@ -170,25 +170,15 @@ void UtilPrinterStatus::setSuppliesData(unsigned long dwKey, const unsigned char
         dwValue = byteToDWORD(pData, dwLength);
     };
     switch (dwKey) {
-    case 0x0000: CopyBounded(m_supplySerialNumber, pData, dwLength); break;
-    case 0x0001: store(m_rawSupplyType, m_dwSupplyType); break;
-    case 0x1000: store(m_rawRemainingToner, m_dwRemainingToner); break;
-    case 0x1001: store(m_rawWasteToner, m_dwWasteToner); break;
-    case 0x1002: store(m_rawOPCRotation, m_dwOPCRotation); break;
-    case 0x1003:
-        // Both from the same data; a 0x1004 record that follows overwrites the prints.
-        store(m_rawNumberOfPages, m_dwNumberOfPages);
-        store(m_rawNumberOfPrint, m_dwNumberOfPrint);
-        break;
-    case 0x1004: store(m_rawNumberOfPrint, m_dwNumberOfPrint); break;
-    case 0x1100: store(m_rawPrintDotsCount, m_dwPrintDotsCount); break;
-    case 0x1101: store(m_rawPrinterNumOfPages, m_dwPrinterNumOfPages); break;
-    case 0x1102: store(m_rawPrinterNumOfPrint, m_dwPrinterNumOfPrint); break;
-    case 0x4043: store(m_rawBlackInkRemainer, m_dwBlackInkRemainer); break;
-    case 0x4143: store(m_rawBlueInkRemainer, m_dwBlueInkRemainer); break;
-    case 0x4243: store(m_rawRedInkRemainer, m_dwRedInkRemainer); break;
-    case 0x4343: store(m_rawYellowInkRemainer, m_dwYellowInkRemainer); break;
+    case enSuppliesSerialNumber: CopyBounded(m_supplySerialNumber, pData, dwLength); break;
+#define VORA_STORE(enKey, wKey, iBytes, Stem, ...)                                                                     \
+    case enKey: store(m_raw##Stem, m_dw##Stem); break;
+        VORA_SUPPLIES_OF_REPLY(VORA_STORE)
+#undef VORA_STORE
     default: break;
+    }
+    if (dwKey == enSuppliesNumberOfPages) {
+        store(m_rawNumberOfPrint, m_dwNumberOfPrint); // a record of prints that follows overwrites them
     }
 }
 
@@ -204,18 +194,9 @@ stPrinterState DecodedState(const UtilPrinterStatus& reply)
     state.listWarningStatus = ErrorStatusList(reply.m_listWarningCode);
     state.strSupplySerialNumber = TextOf(reply.m_supplySerialNumber);
     state.enSpplyType = GetTonerTypeEnum(reply.m_dwSupplyType);
-    state.dwRemainingToner = reply.m_dwRemainingToner;
-    state.dwWasteToner = reply.m_dwWasteToner;
-    state.dwBlackInkRemainer = reply.m_dwBlackInkRemainer;
-    state.dwBlueInkRemainer = reply.m_dwBlueInkRemainer;
-    state.dwRedInkRemainer = reply.m_dwRedInkRemainer;
-    state.dwYellowInkRemainer = reply.m_dwYellowInkRemainer;
-    state.dwOPCRotation = reply.m_dwOPCRotation;
-    state.dwNumberOfPages = reply.m_dwNumberOfPages;
-    state.dwNumberOfPrint = reply.m_dwNumberOfPrint;
-    state.dwPrintDotsCount = reply.m_dwPrintDotsCount;
-    state.dwPrinterNumOfPages = reply.m_dwPrinterNumOfPages;
-    state.dwPrinterNumOfPrint = reply.m_dwPrinterNumOfPrint;
+#define VORA_CONVERT(enKey, wKey, iBytes, Stem, ...) state.dw##Stem = reply.m_dw##Stem;
+    VORA_SUPPLIES_OF_STATE(VORA_CONVERT)
+#undef VORA_CONVERT
     state.iReadFailCount = 0;
     return state;
 }

@@ -23,7 +23,6 @@ class UtilPrinterStatus
 public:
     using Text = std::array<char, 256>; ///< a string of the reply, cut to 255 bytes and a zero
     using Raw2 = std::array<char, 3>;   ///< two raw bytes and a zero
-    using Raw4 = std::array<char, 5>;   ///< four raw bytes and a zero
 
     /// Decodes dwLength bytes: accepted when the whole layout up to and including the last supplies record lies within
     /// them. The fields before the one at fault are filled in any case.
@@ -92,33 +91,13 @@ public:
     unsigned long m_dwSuppliesCount = 0;
 
     std::array<char, 65> m_supplySerialNumber{};
-    Raw4 m_rawSupplyType{};
-    Raw2 m_rawRemainingToner{};
-    Raw2 m_rawWasteToner{};
-    Raw2 m_rawOPCRotation{};
-    Raw4 m_rawNumberOfPages{};
-    Raw4 m_rawNumberOfPrint{};
-    Raw2 m_rawPrintDotsCount{};
-    Raw4 m_rawPrinterNumOfPages{};
-    Raw4 m_rawPrinterNumOfPrint{};
-    Raw2 m_rawBlackInkRemainer{};
-    Raw2 m_rawBlueInkRemainer{};
-    Raw2 m_rawRedInkRemainer{};
-    Raw2 m_rawYellowInkRemainer{};
-
-    unsigned long m_dwSupplyType = 0;
-    unsigned long m_dwRemainingToner = 0;
-    unsigned long m_dwWasteToner = 0;
-    unsigned long m_dwOPCRotation = 0;
-    unsigned long m_dwNumberOfPages = 0;
-    unsigned long m_dwNumberOfPrint = 0;
-    unsigned long m_dwPrintDotsCount = 0;
-    unsigned long m_dwPrinterNumOfPages = 0;
-    unsigned long m_dwPrinterNumOfPrint = 0;
-    unsigned long m_dwBlackInkRemainer = 0;
-    unsigned long m_dwBlueInkRemainer = 0;
-    unsigned long m_dwRedInkRemainer = 0;
-    unsigned long m_dwYellowInkRemainer = 0;
+    // For each number of SuppliesKeys.h its raw bytes, then all values.
+#define VORA_RAW(enKey, wKey, iBytes, Stem, ...) std::array<char, (iBytes) + 1> m_raw##Stem{};
+    VORA_SUPPLIES_OF_REPLY(VORA_RAW)
+#undef VORA_RAW
+#define VORA_NUMBER(enKey, wKey, iBytes, Stem, ...) unsigned long m_dw##Stem = 0;
+    VORA_SUPPLIES_OF_REPLY(VORA_NUMBER)
+#undef VORA_NUMBER
 };
 
 /// The record that a decoded reply becomes, with no failed reads. Called from any thread.

@@ -21,8 +21,15 @@ struct stErrorCode
     enErrorStatus enStatus;
 };
 
-extern const std::array<stStatusCode, 12> c_stStatusCodeList;
-extern const std::array<stErrorCode, 45> c_stErrorCodeList;
+// The states and errors that have a raw code, in the order of their values.
+inline constexpr std::array c_stStatusCodeList = {
+#define VORA_STATE(enStatus, wRawCode, ...) stStatusCode{wRawCode, enStatus},
+#include "StatusCodes.def"
+};
+inline constexpr std::array c_stErrorCodeList = {
+#define VORA_ERROR(enError, wRawCode, ...) stErrorCode{wRawCode, enError},
+#include "StatusCodes.def"
+};
 
 /// State for the reply's raw state byte; enStatusUnknown for any other number.
 enPrinterStatus GetPrinterStatusEnum(unsigned long dwRawCode);

@@ -3,9 +3,7 @@
 
 #include "UtilText.h"
 
-namespace {
-
-bool IsObeyed(uint dwCode)
+bool IsObeyedByTerminals(uint dwCode)
 {
     switch (QChar::category(dwCode)) {
     case QChar::Other_Control:
@@ -16,21 +14,20 @@ bool IsObeyed(uint dwCode)
     }
 }
 
-} // namespace
+QString EscapeOf(uint dwCode)
+{
+    return QString::asprintf(dwCode <= 0xFF ? "\\x%02X" : dwCode <= 0xFFFF ? "\\u%04X" : "\\U%08X", dwCode);
+}
 
 QString EscapeControls(const QString& strText)
 {
     QString strEscaped;
-    for (auto it = strText.begin(); it != strText.end(); ++it) {
-        const auto next = it + 1;
-        const bool bPair = it->isHighSurrogate() && next != strText.end() && next->isLowSurrogate();
-        const uint dwCode = bPair ? QChar::surrogateToUcs4(*it, *next) : it->unicode();
-        if (IsObeyed(dwCode)) {
-            strEscaped += QString::asprintf(dwCode <= 0xFF ? "\\x%02X" : bPair ? "\\U%08X" : "\\u%04X", dwCode);
+    ForEachCharacter(strText, [&strEscaped](uint dwCode, const QChar* pHalves, int iHalves) {
+        if (IsObeyedByTerminals(dwCode)) {
+            strEscaped += EscapeOf(dwCode);
         } else {
-            strEscaped.append(&*it, bPair ? 2 : 1);
+            strEscaped.append(pHalves, iHalves);
         }
-        it += bPair ? 1 : 0;
-    }
+    });
     return strEscaped;
 }

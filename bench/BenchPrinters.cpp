@@ -36,10 +36,7 @@ QByteArray RichReply()
     reply.listErrorCode = {0x6105, 0x6100, 0x6110};
     reply.listWarningCode = {0x6160, 0x6161};
     reply.listSupplies.append({enSuppliesSerialNumber, "CRG-0099887766"});
-    for (const enSuppliesKey enKey :
-         {enSuppliesType, enSuppliesRemainingToner, enSuppliesWasteToner, enSuppliesOPCRotation,
-          enSuppliesNumberOfPages, enSuppliesNumberOfPrint, enSuppliesPrintDotsCount, enSuppliesPrinterNumOfPages,
-          enSuppliesPrinterNumOfPrint, enSuppliesBlackInk, enSuppliesBlueInk, enSuppliesRedInk, enSuppliesYellowInk}) {
+    for (const enSuppliesKey enKey : c_enSuppliesNumberList) {
         reply.listSupplies.append(MakeSuppliesRecord(enKey, 77));
     }
     return EncodeStatusReply(reply);

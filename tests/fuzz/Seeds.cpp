@@ -26,10 +26,7 @@ stStatusReply FullReply()
     reply.listErrorCode = {0x6110, 0x6156};
     reply.listWarningCode = {0x6160};
     reply.listSupplies = {{enSuppliesSerialNumber, "INK42"}};
-    for (const enSuppliesKey enKey :
-         {enSuppliesType, enSuppliesRemainingToner, enSuppliesWasteToner, enSuppliesOPCRotation,
-          enSuppliesNumberOfPages, enSuppliesNumberOfPrint, enSuppliesPrintDotsCount, enSuppliesPrinterNumOfPages,
-          enSuppliesPrinterNumOfPrint, enSuppliesBlackInk, enSuppliesBlueInk, enSuppliesRedInk, enSuppliesYellowInk}) {
+    for (const enSuppliesKey enKey : c_enSuppliesNumberList) {
         reply.listSupplies.append(MakeSuppliesRecord(enKey, 42));
     }
     return reply;

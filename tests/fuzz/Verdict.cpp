@@ -49,10 +49,11 @@ bool IsWithinBounds(const stPrinterState& state)
     const bool bTexts = state.strVenderName.size() <= 255 && state.strProductName.size() <= 255 &&
                         state.strPrinterSerialNumber.size() <= 255 && state.strFWVersion.size() <= 255 &&
                         state.strSupplySerialNumber.size() <= 64;
-    const unsigned long dwHighest =
-        std::max({state.dwRemainingToner, state.dwWasteToner, state.dwBlackInkRemainer, state.dwBlueInkRemainer,
-                  state.dwRedInkRemainer, state.dwYellowInkRemainer, state.dwOPCRotation, state.dwNumberOfPages,
-                  state.dwNumberOfPrint, state.dwPrintDotsCount, state.dwPrinterNumOfPages, state.dwPrinterNumOfPrint});
+    const unsigned long dwHighest = std::max({
+#define VORA_FIGURE(enKey, wKey, iBytes, Stem, ...) state.dw##Stem,
+        VORA_SUPPLIES_OF_STATE(VORA_FIGURE)
+#undef VORA_FIGURE
+    });
     return bTexts && state.enCurrentStatus >= 0 && state.enCurrentStatus < enStatusCount &&
            state.enSpplyType == enSupplyTypeDefault && AreErrors(state.listErrorStatus) &&
            AreErrors(state.listWarningStatus) && dwHighest <= 0xFFFFFFFF && state.iReadFailCount == 0;

@@ -22,7 +22,7 @@ const QString c_strSupplies = QStringLiteral("supplies");
 const QString c_strSupplySerial = QStringLiteral("supply-serial");
 const QString c_strUnexamined = QStringLiteral("unexamined");
 
-/// The supplies records that hold a number.
+/// The supplies records that hold a number, inks first.
 struct stNumberField
 {
     const char* pstrKey;
@@ -31,19 +31,10 @@ struct stNumberField
 };
 
 const QList<stNumberField> c_numberFieldList = {
-    {"cyan", enSuppliesBlueInk, "cyan ink, per cent"},
-    {"magenta", enSuppliesRedInk, "magenta ink, per cent"},
-    {"yellow", enSuppliesYellowInk, "yellow ink, per cent"},
-    {"black", enSuppliesBlackInk, "black ink, per cent"},
-    {"remaining-toner", enSuppliesRemainingToner, "ink left over all"},
-    {"waste-toner", enSuppliesWasteToner, "waste ink"},
-    {"opc-rotation", enSuppliesOPCRotation, "rotations of the drum"},
-    {"pages", enSuppliesNumberOfPages, "pages; prints too where those are not given"},
-    {"prints", enSuppliesNumberOfPrint, "prints"},
-    {"print-dots", enSuppliesPrintDotsCount, "printed dots"},
-    {"printer-pages", enSuppliesPrinterNumOfPages, "the printer's own count of pages"},
-    {"printer-prints", enSuppliesPrinterNumOfPrint, "the printer's own count of prints"},
-    {"supply-type", enSuppliesType, "type of the supply"},
+#define VORA_FIELD(enKey, wKey, iBytes, Stem, pName, pEnglish, pChinese) {pName, enKey, pEnglish},
+    VORA_SUPPLIES_INK(VORA_FIELD) VORA_SUPPLIES_TONER(VORA_FIELD) VORA_SUPPLIES_COUNTERS(VORA_FIELD)
+        VORA_SUPPLIES_TYPE(VORA_FIELD)
+#undef VORA_FIELD
 };
 
 struct stTextField
@@ -175,7 +166,10 @@ QList<stReplyKey> ReplyKeys()
         {c_strSupplies, QString(), QString(), true, false},
     };
     for (const stNumberField& field : c_numberFieldList) {
-        const QString strMeaning = QString::fromLatin1(field.pstrMeaning);
+        QString strMeaning = QString::fromLatin1(field.pstrMeaning);
+        if (field.enKey == enSuppliesNumberOfPages) {
+            strMeaning += QStringLiteral("; prints too where those are not given");
+        }
         listField.append({QString::fromLatin1(field.pstrKey), strMeaning, strNumber, false, false});
     }
     for (const stTextField& field : c_textFieldList) {

@@ -44,22 +44,13 @@ struct stSuppliesLabel
     stReplyLabel label;
 };
 
-const std::array<stSuppliesLabel, 14> c_suppliesLabelList = {{
-    {enSuppliesSerialNumber, {"supply-serial", {"supply serial number", "耗材序列号"}}},
-    {enSuppliesType, {"supply-type", {"supply type", "耗材类型"}}},
-    {enSuppliesRemainingToner, {"remaining-toner", {"toner or ink left over all", "剩余墨粉或墨水总量"}}},
-    {enSuppliesWasteToner, {"waste-toner", {"waste toner or ink", "废墨粉或废墨水"}}},
-    {enSuppliesOPCRotation, {"opc-rotation", {"rotations of the drum", "感光鼓转数"}}},
-    {enSuppliesNumberOfPages, {"pages", {"pages", "页数"}}},
-    {enSuppliesNumberOfPrint, {"prints", {"prints", "打印次数"}}},
-    {enSuppliesPrintDotsCount, {"print-dots", {"printed dots", "打印点数"}}},
-    {enSuppliesPrinterNumOfPages, {"printer-pages", {"pages of the printer", "打印机页数"}}},
-    {enSuppliesPrinterNumOfPrint, {"printer-prints", {"prints of the printer", "打印机打印次数"}}},
-    {enSuppliesBlackInk, {"black", {"black ink left, per cent", "黑色墨水剩余百分比"}}},
-    {enSuppliesBlueInk, {"cyan", {"cyan ink left, per cent", "青色墨水剩余百分比"}}},
-    {enSuppliesRedInk, {"magenta", {"magenta ink left, per cent", "品红色墨水剩余百分比"}}},
-    {enSuppliesYellowInk, {"yellow", {"yellow ink left, per cent", "黄色墨水剩余百分比"}}},
-}};
+constexpr std::array c_suppliesLabelList = {
+    stSuppliesLabel{enSuppliesSerialNumber, {"supply-serial", {"supply serial number", "耗材序列号"}}},
+#define VORA_LABEL(enKey, wKey, iBytes, Stem, pName, pEnglish, pChinese)                                               \
+    stSuppliesLabel{enKey, {pName, {pEnglish, pChinese}}},
+    VORA_SUPPLIES_OF_REPLY(VORA_LABEL)
+#undef VORA_LABEL
+};
 
 } // namespace
 

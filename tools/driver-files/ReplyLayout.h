@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "SuppliesKeys.h"
+
 #include <QByteArray>
 
 #include <vector>
@@ -39,25 +41,6 @@ enum enReplyPart
     enFieldSuppliesData,
     enFieldIgnored, ///< what stands after the last supplies record
     enFieldCount
-};
-
-/// Keys of the supplies records that the program knows.
-enum enSuppliesKey : quint16
-{
-    enSuppliesSerialNumber = 0x0000,
-    enSuppliesType = 0x0001,
-    enSuppliesRemainingToner = 0x1000,
-    enSuppliesWasteToner = 0x1001,
-    enSuppliesOPCRotation = 0x1002,
-    enSuppliesNumberOfPages = 0x1003,
-    enSuppliesNumberOfPrint = 0x1004,
-    enSuppliesPrintDotsCount = 0x1100,
-    enSuppliesPrinterNumOfPages = 0x1101,
-    enSuppliesPrinterNumOfPrint = 0x1102,
-    enSuppliesBlackInk = 0x4043,
-    enSuppliesBlueInk = 0x4143,
-    enSuppliesRedInk = 0x4243,
-    enSuppliesYellowInk = 0x4343
 };
 
 struct stFieldPlace

@@ -42,6 +42,18 @@ void WriteSupplies(QDataStream& stream, const QList<stSuppliesRecord>& listSuppl
     }
 }
 
+/// What printers send for the number.
+int BytesOf(enSuppliesKey enKey)
+{
+    switch (enKey) {
+#define VORA_BYTES(enNumberKey, wKey, iBytes, ...)                                                                     \
+    case enNumberKey: return iBytes;
+        VORA_SUPPLIES_OF_REPLY(VORA_BYTES)
+#undef VORA_BYTES
+    default: return 2;
+    }
+}
+
 } // namespace
 
 stSuppliesRecord MakeSuppliesRecord(enSuppliesKey enKey, quint32 dwValue)
@@ -49,13 +61,10 @@ stSuppliesRecord MakeSuppliesRecord(enSuppliesKey enKey, quint32 dwValue)
     stSuppliesRecord record;
     record.wKey = enKey;
     QDataStream stream(&record.data, QIODevice::WriteOnly);
-    switch (enKey) {
-    case enSuppliesType:
-    case enSuppliesNumberOfPages:
-    case enSuppliesNumberOfPrint:
-    case enSuppliesPrinterNumOfPages:
-    case enSuppliesPrinterNumOfPrint: stream << dwValue; break;
-    default: stream << static_cast<quint16>(dwValue); break;
+    if (BytesOf(enKey) == 4) {
+        stream << dwValue;
+    } else {
+        stream << static_cast<quint16>(dwValue);
     }
     return record;
 }

@@ -3,49 +3,26 @@
 
 #include "Printable.h"
 
+#include "UtilText.h"
+
 namespace {
 
-/// Calls handle for each character: with its code and its one or two halves.
-template <typename Handle>
-void ForEachCharacter(const QString& strText, const Handle& handle)
+/// Halves without the other too, which no output in UTF-8 can hold.
+bool IsEscaped(uint dwCode)
 {
-    for (int i = 0; i < strText.size(); ++i) {
-        const QChar c = strText.at(i);
-        if (c.isHighSurrogate() && i + 1 < strText.size() && strText.at(i + 1).isLowSurrogate()) {
-            handle(QChar::surrogateToUcs4(c, strText.at(i + 1)), strText.mid(i, 2));
-            ++i;
-        } else {
-            handle(c.unicode(), QString(c));
-        }
-    }
-}
-
-/// Control and format characters, such as those that turn the direction of the text, what ends a line or a paragraph,
-/// and halves without the other.
-bool IsObeyedByTerminals(uint dwCode)
-{
-    switch (QChar::category(dwCode)) {
-    case QChar::Other_Control:
-    case QChar::Other_Format:
-    case QChar::Other_Surrogate:
-    case QChar::Separator_Line:
-    case QChar::Separator_Paragraph: return true;
-    default: return false;
-    }
+    return IsObeyedByTerminals(dwCode) || QChar::isSurrogate(dwCode);
 }
 
 /// The characters in strBackslashed get a backslash.
 QString Escaped(const QString& strText, const QString& strBackslashed)
 {
     QString strEscaped;
-    ForEachCharacter(strText, [&](uint dwCode, const QString& strCharacter) {
-        if (IsObeyedByTerminals(dwCode)) {
-            strEscaped += QString::asprintf(dwCode <= 0xFF     ? "\\x%02X"
-                                            : dwCode <= 0xFFFF ? "\\u%04X"
-                                                               : "\\U%08X",
-                                            dwCode);
+    ForEachCharacter(strText, [&](uint dwCode, const QChar* pHalves, int iHalves) {
+        if (IsEscaped(dwCode)) {
+            strEscaped += EscapeOf(dwCode);
         } else {
-            strEscaped += strBackslashed.contains(strCharacter) ? QLatin1Char('\\') + strCharacter : strCharacter;
+            strEscaped += QLatin1String(strBackslashed.contains(*pHalves) ? "\\" : "");
+            strEscaped.append(pHalves, iHalves);
         }
     });
     return strEscaped;
@@ -66,13 +43,13 @@ QString Quoted(const QString& strText)
 QByteArray PrintableJson(const QByteArray& json)
 {
     QString strEscaped;
-    ForEachCharacter(QString::fromUtf8(json), [&strEscaped](uint dwCode, const QString& strCharacter) {
-        if (dwCode == '\n' || !IsObeyedByTerminals(dwCode)) { // the end of a line stands between texts only
-            strEscaped += strCharacter;
+    ForEachCharacter(QString::fromUtf8(json), [&strEscaped](uint dwCode, const QChar* pHalves, int iHalves) {
+        if (dwCode == '\n' || !IsEscaped(dwCode)) { // the end of a line stands between texts only
+            strEscaped.append(pHalves, iHalves);
             return;
         }
-        for (const QChar half : strCharacter) {
-            strEscaped += QString::asprintf("\\u%04x", half.unicode());
+        for (int i = 0; i < iHalves; ++i) {
+            strEscaped += QString::asprintf("\\u%04x", pHalves[i].unicode());
         }
     });
     return strEscaped.toUtf8();

@@ -35,7 +35,7 @@ void StepAtRandom(const stWalk& walk, stStatusReply& reply, QRandomGenerator& ra
     if (walk.iInk == 0) {
         return;
     }
-    for (const enSuppliesKey enKey : {enSuppliesBlackInk, enSuppliesBlueInk, enSuppliesRedInk, enSuppliesYellowInk}) {
+    for (const enSuppliesKey enKey : c_enSuppliesInkList) {
         const int iLevel = static_cast<int>(LastSuppliesNumber(reply, enKey));
         const int iLeft = iLevel == 0 ? 100 : std::max(iLevel - random.bounded(walk.iInk + 1), 0);
         SetSupplies(reply, MakeSuppliesRecord(enKey, static_cast<quint32>(iLeft)));

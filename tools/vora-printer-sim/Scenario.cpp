@@ -108,7 +108,7 @@ stStatusReply FirstReply(const stModelInfo& model, int iNumber)
     reply.productName = model.strDisplayName.toLatin1();
     reply.serialNumber = "SIM" + QByteArray::number(iNumber).rightJustified(5, '0');
     reply.firmwareVersion = "1.0.0";
-    for (const enSuppliesKey enKey : {enSuppliesBlackInk, enSuppliesBlueInk, enSuppliesRedInk, enSuppliesYellowInk}) {
+    for (const enSuppliesKey enKey : c_enSuppliesInkList) {
         SetSupplies(reply, MakeSuppliesRecord(enKey, 100));
     }
     return reply;

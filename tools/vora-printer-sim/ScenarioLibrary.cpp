@@ -3,6 +3,8 @@
 
 #include "ScenarioLibrary.h"
 
+#include "CodeNames.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -15,17 +17,53 @@ static void InitResources()
 namespace {
 const QString c_strFolder = QStringLiteral(":/scenarios/");
 const QString c_strSuffix = QStringLiteral(".json");
+const QString c_strEveryError = QStringLiteral("every-error"); // made of the table of errors, not a file
+
+QByteArray EveryError()
+{
+    QString strSteps;
+    int iAt = 0;
+    for (const QString& strName : ErrorNames()) {
+        iAt += 2;
+        strSteps +=
+            QStringLiteral("    {\"at\": %1, \"state\": \"busy\", \"errors\": [\"%2\"]},\n").arg(iAt).arg(strName);
+    }
+    return QStringLiteral(R"({
+  "description": "All %1 errors, one after the other",
+  "duration": %2,
+  "printers": [
+    {
+      "name": "Demo-Office", "model": "RB9Q", "connection": "network", "port": "192.168.10.22",
+      "uri": "socket://192.168.10.22:9100", "serial": "SIM-B0022"
+    }
+  ],
+  "timeline": [
+%3    {"at": %4, "state": "ready", "errors": []}
+  ]
+}
+)")
+        .arg(ErrorNames().size())
+        .arg(iAt + 5)
+        .arg(strSteps)
+        .arg(iAt + 2)
+        .toUtf8();
+}
 } // namespace
 
 QStringList BuiltInScenarios()
 {
     InitResources();
-    QStringList listName = QDir(c_strFolder).entryList({QLatin1Char('*') + c_strSuffix}, QDir::Files, QDir::Name);
-    return listName.replaceInStrings(c_strSuffix, QString());
+    QStringList listName = QDir(c_strFolder).entryList({QLatin1Char('*') + c_strSuffix}, QDir::Files);
+    listName.replaceInStrings(c_strSuffix, QString()).append(c_strEveryError);
+    listName.sort();
+    return listName;
 }
 
 QByteArray BuiltInScenario(const QString& strName)
 {
+    if (strName == c_strEveryError) {
+        return EveryError();
+    }
     InitResources();
     QFile file(c_strFolder + strName + c_strSuffix);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

@@ -7,26 +7,17 @@
 
 namespace {
 
-struct stCounter
+struct stNumber
 {
     unsigned long dwKey;
-    unsigned long stPrinterState::*pValue;
+    unsigned long UtilPrinterStatus::*pValue;
 };
 
-constexpr std::array<stCounter, 12> c_counterList = {{
-    {enSuppliesRemainingToner, &stPrinterState::dwRemainingToner},
-    {enSuppliesWasteToner, &stPrinterState::dwWasteToner},
-    {enSuppliesOPCRotation, &stPrinterState::dwOPCRotation},
-    {enSuppliesNumberOfPages, &stPrinterState::dwNumberOfPages},
-    {enSuppliesNumberOfPrint, &stPrinterState::dwNumberOfPrint},
-    {enSuppliesPrintDotsCount, &stPrinterState::dwPrintDotsCount},
-    {enSuppliesPrinterNumOfPages, &stPrinterState::dwPrinterNumOfPages},
-    {enSuppliesPrinterNumOfPrint, &stPrinterState::dwPrinterNumOfPrint},
-    {enSuppliesBlackInk, &stPrinterState::dwBlackInkRemainer},
-    {enSuppliesBlueInk, &stPrinterState::dwBlueInkRemainer},
-    {enSuppliesRedInk, &stPrinterState::dwRedInkRemainer},
-    {enSuppliesYellowInk, &stPrinterState::dwYellowInkRemainer},
-}};
+constexpr std::array c_numberList = {
+#define VORA_NUMBER(enKey, wKey, iBytes, Stem, ...) stNumber{enKey, &UtilPrinterStatus::m_dw##Stem},
+    VORA_SUPPLIES_OF_REPLY(VORA_NUMBER)
+#undef VORA_NUMBER
+};
 
 stReplyEntry Raw(enReplyPart enField, unsigned long dwValue, int iBytes)
 {
@@ -82,7 +73,7 @@ std::vector<stReplyEntry> ReplyEntries(const StatusReport& report)
     const stPrinterState& state = report.m_state;
     const ReplyLayout& layout = report.m_layout;
     std::vector<stReplyEntry> listEntry;
-    listEntry.reserve(18 + c_counterList.size());
+    listEntry.reserve(17 + c_numberList.size());
     listEntry.push_back(Text(enFieldUnexamined, QString::fromLatin1(report.m_reply.left(7).toHex())));
     listEntry.push_back(Raw(enFieldHeader, decoder.m_byHeader, 1));
     listEntry.push_back(Raw(enFieldHeaderField1, decoder.m_headerField1));
@@ -101,14 +92,12 @@ std::vector<stReplyEntry> ReplyEntries(const StatusReport& report)
     listEntry.push_back(Raw(enFieldBeforeSupplies2, decoder.m_beforeSupplies2));
     listEntry.push_back(Supplies(enEntryText, layout, enSuppliesSerialNumber));
     listEntry.back().strText = state.strSupplySerialNumber;
-    listEntry.push_back(Supplies(enEntryNumber, layout, enSuppliesType));
-    listEntry.back().dwValue = decoder.m_dwSupplyType;
-    for (const stCounter& counter : c_counterList) {
+    for (const stNumber& number : c_numberList) {
         // A record of pages gives the prints too.
         const bool bAlsoPresent =
-            counter.dwKey == enSuppliesNumberOfPrint && layout.HasSupplies(enSuppliesNumberOfPages);
-        listEntry.push_back(Supplies(enEntryNumber, layout, counter.dwKey, bAlsoPresent));
-        listEntry.back().dwValue = state.*counter.pValue;
+            number.dwKey == enSuppliesNumberOfPrint && layout.HasSupplies(enSuppliesNumberOfPages);
+        listEntry.push_back(Supplies(enEntryNumber, layout, number.dwKey, bAlsoPresent));
+        listEntry.back().dwValue = decoder.*number.pValue;
     }
     return listEntry;
 }

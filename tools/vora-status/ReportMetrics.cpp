@@ -65,12 +65,11 @@ const std::array<ReportMetrics::stFamily, ReportMetrics::enFamilyCount> ReportMe
     {"vora_printer_waste_toner", "gauge", "Waste toner or ink, in the printer's own unit."},
 }};
 
-const std::array<ReportMetrics::stSupplies, 12> ReportMetrics::c_suppliesList = {{
-    {enSuppliesBlueInk, enInkRatio, "cyan"},
-    {enSuppliesRedInk, enInkRatio, "magenta"},
-    {enSuppliesYellowInk, enInkRatio, "yellow"},
-    {enSuppliesBlackInk, enInkRatio, "black"},
-    {enSuppliesNumberOfPages, enPages, nullptr},
+const std::vector<ReportMetrics::stSupplies> ReportMetrics::c_suppliesList = {
+#define VORA_COLOR(enKey, wKey, iBytes, Stem, pName, ...) {enKey, enInkRatio, pName},
+    VORA_SUPPLIES_INK(VORA_COLOR)
+#undef VORA_COLOR
+        {enSuppliesNumberOfPages, enPages, nullptr},
     {enSuppliesNumberOfPrint, enPrints, nullptr},
     {enSuppliesPrintDotsCount, enPrintDots, nullptr},
     {enSuppliesOPCRotation, enDrumRotations, nullptr},
@@ -78,7 +77,7 @@ const std::array<ReportMetrics::stSupplies, 12> ReportMetrics::c_suppliesList = 
     {enSuppliesPrinterNumOfPrint, enPrinterPrints, nullptr},
     {enSuppliesRemainingToner, enRemainingToner, nullptr},
     {enSuppliesWasteToner, enWasteToner, nullptr},
-}};
+};
 
 void ReportMetrics::Add(const StatusReport& report)
 {
@@ -137,10 +136,9 @@ void ReportMetrics::AddReply(const StatusReport& report)
 void ReportMetrics::AddSupplies(const StatusReport& report)
 {
     for (const stReplyEntry& entry : ReplyEntries(report)) {
-        const auto* const pRow =
-            std::find_if(c_suppliesList.begin(), c_suppliesList.end(), [&entry](const stSupplies& row) {
-                return entry.bSupplies && entry.bPresent && row.dwKey == entry.dwKey;
-            });
+        const auto pRow = std::find_if(c_suppliesList.begin(), c_suppliesList.end(), [&entry](const stSupplies& row) {
+            return entry.bSupplies && entry.bPresent && row.dwKey == entry.dwKey;
+        });
         if (pRow == c_suppliesList.end()) {
             continue;
         }

@@ -63,7 +63,7 @@ private:
     using Label = std::pair<const char*, QString>;
 
     static const std::array<stFamily, enFamilyCount> c_familyList;
-    static const std::array<stSupplies, 12> c_suppliesList;
+    static const std::vector<stSupplies> c_suppliesList;
 
     void AddReply(const StatusReport& report);
     void AddSupplies(const StatusReport& report);
