@@ -23,6 +23,7 @@
 #include <QProcess>
 #include <QTextDocument> // Qt::mightBeRichText
 #include <QThread>
+#include <QTimer>
 
 #include <array>
 
@@ -30,6 +31,7 @@ namespace {
 
 constexpr int c_iBalloonMSec = 3000;
 constexpr int c_iThreadWaitMSec = 1000;
+constexpr int c_iThreadRetryMSec = 3000; // as often as the printer list is looked at
 
 bool s_bWorkerLeftBehind = false;
 
@@ -50,13 +52,12 @@ void SetCellText(QTableWidgetItem& item, const QString& strText)
                                                  : strText);
 }
 
-/// A running thread of that name, in which the worker lives from now on.
-QThread* StartThread(UtilThreadBase* pWorker, const QString& strName)
+/// A thread of that name, not started yet, in which the worker lives from now on.
+QThread* MakeThread(UtilThreadBase* pWorker, const QString& strName)
 {
     auto* pThread = new QThread;
     pThread->setObjectName(strName);
     pWorker->moveToThread(pThread);
-    pThread->start();
     return pThread;
 }
 
@@ -188,7 +189,8 @@ void VoraPrinterToolWidget::InitThread()
 {
     WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitThread start"));
     m_pTrdDeviceManage = new TrdDeviceManage;
-    m_pManageThread = StartThread(m_pTrdDeviceManage, QStringLiteral("vora-devices"));
+    m_pManageThread = MakeThread(m_pTrdDeviceManage, QStringLiteral("vora-devices"));
+    StartThread(m_pManageThread);
     m_pTrdDeviceManage->Init(&m_listPrinterManager);
     connect(this, &VoraPrinterToolWidget::SgnManageThreadStart, m_pTrdDeviceManage, &TrdDeviceManage::SlotTaskStart);
     connect(this, &VoraPrinterToolWidget::SgnThreadQuit, m_pTrdDeviceManage, &TrdDeviceManage::SlotThreadQuit);
@@ -198,10 +200,37 @@ void VoraPrinterToolWidget::InitThread()
     WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitThread end"));
 }
 
+void VoraPrinterToolWidget::StartThread(QThread* pThread)
+{
+    pThread->start();
+    if (pThread->isRunning()) {
+        return;
+    }
+    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("no thread for %s, tried again later"),
+                   qPrintable(pThread->objectName()));
+    if (m_listWaitingThread.isEmpty()) {
+        QTimer::singleShot(c_iThreadRetryMSec, this, &VoraPrinterToolWidget::StartWaitingThreads);
+    }
+    m_listWaitingThread.append(pThread);
+}
+
+void VoraPrinterToolWidget::StartWaitingThreads()
+{
+    while (!m_listWaitingThread.isEmpty()) {
+        m_listWaitingThread.first()->start();
+        if (!m_listWaitingThread.first()->isRunning()) { // nor would the others get one now
+            QTimer::singleShot(c_iThreadRetryMSec, this, &VoraPrinterToolWidget::StartWaitingThreads);
+            return;
+        }
+        m_listWaitingThread.removeFirst();
+    }
+}
+
 void VoraPrinterToolWidget::AddStatusWorker(int iIndex)
 {
     auto* pWorker = new TrdGetPrinterStatus;
-    QThread* pThread = StartThread(pWorker, QStringLiteral("vora-status-") + QString::number(iIndex));
+    QThread* pThread = MakeThread(pWorker, QStringLiteral("vora-status-") + QString::number(iIndex));
+    StartThread(pThread);
     pWorker->Init(iIndex, &m_listPrinterManager);
     connect(this, &VoraPrinterToolWidget::SgnStatusThreadStart, pWorker, &TrdGetPrinterStatus::SlotTaskStart);
     connect(this, &VoraPrinterToolWidget::SgnThreadQuit, pWorker, &TrdGetPrinterStatus::SlotThreadQuit);

@@ -92,12 +92,18 @@ protected:
 
 private:
     QAction* AddTrayAction(const QString& strText, void (VoraPrinterToolWidget::*slot)());
+    /// Starts a worker's thread. One that the system refuses is tried again every 3 s; the worker's start waits in its
+    /// queue meanwhile.
+    void StartThread(QThread* pThread);
+    void StartWaitingThreads();
     void AddStatusWorker(int iIndex);
     QList<stPrinterManager> PrinterList() const;
     std::optional<stPrinterManager> PrinterAt(int iIndex) const;
     QString InkText(const stPrinterState& state);
     QString StateText(const stPrinterState& state) const;
     void ShowBalloon(const stPrinterManager& printer);
+
+    QList<QThread*> m_listWaitingThread; // refused by the system until now
 
 public:
     std::unique_ptr<Ui::VoraPrinterToolWidget> ui;
