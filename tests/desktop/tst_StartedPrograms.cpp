@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+#include "ProcFile.h"
+
+#include <QSet>
+
+#include <csignal>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+const QString c_strFolder = QStringLiteral("/tmp/child/");
+
+/// A script that notes what it was given by the process that started it.
+const QByteArray c_note = "mkdir -p /tmp/child\n"
+                          "env -0 > /tmp/child/environment\n"
+                          "ls /proc/self/fd > /tmp/child/descriptors\n"
+                          "grep -E '^Sig(Blk|Ign|Pnd)' /proc/self/status > /tmp/child/signals\n"
+                          "printf '%s\\n' \"$PWD\" \"$@\" > /tmp/child/arguments\n"
+                          "touch /tmp/child/noted\n";
+
+QSet<QByteArray> Entries(const QByteArray& environment)
+{
+    QSet<QByteArray> setEntry;
+    for (const QByteArray& entry : environment.split('\0')) {
+        // Those that a shell keeps for itself.
+        const QByteArray name = entry.left(entry.indexOf('='));
+        if (!QByteArrayList({"", "_", "PWD", "OLDPWD", "SHLVL"}).contains(name)) {
+            setEntry.insert(entry);
+        }
+    }
+    return setEntry;
+}
+
+/// One of the sets of signals, without those that the C library keeps for itself.
+unsigned StandardSignals(const QByteArray& sets, const QByteArray& kind)
+{
+    const int iStart = static_cast<int>(sets.indexOf(kind + ":\t"));
+    bool bNumber = false;
+    const qulonglong iSet = sets.mid(iStart + static_cast<int>(kind.size()) + 2, 16).toULongLong(&bNumber, 16);
+    return iStart >= 0 && bNumber ? static_cast<unsigned>(iSet) & 0x7FFFFFFFU : ~0U;
+}
+
+} // namespace
+
+/// What the programs that this one starts find: the environment and the folder of the session, plain signals, and no file
+/// of ours.
+class tst_StartedPrograms : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cancel();
+    void updateTool();
+    void toolAfterLogin();
+
+private:
+    static void Check(const QByteArray& environment, const QByteArray& arguments);
+};
+
+void tst_StartedPrograms::initTestCase()
+{
+    for (const int iSignal : {SIGTERM, SIGINT, SIGQUIT, SIGHUP, SIGPIPE}) {
+        std::signal(iSignal, SIG_DFL); // as a desktop starts its programs
+    }
+    const QStringList listFd = QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System);
+    for (const QString& strFd : listFd) {
+        if (strFd.toInt() > STDERR_FILENO) {
+            ::fcntl(strFd.toInt(), F_SETFD, FD_CLOEXEC); // what the shells around this test have left open
+        }
+    }
+}
+
+/// Of the program that started after this test had begun.
+void tst_StartedPrograms::Check(const QByteArray& environment, const QByteArray& arguments)
+{
+    QTRY_VERIFY(QFile::exists(c_strFolder + QStringLiteral("noted")));
+    QCOMPARE(ReadFile(c_strFolder + QStringLiteral("arguments")), arguments);
+    QCOMPARE(ReadFile(c_strFolder + QStringLiteral("descriptors")), QByteArray("0\n1\n2\n3\n")); // the last is the look
+    for (const char* pKind : {"SigPnd", "SigBlk", "SigIgn"}) {
+        QCOMPARE(StandardSignals(ReadFile(c_strFolder + QStringLiteral("signals")), pKind), 0U);
+    }
+    QCOMPARE(Entries(ReadFile(c_strFolder + QStringLiteral("environment"))), Entries(environment));
+    QVERIFY(QDir(c_strFolder).removeRecursively());
+}
+
+void tst_StartedPrograms::cancel()
+{
+    FakeProgram(QStringLiteral("cancel"), c_note);
+    WriteReadyPrinters({QStringLiteral("Office"), QStringLiteral("Hall")});
+    m_tool->Start();
+    QTRY_VERIFY(m_tool->MainWindow());
+    const QByteArray environment =
+        ReadProcFile(QStringLiteral("/proc/%1/environ").arg(m_tool->Process().processId()));
+    WriteStatus(QStringLiteral("Office"), Reply(0x03));
+    Check(environment, QDir::currentPath().toLocal8Bit() + "\nOffice\n");
+}
+
+void tst_StartedPrograms::updateTool()
+{
+    QVERIFY(WriteScript(QStringLiteral("/opt/vora/vora-printer-k507/bin/voraK507FW"), c_note));
+    WriteReadyPrinters({QStringLiteral("Office")});
+    StartWithTray();
+    const QByteArray environment =
+        ReadProcFile(QStringLiteral("/proc/%1/environ").arg(m_tool->Process().processId()));
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuUpdateTool));
+    Check(environment, QDir::currentPath().toLocal8Bit() + '\n');
+}
+
+/// The starter's display and bus are not handed on.
+void tst_StartedPrograms::toolAfterLogin()
+{
+    const QString strStarter = QStringLiteral("/tmp/login-start/vora-login-start");
+    QVERIFY(WriteScript(QStringLiteral("/tmp/login-start/VoraPrinterTool"), c_note));
+    QVERIFY(QFile::copy(QStringLiteral(VORA_LOGIN_START), strStarter));
+    m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
+    QVERIFY(m_tray->Start());
+    QProcess login;
+    login.start(strStarter, QStringList());
+    QVERIFY(login.waitForFinished());
+    const QProcessEnvironment own = QProcessEnvironment::systemEnvironment();
+    Check(own.toStringList().join(QChar(0)).toLocal8Bit(), QDir::currentPath().toLocal8Bit() + "\n-hide\n");
+}
+
+QTEST_GUILESS_MAIN(tst_StartedPrograms)
+
+#include "tst_StartedPrograms.moc"

@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+// How long the programs of the desktop and the shell wait: what they ask for, not how long it took.
+
+#include "StatusEncoder.h"
+#include "TestFiles.h"
+
+#include <QProcess>
+#include <QtTest>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+const QString c_strWaits = QStringLiteral("/tmp/waits");
+
+/// A program with the module in it that notes its waits. Killed with this object.
+class Waiting : public QProcess
+{
+public:
+    explicit Waiting(const QString& strBus = QString())
+    {
+        QFile::remove(c_strWaits);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VORA_NOTE_WAITS));
+        environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("verify_asan_link_order=0"));
+        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), strBus);
+        setProcessEnvironment(environment);
+        setProcessChannelMode(QProcess::MergedChannels);
+    }
+    ~Waiting() override
+    {
+        kill();
+        waitForFinished();
+    }
+};
+
+/// Those between the bounds, both inclusive.
+int Count(const QByteArray& kind, int iMin, int iMax)
+{
+    int iCount = 0;
+    for (const QByteArray& line : ReadFile(c_strWaits).split('\n')) {
+        const int iMSec = line.mid(line.indexOf(' ') + 1).toInt();
+        iCount += line.startsWith(kind + ' ') && iMSec >= iMin && iMSec <= iMax ? 1 : 0;
+    }
+    return iCount;
+}
+
+constexpr int c_iEver = 1000000;
+
+} // namespace
+
+class tst_Waits : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void watchLooksEverySecond();
+    void starterIsPatientForAMinute();
+    void simulatorIsOneAndAHalfSecondsLate();
+};
+
+void tst_Waits::watchLooksEverySecond()
+{
+    QVERIFY(WriteFile(QStringLiteral("/tmp/reply.dat"), EncodeStatusReply({})));
+    Waiting watch;
+    watch.start(QStringLiteral(VORA_STATUS), {QStringLiteral("--watch"), QStringLiteral("/tmp/reply.dat")});
+    QTRY_VERIFY(Count("poll", 1000, 1000) >= 2);
+    QCOMPARE(Count("poll", 1, 999), 0);
+    QCOMPARE(Count("poll", 1001, c_iEver), 0);
+}
+
+/// And five seconds for an answer on the bus.
+void tst_Waits::starterIsPatientForAMinute()
+{
+    QProcess bus;
+    bus.start(QStringLiteral("dbus-daemon"),
+              {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
+               QStringLiteral("--address=unix:path=/tmp/bus"), QStringLiteral("--print-address=1")});
+    QTRY_VERIFY(bus.canReadLine());
+    {
+        Waiting starter(QString::fromLatin1(bus.readLine().trimmed()));
+        starter.start(QStringLiteral(VORA_LOGIN_START), QStringList());
+        QTRY_COMPARE(Count("bus", 5000, 5000), 1);
+        // The event loop's timers are allowed to differ by a twentieth.
+        QTRY_VERIFY(Count("poll", 57000, 63000) >= 1);
+        QCOMPARE(Count("poll", 63001, c_iEver), 0);
+    }
+    bus.kill();
+    QVERIFY(bus.waitForFinished());
+}
+
+/// With the third of its answers.
+void tst_Waits::simulatorIsOneAndAHalfSecondsLate()
+{
+    Waiting simulator;
+    simulator.start(QStringLiteral(VORA_PRINTER_SIM),
+                    {QStringLiteral("everyday"), QStringLiteral("--root"), QStringLiteral("/tmp/root"),
+                     QStringLiteral("--udp"), QStringLiteral("127.0.0.1"), QStringLiteral("--misbehave"),
+                     QStringLiteral("--speed"), QStringLiteral("0.1")}); // so that nothing else is due soon
+    QTRY_VERIFY(simulator.canReadLine());
+    QCOMPARE(Count("poll", 1400, 1500), 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(9300);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const int iSocket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    const QByteArray query = QByteArray::fromHex("a5000c50e074080300000000000000");
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(::sendto(iSocket, query.constData(), 15, 0, reinterpret_cast<const sockaddr*>(&address), sizeof(address)),
+                 ssize_t(15));
+    }
+    ::close(iSocket);
+    QTRY_VERIFY(Count("poll", 1400, 1500) >= 1);
+}
+
+QTEST_GUILESS_MAIN(tst_Waits)
+
+#include "tst_Waits.moc"
