@@ -4,6 +4,7 @@
 #include "UtilFile.h"
 
 #include <cerrno>
+#include <memory>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -72,18 +73,19 @@ bool OpenWithoutBlocking(QFile& file, const QString& strPath, QIODevice::OpenMod
 
 std::optional<QByteArray> ReadBytes(int iFd, int iMaxLength)
 {
-    QByteArray content(iMaxLength, Qt::Uninitialized);
-    int iLength = 0;
+    // The compiler's checks of copies to memory know its size, which they do not of a QByteArray.
+    const auto iSize = static_cast<std::size_t>(iMaxLength);
+    const std::unique_ptr<char[]> content(new char[iSize]);
+    std::size_t iLength = 0;
     ssize_t iRead = 0;
     do {
-        iRead = ::pread(iFd, content.data() + iLength, static_cast<std::size_t>(iMaxLength - iLength), iLength);
-        iLength += static_cast<int>(qMax<ssize_t>(iRead, 0));
+        iRead = ::pread(iFd, content.get() + iLength, iSize - iLength, static_cast<off_t>(iLength));
+        iLength += static_cast<std::size_t>(qMax<ssize_t>(iRead, 0));
     } while (iRead > 0 || (iRead < 0 && errno == EINTR));
     if (iRead < 0) {
         return std::nullopt;
     }
-    content.resize(iLength);
-    return content;
+    return QByteArray(content.get(), static_cast<int>(iLength));
 }
 
 stFileContent ReadRegularFile(const QString& strPath, int iMaxLength)
