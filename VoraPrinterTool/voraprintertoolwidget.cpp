@@ -13,6 +13,7 @@
 #include "UtilWindow.h"
 #include "ui_voraprintertoolwidget.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -44,12 +45,32 @@ enum enColumn
     enColumnCount = 4
 };
 
-void SetCellText(QTableWidgetItem& item, const QString& strText)
+/// Qt itself tells a screen reader nothing when a cell's text changes.
+void AnnounceCell(QTableWidget& table, int iRow, int iColumn)
 {
+    if (!QAccessible::isActive()) {
+        return;
+    }
+    QAccessibleInterface* pTable = QAccessible::queryAccessibleInterface(&table);
+    QAccessibleInterface* pCell = pTable->tableInterface()->cellAt(iRow, iColumn);
+    if (pCell != nullptr) {
+        QAccessibleEvent event(pCell, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+/// Gives a cell that exists another text.
+void SetCellText(QTableWidget& table, int iRow, int iColumn, const QString& strText)
+{
+    QTableWidgetItem& item = *table.item(iRow, iColumn);
+    if (item.text() == strText) {
+        return;
+    }
     item.setData(Qt::DisplayRole, strText);
     // A text may be wider than its column, and a printer's name may look like a tag, which a tool tip would obey.
     item.setToolTip(Qt::mightBeRichText(strText) ? QStringLiteral("<span>%1</span>").arg(strText.toHtmlEscaped())
                                                  : strText);
+    AnnounceCell(table, iRow, iColumn);
 }
 
 /// A thread of that name, not started yet, in which the worker lives from now on.
@@ -317,9 +338,8 @@ void VoraPrinterToolWidget::SlotUpdatePrinterList()
             info.strPrinterName, ConnectionText(info), QStringLiteral("青色：无   红色：无   黄色：无   黑色：无"),
             GetStatusText(enStatusOffline, m_iLanguage)};
         for (int iColumn = 0; iColumn < enColumnCount; ++iColumn) {
-            auto* pItem = new QTableWidgetItem;
-            SetCellText(*pItem, listText[static_cast<std::size_t>(iColumn)]);
-            pTable->setItem(i, iColumn, pItem);
+            pTable->setItem(i, iColumn, new QTableWidgetItem);
+            SetCellText(*pTable, i, iColumn, listText[static_cast<std::size_t>(iColumn)]);
         }
     }
 
@@ -338,8 +358,8 @@ void VoraPrinterToolWidget::SlotUpdatePrinterStatus(int iIndex)
     if (!printer || iIndex >= pTable->rowCount()) {
         return;
     }
-    SetCellText(*pTable->item(iIndex, enColumnInk), InkText(printer->printerState));
-    SetCellText(*pTable->item(iIndex, enColumnState), StateText(printer->printerState));
+    SetCellText(*pTable, iIndex, enColumnInk, InkText(printer->printerState));
+    SetCellText(*pTable, iIndex, enColumnState, StateText(printer->printerState));
     ShowBalloon(*printer);
     DebugOutputPrinterStatus(iIndex);
 }

@@ -66,15 +66,25 @@ QString Accessibility::Role(const AccessibleNode& node) const
     return reply.arguments().value(0).toString();
 }
 
-void Accessibility::HearFocus(QObject* pReceiver, const char* pSlot)
+void Accessibility::Hear(const QString& strEvent, const QString& strMember, QObject* pReceiver, const char* pSlot)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/registry"),
         QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("RegisterEvent"));
-    call << QStringLiteral("object:state-changed:focused");
+    call << strEvent;
     m_bus.call(call);
-    m_bus.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"), QStringLiteral("StateChanged"),
-                  {QStringLiteral("focused")}, QString(), pReceiver, pSlot);
+    m_bus.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"), strMember,
+                  {strEvent.section(QLatin1Char(':'), 2)}, QString(), pReceiver, pSlot);
+}
+
+void Accessibility::HearFocus(QObject* pReceiver, const char* pSlot)
+{
+    Hear(QStringLiteral("object:state-changed:focused"), QStringLiteral("StateChanged"), pReceiver, pSlot);
+}
+
+void Accessibility::HearNames(QObject* pReceiver, const char* pSlot)
+{
+    Hear(QStringLiteral("object:property-change:accessible-name"), QStringLiteral("PropertyChange"), pReceiver, pSlot);
 }
 
 QRect Accessibility::Extents(const AccessibleNode& node) const

@@ -55,6 +55,9 @@ public:
     /// the keyboard comes to another object of any program, entries of menus included.
     void HearFocus(QObject* pReceiver, const char* pSlot);
 
+    /// The same whenever an object's name changes, as a cell's does with its text.
+    void HearNames(QObject* pReceiver, const char* pSlot);
+
     /// Whether the program takes one of its windows for the one with the keyboard.
     bool HasActiveWindow(const QString& strProgram) const;
 
@@ -66,6 +69,7 @@ public:
     bool IsVisible(const AccessibleNode& node) const;
 
 private:
+    void Hear(const QString& strEvent, const QString& strMember, QObject* pReceiver, const char* pSlot);
     QList<AccessibleNode> Applications(const QString& strProgram) const;
     QList<AccessibleNode> Children(const AccessibleNode& node) const;
     QString Role(const AccessibleNode& node) const;

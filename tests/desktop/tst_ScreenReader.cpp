@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+#include <QDBusMessage>
+
+/// What a screen reader hears of the table.
+class tst_ScreenReader : public DesktopTest
+{
+    Q_OBJECT
+
+public slots:
+    void Hear(const QDBusMessage& message);
+
+private slots:
+    void hearsHeadersAndChangesOfCells();
+
+private:
+    QStringList m_listHeard;
+};
+
+void tst_ScreenReader::Hear(const QDBusMessage& message)
+{
+    m_listHeard.append(m_tool->Access().Name({message.service(), message.path()}));
+}
+
+void tst_ScreenReader::hearsHeadersAndChangesOfCells()
+{
+    m_tool->Access().HearNames(this, SLOT(Hear(QDBusMessage))); // before the start: Qt 5 asks for listeners but once
+    WriteReadyPrinters({QStringLiteral("Office")});
+    m_tool->Start();
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
+    QStringList listHeader;
+    for (const AccessibleNode& header : m_tool->Access().ColumnHeaders(m_tool->Class())) {
+        listHeader.append(m_tool->Access().Name(header));
+    }
+    QCOMPARE(listHeader, (QStringList{QStringLiteral("打印机名称"), QStringLiteral("连接方式"),
+                                      QStringLiteral("剩余墨水量"), QStringLiteral("状态")}));
+
+    QCoreApplication::processEvents(); // what came before the answer about the headers
+    m_listHeard.clear();
+    WriteStatus(QStringLiteral("Office"), Reply(0x11));
+    QTRY_COMPARE(m_listHeard, QStringList{QStringLiteral("正在扫描")}); // not the ink, which is the same
+    m_listHeard.clear();
+    stStatusReply reply = Reply(0x10);
+    reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlueInk, 30)};
+    WriteStatus(QStringLiteral("Office"), reply);
+    QTRY_COMPARE(m_listHeard, (QStringList{QStringLiteral("青色：较低   红色：无   黄色：无   黑色：无"),
+                                           QStringLiteral("正在打印")}));
+}
+
+QTEST_GUILESS_MAIN(tst_ScreenReader)
+
+#include "tst_ScreenReader.moc"
