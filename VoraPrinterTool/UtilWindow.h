@@ -11,5 +11,10 @@ class QWidget;
 inline const QString c_strProgramTitle = QStringLiteral("星原喷墨打印机助手");
 
 /// What both windows are: with the icon and the title, of the size that their form gave them for good, without maximise
-/// button, and in the middle of all screens together. Called from the GUI thread.
+/// button, and in the middle of all screens together. When screens change later, BringToScreen. Called from the GUI
+/// thread.
 void SetUpFixedWindow(QWidget& window, const QString& strTitle);
+
+/// Moves a window whose upper edge is on no screen to the middle of the first screen, or to its upper left corner if it
+/// is too large. Called from the GUI thread.
+void BringToScreen(QWidget& window);

@@ -19,18 +19,23 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QFontMetrics>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QMenu>
 #include <QProcess>
+#include <QScreen>
 #include <QTextDocument> // Qt::mightBeRichText
 #include <QThread>
 #include <QTimer>
+#include <QToolTip>
 
 #include <array>
 
 namespace {
 
 constexpr int c_iBalloonMSec = 3000;
+constexpr int c_iBalloonMargins = 100; // pixels beside the title: the mark, the button and the frame
 constexpr int c_iThreadWaitMSec = 1000;
 constexpr int c_iThreadRetryMSec = 3000; // as often as the printer list is looked at
 
@@ -80,6 +85,20 @@ QThread* MakeThread(UtilThreadBase* pWorker, const QString& strName)
     pThread->setObjectName(strName);
     pWorker->moveToThread(pThread);
     return pThread;
+}
+
+/// A notification's title. Qt's own balloon does not wrap it and stands on either side of the icon, so that half of the
+/// screen is there for it.
+QString BalloonTitle(const QString& strPrinterName)
+{
+    const QScreen* pScreen = QGuiApplication::primaryScreen();
+    if (pScreen == nullptr) { // there may be none for a moment
+        return strPrinterName;
+    }
+    QFont font = QToolTip::font();
+    font.setBold(true);
+    return QFontMetrics(font).elidedText(strPrinterName, Qt::ElideMiddle,
+                                         pScreen->availableSize().width() / 2 - c_iBalloonMargins);
 }
 
 QString ConnectionText(const stPrinterInfo& info)
@@ -276,6 +295,7 @@ void VoraPrinterToolWidget::SlotTrayActionShow()
 {
     if (!isActiveWindow()) {
         setWindowFlags(Qt::Window); // brings back the maximise button, which the fixed size makes ineffective
+        BringToScreen(*this);
         showNormal();
     }
 }
@@ -287,6 +307,7 @@ void VoraPrinterToolWidget::SlotTrayActionUpdateFW()
 
 void VoraPrinterToolWidget::SlotTrayActionSetting()
 {
+    BringToScreen(*m_pAppSetting);
     m_pAppSetting->setVisible(true);
 }
 
@@ -391,7 +412,8 @@ void VoraPrinterToolWidget::ShowBalloon(const stPrinterManager& printer)
     const QList<enErrorStatus>& listCode =
         bError ? printer.printerState.listErrorStatus : printer.printerState.listWarningStatus;
     if (!listCode.isEmpty()) {
-        m_pTrayIcon->showMessage(printer.printerInfo.strPrinterName, GetErrorText(listCode.first(), m_iLanguage),
+        m_pTrayIcon->showMessage(BalloonTitle(printer.printerInfo.strPrinterName),
+                                 GetErrorText(listCode.first(), m_iLanguage),
                                  bError ? QSystemTrayIcon::Critical : QSystemTrayIcon::Warning, c_iBalloonMSec);
     }
 }
