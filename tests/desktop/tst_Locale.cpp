@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+namespace {
+const QString c_strCalls = QStringLiteral("/tmp/cancel-calls");
+} // namespace
+
+/// The program in the user's locale, whose encoding file names and commands do not follow.
+class tst_Locale : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void chineseQueueIsFollowedAndCancelled_data();
+    void chineseQueueIsFollowedAndCancelled();
+};
+
+void tst_Locale::initTestCase()
+{
+    FakeProgram(QStringLiteral("cancel"), "printf '%s\\n' \"$@\" >> " + c_strCalls.toLocal8Bit() + "\n");
+    const QString strFolder = QStringLiteral("/tmp/locale");
+    QVERIFY(QDir().mkpath(strFolder));
+    for (const QString& strCharset : {QStringLiteral("UTF-8"), QStringLiteral("GB18030")}) {
+        const QString strLocale = strFolder + QStringLiteral("/zh_CN.") + strCharset;
+        Desktop::Run(QStringLiteral("localedef"),
+                     {QStringLiteral("-i"), QStringLiteral("zh_CN"), QStringLiteral("-f"), strCharset, strLocale});
+        QVERIFY(QFile::exists(strLocale + QStringLiteral("/LC_CTYPE")));
+    }
+    qputenv("LOCPATH", strFolder.toUtf8());
+}
+
+void tst_Locale::chineseQueueIsFollowedAndCancelled_data()
+{
+    QTest::addColumn<QByteArray>("locale");
+    for (const char* pLocale : {"C", "zh_CN.UTF-8", "zh_CN.GB18030"}) {
+        QTest::newRow(pLocale) << QByteArray(pLocale);
+    }
+}
+
+void tst_Locale::chineseQueueIsFollowedAndCancelled()
+{
+    QFETCH(QByteArray, locale);
+    const QString strName = QStringLiteral("书房");
+    QFile::remove(c_strCalls);
+    WriteReadyPrinters({strName});
+    QVERIFY(QFile::exists(m_folder.StatusPath(strName)));
+    const QByteArray old = qgetenv("LC_ALL");
+    qputenv("LC_ALL", locale);
+    m_tool->Start();
+    qputenv("LC_ALL", old);
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
+    QCOMPARE(m_tool->Cell(0, 0), strName);
+    WriteStatus(strName, Reply(0x03));
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在取消任务"));
+    QCOMPARE(ReadFile(c_strCalls), QByteArray("\xE4\xB9\xA6\xE6\x88\xBF\n"));
+}
+
+QTEST_GUILESS_MAIN(tst_Locale)
+
+#include "tst_Locale.moc"
