@@ -24,14 +24,13 @@ void tst_Bench::givesEveryFigure_data()
     QTest::addColumn<QString>("program");
     QTest::addColumn<QString>("names");
     QTest::newRow("units") << QStringLiteral(VORA_BENCH_UNITS)
-                           << QStringLiteral("decode decode-allocations log-line log-lost status-report "
+                           << QStringLiteral("decode log-line status-report "
                                              "status-report-painted list-report worker-start changed-file");
     QTest::newRow("desktop")
         << QStringLiteral(VORA_BENCH_DESKTOP)
         << QStringLiteral("start-cpu start-cpu-dressed process-list start-wall start-wall-rest memory memory-dressed "
                           "memory-printer idle-1 idle-1-list idle-10 idle-10-list idle-20 "
-                          "idle-20-list wake-ups-shown wake-ups-hidden calls-poll calls-list "
-                          "list-opened exit vora-status");
+                          "idle-20-list wake-ups-shown wake-ups-hidden exit vora-status");
 }
 
 void tst_Bench::givesEveryFigure()

@@ -22,6 +22,3 @@ void BenchStart(const BenchOptions& options, Figures& figures);
 
 /// vora-status on many files, against a program that only reads them.
 void BenchStatusReader(const BenchOptions& options, Figures& figures);
-
-/// The system calls of a poll and of a list pass that find nothing new, as strace counts them.
-void BenchSystemCalls(const BenchOptions& options, Figures& figures);

@@ -16,7 +16,6 @@ int main(int argc, char** argv)
         {"memory", BenchMemory},
         {"idle", BenchIdle},
         {"wake-ups", BenchWakeUps},
-        {"system-calls", BenchSystemCalls},
         {"exit", BenchExit},
         {"vora-status", BenchStatusReader},
     });

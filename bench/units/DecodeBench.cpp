@@ -3,7 +3,6 @@
 
 #include "UnitBenchmarks.h"
 
-#include "AllocationCounter.h"
 #include "BenchOptions.h"
 #include "BenchPrinters.h"
 #include "Figures.h"
@@ -57,17 +56,6 @@ struct stReadyValues
     target = std::move(state);
 }
 
-long DecoderAllocations(QByteArray& reply)
-{
-    const long iBefore = AllocationCount();
-    UtilPrinterStatus decoder;
-    if (!decoder.parseRecvBuf(reinterpret_cast<unsigned char*>(reply.data()),
-                              static_cast<unsigned long>(reply.size()))) {
-        qFatal("the reply is rejected");
-    }
-    return AllocationCount() - iBefore;
-}
-
 } // namespace
 
 void BenchDecode(const BenchOptions& options, Figures& figures)
@@ -99,12 +87,5 @@ void BenchDecode(const BenchOptions& options, Figures& figures)
                  QStringLiteral("µs"),
                  pair.dValue,
                  pair.dFloor,
-                 {}});
-
-    figures.Add({QStringLiteral("decode-allocations"),
-                 QStringLiteral("heap allocations of the decoder, two code lists"),
-                 QString(),
-                 static_cast<double>(DecoderAllocations(reply)),
-                 {},
                  {}});
 }

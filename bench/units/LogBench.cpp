@@ -10,20 +10,13 @@
 #include "ThreadCpu.h"
 #include "UtilLog.h"
 
-#include <QDir>
 #include <QFile>
-
-#include <cstdlib>
-#include <thread>
-#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
-
-constexpr int c_iThreads = 50;
 
 void WriteLine()
 {
@@ -44,38 +37,6 @@ void OpenWriteClose()
     ::close(iFd);
 }
 
-int LinesInLogs()
-{
-    int iLines = 0;
-    const QDir folder(c_strToolPath);
-    const QStringList listName = folder.entryList({QStringLiteral("log_tool_*.log")});
-    for (const QString& strName : listName) {
-        QFile file(folder.filePath(strName));
-        if (file.open(QIODevice::ReadOnly)) {
-            iLines += static_cast<int>(file.readAll().count('\n'));
-        }
-    }
-    return iLines;
-}
-
-/// Lines that are missing, or more than were written, as if they had been cut in two.
-int LostLines(int iLinesPerThread)
-{
-    std::vector<std::thread> listThread;
-    listThread.reserve(c_iThreads);
-    for (int i = 0; i < c_iThreads; ++i) {
-        listThread.emplace_back([iLinesPerThread] {
-            for (int iLine = 0; iLine < iLinesPerThread; ++iLine) {
-                WriteLine();
-            }
-        });
-    }
-    for (std::thread& thread : listThread) {
-        thread.join();
-    }
-    return std::abs(c_iThreads * iLinesPerThread - LinesInLogs());
-}
-
 } // namespace
 
 void BenchLog(const BenchOptions& options, Figures& figures)
@@ -87,14 +48,5 @@ void BenchLog(const BenchOptions& options, Figures& figures)
         [&] { return CpuUSecOf(iLines, OpenWriteClose); });
     figures.Add({QStringLiteral("log-line"), QStringLiteral("one log line, log on"), QStringLiteral("µs"), pair.dValue,
                  pair.dFloor, stBudget{stBudget::enValue, 25}});
-
-    QDir(c_strToolPath).removeRecursively();
-    SetLogEnable(true);
-    figures.Add({QStringLiteral("log-lost"),
-                 QStringLiteral("log lines lost, 50 threads writing"),
-                 QString(),
-                 static_cast<double>(LostLines(options.FullOrQuick(400, 10))),
-                 {},
-                 stBudget{stBudget::enValue, 0}});
     SetLogEnable(false);
 }

@@ -1,0 +1,134 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+#include "ProcFile.h"
+
+namespace {
+
+const QString c_strTrace = QStringLiteral("/tmp/calls.txt");
+constexpr int c_iPrinters = 10;
+
+qint64 Waits(qint64 iPid)
+{
+    return ProcNumber(ReadProcFile(QStringLiteral("/proc/%1/task/%1/status").arg(iPid)), "voluntary_ctxt_switches");
+}
+
+/// The thread of that name; empty when there is none.
+QByteArray ThreadOf(qint64 iPid, const QByteArray& name)
+{
+    const QDir folder(QStringLiteral("/proc/%1/task").arg(iPid));
+    for (const QString& strThread : folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        if (ReadProcFile(folder.filePath(strThread) + QStringLiteral("/comm")).trimmed() == name) {
+            return strThread.toLatin1();
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+/// What the idle program does, counted. No figure depends on how fast the machine is.
+class tst_Counts : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void passesThatFindNothingNew();
+    void windowSleeps_data();
+    void windowSleeps();
+    void cleanup();
+
+private:
+    void Start(const QStringList& listCommand);
+
+    QProcess m_process;
+};
+
+void tst_Counts::init()
+{
+    QStringList listName;
+    for (int i = 0; i < c_iPrinters; ++i) {
+        listName.append(QStringLiteral("Printer%1").arg(i));
+    }
+    WriteReadyPrinters(listName);
+}
+
+void tst_Counts::cleanup()
+{
+    m_process.kill();
+    m_process.waitForFinished();
+}
+
+/// Without accessibility, which has calls and wake-ups of its own, and with short pauses.
+void tst_Counts::Start(const QStringList& listCommand)
+{
+    Preload(VORA_SHORT_SLEEP);
+    m_process.start(listCommand.first(), listCommand.mid(1));
+    qunsetenv("LD_PRELOAD");
+    QVERIFY(m_process.waitForStarted());
+    const QByteArray last = "vora-status-" + QByteArray::number(c_iPrinters - 1);
+    QTRY_VERIFY(!ThreadOf(m_process.processId(), last.left(15)).isEmpty());
+}
+
+/// A look at the file and the pause: no file is opened, nothing is locked or written.
+void tst_Counts::passesThatFindNothingNew()
+{
+    QFile::remove(c_strTrace);
+    Start({QStringLiteral("strace"), QStringLiteral("-D"), QStringLiteral("-f"), QStringLiteral("-qq"),
+           QStringLiteral("-o"), c_strTrace, QStringLiteral(VORA_TOOL)}); // strace leaves it its number
+    const QByteArray poller = ThreadOf(m_process.processId(), "vora-status-0") + ' ';
+    const QByteArray lister = ThreadOf(m_process.processId(), "vora-devices") + ' ';
+
+    // One letter for each call: a look, a pause, anything else. Two workers that meet at the list's lock ask the kernel
+    // too, which is chance.
+    const auto calls = [](const QByteArray& thread, const QByteArray& file) {
+        QByteArray listCall;
+        for (const QByteArray& line : ReadFile(c_strTrace).split('\n')) {
+            if (line.startsWith(thread) && !line.contains(" resumed>") && !line.contains(" futex(")) {
+                const bool bLook = line.contains("stat") && line.contains(file);
+                listCall += bLook ? 'l' : line.contains("nanosleep(") ? 'p' : 'x';
+            }
+        }
+        return listCall;
+    };
+    // What comes before the first two passes alike is the start.
+    const auto idle = [](const QByteArray& listCall, const QByteArray& pass) {
+        const auto iBegin = listCall.indexOf(pass + pass);
+        return iBegin < 0 ? QByteArray() : listCall.mid(iBegin);
+    };
+    const QByteArray poll = "lpp";
+    const QByteArray list = "lpppppp";
+    QByteArray polls;
+    QByteArray lists;
+    QTRY_VERIFY((polls = idle(calls(poller, "/Printer0.dat\""), poll)).size() >= 10 * poll.size());
+    QTRY_VERIFY((lists = idle(calls(lister, "/printerlist.ini\""), list)).size() >= 4 * list.size());
+    QCOMPARE(polls, poll.repeated(polls.size()).left(polls.size()));
+    QCOMPARE(lists, list.repeated(lists.size()).left(lists.size()));
+}
+
+void tst_Counts::windowSleeps_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("shown") << QStringList();
+    QTest::newRow("hidden") << QStringList(QStringLiteral("-hide"));
+}
+
+/// While the workers look at their files twenty times and more.
+void tst_Counts::windowSleeps()
+{
+    QFETCH(const QStringList, arguments);
+    Start(QStringList(QStringLiteral(VORA_TOOL)) + arguments);
+    const qint64 iPid = m_process.processId();
+    const auto sleepsThrough = [iPid] {
+        const qint64 iBefore = Waits(iPid);
+        QTest::qWait(20 * Tool::PauseMSec());
+        return iBefore > 0 && Waits(iPid) == iBefore;
+    };
+    QVERIFY(QTest::qWaitFor(sleepsThrough, 12000)); // once all is painted
+}
+
+QTEST_GUILESS_MAIN(tst_Counts)
+
+#include "tst_Counts.moc"
