@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+/// The program built with the option for support engineers, beside the one that users get.
+class tst_SupportBuild : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void writesItsLog_data();
+    void writesItsLog();
+};
+
+void tst_SupportBuild::writesItsLog_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<bool>("log");
+    QTest::newRow("support build") << QStringLiteral(VORA_SUPPORT_BUILD) << true;
+    QTest::newRow("users' build") << QStringLiteral(VORA_TOOL) << false;
+}
+
+void tst_SupportBuild::writesItsLog()
+{
+    QFETCH(const QString, program);
+    QFETCH(const bool, log);
+    WriteReadyPrinters({QStringLiteral("Office")});
+    m_tool = std::make_unique<Tool>(program);
+    m_tool->Start();
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
+    const QDir folder(c_strToolPath);
+    const QStringList listLog = folder.entryList({QStringLiteral("log_tool_*.log")});
+    QCOMPARE(listLog.isEmpty(), !log);
+    if (log) {
+        const QString strPath = folder.filePath(listLog.first());
+        QVERIFY(ReadFile(strPath).contains(" InitTrayIcon) InitTrayIcon start\n"));
+        QTRY_VERIFY(ReadFile(strPath).contains(" DebugOutputPrinterStatus) printer[0]=Office\n"));
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_SupportBuild)
+
+#include "tst_SupportBuild.moc"
