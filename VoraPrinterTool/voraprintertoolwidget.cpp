@@ -30,7 +30,7 @@
 #include <QTimer>
 #include <QToolTip>
 
-#include <array>
+#include <iterator>
 
 namespace {
 
@@ -40,15 +40,6 @@ constexpr int c_iThreadWaitMSec = 1000;
 constexpr int c_iThreadRetryMSec = 3000; // as often as the printer list is looked at
 
 bool s_bWorkerLeftBehind = false;
-
-enum enColumn
-{
-    enColumnName = 0,
-    enColumnConnection = 1,
-    enColumnInk = 2,
-    enColumnState = 3,
-    enColumnCount = 4
-};
 
 /// Qt itself tells a screen reader nothing when a cell's text changes.
 void AnnounceCell(QTableWidget& table, int iRow, int iColumn)
@@ -121,6 +112,22 @@ bool EndWorker(QThread* pThread, UtilThreadBase* pWorker, const QDeadlineTimer& 
 
 } // namespace
 
+struct VoraPrinterToolWidget::stColumn
+{
+    const char* pHeader; ///< UTF-8
+    int iWidth;          ///< pixels
+    bool bFollowsState;  ///< written anew with each status report
+    QString (*pText)(VoraPrinterToolWidget& window, const stPrinterManager& printer);
+};
+
+// The printer table from left to right.
+constexpr VoraPrinterToolWidget::stColumn VoraPrinterToolWidget::c_columnList[] = {
+    {"打印机名称", 120, false, [](auto&, const auto& printer) { return printer.printerInfo.strPrinterName; }},
+    {"连接方式", 150, false, [](auto&, const auto& printer) { return ConnectionText(printer.printerInfo); }},
+    {"剩余墨水量", 345, true, [](auto& window, const auto& printer) { return window.InkText(printer.printerState); }},
+    {"状态", 185, true, [](auto& window, const auto& printer) { return window.StateText(printer.printerState); }},
+};
+
 VoraPrinterToolWidget::VoraPrinterToolWidget(QWidget* parent)
     : QWidget(parent), ui(std::make_unique<Ui::VoraPrinterToolWidget>())
 {
@@ -185,17 +192,17 @@ void VoraPrinterToolWidget::InitDeviceTable()
 {
     WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitDeviceTable start"));
     QTableWidget* pTable = ui->tableDeviceManage;
-    pTable->setColumnCount(enColumnCount);
+    pTable->setColumnCount(static_cast<int>(std::size(c_columnList)));
     pTable->horizontalHeader()->setStretchLastSection(true);
     pTable->horizontalHeader()->setSectionsClickable(false);
     pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
     pTable->setWordWrap(false); // a long name is cut at the column's end and not before its first blank
-    pTable->setHorizontalHeaderLabels({QStringLiteral("打印机名称"), QStringLiteral("连接方式"),
-                                       QStringLiteral("剩余墨水量"), QStringLiteral("状态")});
-    pTable->horizontalHeader()->resizeSection(enColumnName, 120);
-    pTable->horizontalHeader()->resizeSection(enColumnConnection, 150);
-    pTable->horizontalHeader()->resizeSection(enColumnInk, 345);
-    pTable->horizontalHeader()->resizeSection(enColumnState, 185);
+    QStringList listHeader;
+    for (const stColumn& column : c_columnList) {
+        listHeader.append(QString::fromUtf8(column.pHeader));
+        pTable->horizontalHeader()->resizeSection(static_cast<int>(listHeader.size()) - 1, column.iWidth);
+    }
+    pTable->setHorizontalHeaderLabels(listHeader);
     WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitDeviceTable end"));
 }
 
@@ -354,13 +361,11 @@ void VoraPrinterToolWidget::SlotUpdatePrinterList()
     pTable->clearContents();
     pTable->setRowCount(iCount);
     for (int i = 0; i < iCount; ++i) {
-        const stPrinterInfo& info = listPrinter.at(i).printerInfo;
-        const std::array<QString, enColumnCount> listText = {
-            info.strPrinterName, ConnectionText(info), QStringLiteral("青色：无   红色：无   黄色：无   黑色：无"),
-            GetStatusText(enStatusOffline, m_iLanguage)};
-        for (int iColumn = 0; iColumn < enColumnCount; ++iColumn) {
+        const stPrinterManager unreached{listPrinter.at(i).printerInfo, stPrinterState()};
+        int iColumn = 0;
+        for (const stColumn& column : c_columnList) {
             pTable->setItem(i, iColumn, new QTableWidgetItem);
-            SetCellText(*pTable, i, iColumn, listText[static_cast<std::size_t>(iColumn)]);
+            SetCellText(*pTable, i, iColumn++, column.pText(*this, unreached));
         }
     }
 
@@ -379,8 +384,13 @@ void VoraPrinterToolWidget::SlotUpdatePrinterStatus(int iIndex)
     if (!printer || iIndex >= pTable->rowCount()) {
         return;
     }
-    SetCellText(*pTable, iIndex, enColumnInk, InkText(printer->printerState));
-    SetCellText(*pTable, iIndex, enColumnState, StateText(printer->printerState));
+    int iColumn = 0;
+    for (const stColumn& column : c_columnList) {
+        if (column.bFollowsState) {
+            SetCellText(*pTable, iIndex, iColumn, column.pText(*this, *printer));
+        }
+        ++iColumn;
+    }
     ShowBalloon(*printer);
     DebugOutputPrinterStatus(iIndex);
 }

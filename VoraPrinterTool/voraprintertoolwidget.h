@@ -91,6 +91,9 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    struct stColumn;
+    static const stColumn c_columnList[];
+
     QAction* AddTrayAction(const QString& strText, void (VoraPrinterToolWidget::*slot)());
     /// Starts a worker's thread. One that the system refuses is tried again every 3 s; the worker's start waits in its
     /// queue meanwhile.

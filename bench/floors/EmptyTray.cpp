@@ -5,12 +5,12 @@
 // four entries, and nothing else. With a picture's path as its argument it wears that icon, and its table shows what
 // the tool's does with ten printers.
 
+#include "GoldenColumns.h"
+
 #include <QApplication>
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <QTableWidget>
-
-#include <array>
 
 namespace {
 
@@ -23,18 +23,17 @@ QIcon PlainIcon()
 
 void ShowPrinters(QTableWidget& table)
 {
-    const QStringList listHeader = {QStringLiteral("打印机名称"), QStringLiteral("连接方式"),
-                                    QStringLiteral("剩余墨水量"), QStringLiteral("状态")};
-    table.setHorizontalHeaderLabels(listHeader);
-    const std::array<int, 4> listWidth = {120, 150, 345, 185};
+    const QList<stGoldenColumn> listColumn = GoldenColumns();
+    table.setColumnCount(static_cast<int>(listColumn.size()));
     table.setRowCount(10);
-    for (int iColumn = 0; iColumn < 4; ++iColumn) {
-        table.setColumnWidth(iColumn, listWidth.at(static_cast<std::size_t>(iColumn)));
+    for (int iColumn = 0; iColumn < listColumn.size(); ++iColumn) {
+        table.setHorizontalHeaderItem(iColumn, new QTableWidgetItem(listColumn.at(iColumn).strHeader));
+        table.setColumnWidth(iColumn, listColumn.at(iColumn).iWidth);
         for (int iRow = 0; iRow < table.rowCount(); ++iRow) {
             const QStringList listText = {
                 QStringLiteral("printer%1").arg(iRow), QStringLiteral("网络(192.168.1.%1)").arg(iRow),
                 QStringLiteral("青色：无   红色：无   黄色：无   黑色：中"), QStringLiteral("就绪")};
-            table.setItem(iRow, iColumn, new QTableWidgetItem(listText.at(iColumn)));
+            table.setItem(iRow, iColumn, new QTableWidgetItem(listText.value(iColumn)));
         }
     }
 }

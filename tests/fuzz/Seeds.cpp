@@ -7,6 +7,7 @@
 #include "ReplyFields.h"
 #include "Scenario.h"
 #include "ScenarioLibrary.h"
+#include "UtilStatusIdParser.h"
 
 namespace {
 
@@ -61,7 +62,34 @@ void AddScenario(QMap<QString, QByteArray>& seeds, const QString& strName)
     }
 }
 
+QByteArray DictionaryEntry(const QByteArray& bytes)
+{
+    return "\"\\x" + bytes.toHex(' ').replace(" ", "\\x") + "\"\n";
+}
+
 } // namespace
+
+QByteArray ReplyDictionary()
+{
+    // The serial number of the supply, and lengths at the bounds of the fields.
+    QByteArray text = DictionaryEntry(QByteArray::fromHex("000005"));
+    for (const char* pHex : {"00ff", "0100", "0101", "000040", "000041", "000042"}) {
+        text += DictionaryEntry(QByteArray::fromHex(pHex));
+    }
+    for (const enSuppliesKey enKey : c_enSuppliesNumberList) {
+        stStatusReply reply;
+        reply.listSupplies = {MakeSuppliesRecord(enKey, 0)};
+        const QByteArray bytes = EncodeStatusReply(reply);
+        text += DictionaryEntry(bytes.mid(EncodeStatusReply(stStatusReply()).size(), 3)); // key and length
+    }
+    for (const stErrorCode& code : c_stErrorCodeList) {
+        text += DictionaryEntry(QByteArray::fromHex(QByteArray::number(qulonglong{code.dwRawCode}, 16)));
+    }
+    for (const stStatusCode& code : c_stStatusCodeList) {
+        text += DictionaryEntry(QByteArray(1, static_cast<char>(code.dwRawCode)));
+    }
+    return text;
+}
 
 QMap<QString, QByteArray> ReplySeeds()
 {

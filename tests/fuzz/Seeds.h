@@ -11,5 +11,8 @@
 /// decode.
 QMap<QString, QByteArray> ReplySeeds();
 
+/// The pieces that a reply is made of, as a fuzzer reads them: keys with their lengths, codes, lengths at the bounds.
+QByteArray ReplyDictionary();
+
 /// Printer lists that are too long for a file of their own: deep, wide and with long names.
 QMap<QString, QByteArray> PrinterListSeeds();

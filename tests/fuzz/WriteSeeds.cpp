@@ -31,7 +31,8 @@ void WritePrinterList(const QString& strFolder, const QString& strName, const st
 
 } // namespace
 
-/// The argument is the folder into which the seeds of all fuzzers go: reply/, printer-list/ and scenario/.
+/// The argument is the folder into which the seeds of all fuzzers go: reply/, printer-list/ and scenario/, and the
+/// dictionary of replies.
 int main(int argc, char** argv)
 {
     const QString strFolder = QString::fromLocal8Bit(argc == 2 ? argv[1] : ".");
@@ -40,6 +41,7 @@ int main(int argc, char** argv)
         for (auto seed = seeds.begin(); seed != seeds.end(); ++seed) {
             Write(strFolder + QStringLiteral("/reply"), seed.key(), seed.value());
         }
+        Write(strFolder, QStringLiteral("reply.dict"), ReplyDictionary());
         const QMap<QString, QByteArray> lists = PrinterListSeeds();
         for (auto list = lists.begin(); list != lists.end(); ++list) {
             Write(strFolder + QStringLiteral("/printer-list"), list.key(), list.value());

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#include "GoldenTable.h"
 #include "PrinterCommon.h"
 #include "TrdDeviceManage.h"
 
@@ -39,18 +40,10 @@ stPrinterState FilledState()
     state.listWarningStatus = {enErrorCyanInkLow, enErrorNetwork};
     state.strSupplySerialNumber = QStringLiteral("SN2");
     state.enSpplyType = 3;
-    state.dwRemainingToner = 10;
-    state.dwWasteToner = 11;
-    state.dwBlackInkRemainer = 12;
-    state.dwBlueInkRemainer = 13;
-    state.dwRedInkRemainer = 14;
-    state.dwYellowInkRemainer = 15;
-    state.dwOPCRotation = 16;
-    state.dwNumberOfPages = 17;
-    state.dwNumberOfPrint = 18;
-    state.dwPrintDotsCount = 19;
-    state.dwPrinterNumOfPages = 20;
-    state.dwPrinterNumOfPrint = 21;
+    unsigned long dwFigure = 10;
+#define VORA_FILL(enKey, wKey, iBytes, Stem, ...) state.dw##Stem = dwFigure++;
+    VORA_SUPPLIES_OF_STATE(VORA_FILL)
+#undef VORA_FILL
     state.iReadFailCount = 22;
     return state;
 }
@@ -66,18 +59,9 @@ void CompareWithReset(const stPrinterState& state)
     QVERIFY(state.listWarningStatus.isEmpty());
     QCOMPARE(state.strSupplySerialNumber, QString());
     QCOMPARE(state.enSpplyType, 0);
-    QCOMPARE(state.dwRemainingToner, 0ul);
-    QCOMPARE(state.dwWasteToner, 0ul);
-    QCOMPARE(state.dwBlackInkRemainer, 0ul);
-    QCOMPARE(state.dwBlueInkRemainer, 0ul);
-    QCOMPARE(state.dwRedInkRemainer, 0ul);
-    QCOMPARE(state.dwYellowInkRemainer, 0ul);
-    QCOMPARE(state.dwOPCRotation, 0ul);
-    QCOMPARE(state.dwNumberOfPages, 0ul);
-    QCOMPARE(state.dwNumberOfPrint, 0ul);
-    QCOMPARE(state.dwPrintDotsCount, 0ul);
-    QCOMPARE(state.dwPrinterNumOfPages, 0ul);
-    QCOMPARE(state.dwPrinterNumOfPrint, 0ul);
+#define VORA_COMPARE(enKey, wKey, iBytes, Stem, ...) QCOMPARE(state.dw##Stem, 0ul);
+    VORA_SUPPLIES_OF_STATE(VORA_COMPARE)
+#undef VORA_COMPARE
     QCOMPARE(state.iReadFailCount, 0);
 }
 
@@ -126,7 +110,8 @@ void tst_PrinterCommon::countersAreUnsigned64Bit()
 
 void tst_PrinterCommon::catalogueIsComplete()
 {
-    QCOMPARE(std::size(c_stModelInfoList), std::size_t(7));
+    QVERIFY(!GoldenModels().isEmpty());
+    QCOMPARE(std::size(c_stModelInfoList), static_cast<std::size_t>(GoldenModels().size()));
 }
 
 void tst_PrinterCommon::catalogue_data()
@@ -135,19 +120,13 @@ void tst_PrinterCommon::catalogue_data()
     QTest::addColumn<QString>("model");
     QTest::addColumn<QString>("displayName");
     QTest::addColumn<QString>("ppdName");
+    QTest::addColumn<int>("vendorId");
     QTest::addColumn<int>("productId");
     int iRow = 0;
-    const auto add = [&iRow](const char* pModel, const char* pDisplayName, const char* pPpdName, int iProductId) {
-        QTest::newRow(pModel) << iRow++ << QString::fromLatin1(pModel) << QString::fromLatin1(pDisplayName)
-                              << QString::fromLatin1(pPpdName) << iProductId;
-    };
-    add("RA7QX", "Vora RA7QX", "Vora_RA7QX.ppd", 0x7105);
-    add("RA7Q", "Vora RA7Q", "Vora_RA7Q.ppd", 0x7106);
-    add("RA7X", "Vora RA7X", "Vora_RA7X.ppd", 0x7107);
-    add("RB9QX", "Vora RB9QX", "Vora_RB9QX.ppd", 0x7108);
-    add("RB9Q", "Vora RB9Q", "Vora_RB9Q.ppd", 0x7109);
-    add("RB9X", "Vora RB9X", "Vora_RB9X.ppd", 0x710A);
-    add("HV5520TP", "Vora HV5520TP", "Vora_HV5520TP.ppd", 0x7121);
+    for (const stGoldenModel& model : GoldenModels()) {
+        QTest::newRow(qPrintable(model.strModel)) << iRow++ << model.strModel << model.strDisplayName
+                                                  << model.strPpdName << model.iVendorId << model.iProductId;
+    }
 }
 
 void tst_PrinterCommon::catalogue()
@@ -158,6 +137,7 @@ void tst_PrinterCommon::catalogue()
     QTEST(info.strModel, "model");
     QTEST(info.strDisplayName, "displayName");
     QTEST(info.strPPDName, "ppdName");
+    QTEST(info.iVendorId, "vendorId");
     QCOMPARE(info.iVendorId, 19068);
     QTEST(info.iProductId, "productId");
 }

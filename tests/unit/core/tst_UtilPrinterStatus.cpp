@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "EndingSignal.h"
+#include "GoldenTable.h"
 #include "HandMadeReply.h"
 #include "TrdGetPrinterStatus.h"
 #include "UtilPrinterStatus.h"
@@ -24,13 +25,21 @@ int Check(TrdGetPrinterStatus& worker, const QByteArray& reply)
     return worker.CheckPrinterStatus(bytes.data(), bytes.size());
 }
 
-std::vector<unsigned long> Numbers(const UtilPrinterStatus& decoder)
+using Numbers = QMap<QString, unsigned long>;
+using RawValues = QMap<QString, QByteArray>;
+
+/// The numbers of the supplies that are not 0, by the end of their members' names.
+Numbers NumbersOf(const UtilPrinterStatus& decoder)
 {
-    return {decoder.m_dwSupplyType,       decoder.m_dwRemainingToner,    decoder.m_dwWasteToner,
-            decoder.m_dwOPCRotation,      decoder.m_dwNumberOfPages,     decoder.m_dwNumberOfPrint,
-            decoder.m_dwPrintDotsCount,   decoder.m_dwPrinterNumOfPages, decoder.m_dwPrinterNumOfPrint,
-            decoder.m_dwBlackInkRemainer, decoder.m_dwBlueInkRemainer,   decoder.m_dwRedInkRemainer,
-            decoder.m_dwYellowInkRemainer};
+    Numbers numbers = {
+#define VORA_NUMBER(enKey, wKey, iBytes, Stem, ...) {QStringLiteral("dw" #Stem), decoder.m_dw##Stem},
+        VORA_SUPPLIES_OF_REPLY(VORA_NUMBER)
+#undef VORA_NUMBER
+    };
+    for (const QString& strField : numbers.keys(0)) {
+        numbers.remove(strField);
+    }
+    return numbers;
 }
 
 template <typename Raw>
@@ -39,14 +48,43 @@ QByteArray Hex(const Raw& raw)
     return QByteArray(raw.data(), static_cast<int>(raw.size())).toHex();
 }
 
-QList<QByteArray> RawValues(const UtilPrinterStatus& decoder)
+/// Their raw bytes likewise.
+RawValues RawValuesOf(const UtilPrinterStatus& decoder)
 {
-    return {
-        Hex(decoder.m_rawSupplyType),       Hex(decoder.m_rawRemainingToner),    Hex(decoder.m_rawWasteToner),
-        Hex(decoder.m_rawOPCRotation),      Hex(decoder.m_rawNumberOfPages),     Hex(decoder.m_rawNumberOfPrint),
-        Hex(decoder.m_rawPrintDotsCount),   Hex(decoder.m_rawPrinterNumOfPages), Hex(decoder.m_rawPrinterNumOfPrint),
-        Hex(decoder.m_rawBlackInkRemainer), Hex(decoder.m_rawBlueInkRemainer),   Hex(decoder.m_rawRedInkRemainer),
-        Hex(decoder.m_rawYellowInkRemainer)};
+    RawValues rawValues = {
+#define VORA_RAW(enKey, wKey, iBytes, Stem, ...) {QStringLiteral("dw" #Stem), Hex(decoder.m_raw##Stem)},
+        VORA_SUPPLIES_OF_REPLY(VORA_RAW)
+#undef VORA_RAW
+    };
+    for (const QString& strField : rawValues.keys()) {
+        if (rawValues.value(strField).count('0') == rawValues.value(strField).size()) {
+            rawValues.remove(strField);
+        }
+    }
+    return rawValues;
+}
+
+/// The log calls one member otherwise.
+QString DecoderField(const stGoldenKey& key)
+{
+    return key.strField == QLatin1String("enSpplyType") ? QStringLiteral("dwSupplyType") : key.strField;
+}
+
+Numbers HandMadeNumbers()
+{
+    return {{QStringLiteral("dwSupplyType"), 0x00010203},
+            {QStringLiteral("dwRemainingToner"), 300},
+            {QStringLiteral("dwWasteToner"), 7},
+            {QStringLiteral("dwOPCRotation"), 4660},
+            {QStringLiteral("dwNumberOfPages"), 256},
+            {QStringLiteral("dwNumberOfPrint"), 5},
+            {QStringLiteral("dwPrintDotsCount"), 1000},
+            {QStringLiteral("dwPrinterNumOfPages"), 65536},
+            {QStringLiteral("dwPrinterNumOfPrint"), 16909060},
+            {QStringLiteral("dwBlackInkRemainer"), 50},
+            {QStringLiteral("dwBlueInkRemainer"), 51},
+            {QStringLiteral("dwRedInkRemainer"), 52},
+            {QStringLiteral("dwYellowInkRemainer"), 53}};
 }
 
 } // namespace
@@ -61,6 +99,7 @@ private slots:
     void givesAddressOfStatusByte();
     void numberOfSuppliesValue_data();
     void numberOfSuppliesValue();
+    void everyNumberHasItsKey();
     void suppliesKey_data();
     void suppliesKey();
     void unknownSuppliesKeyIsSkipped_data();
@@ -93,10 +132,8 @@ void tst_UtilPrinterStatus::newDecoderIsZero()
     alignas(UtilPrinterStatus) std::array<unsigned char, sizeof(UtilPrinterStatus)> memory;
     memory.fill(0xEE);
     auto* pDecoder = new (memory.data()) UtilPrinterStatus;
-    QCOMPARE(Numbers(*pDecoder), std::vector<unsigned long>(13, 0));
-    for (const QByteArray& raw : RawValues(*pDecoder)) {
-        QCOMPARE(raw, QByteArray(raw.size(), '0'));
-    }
+    QCOMPARE(NumbersOf(*pDecoder), Numbers());
+    QCOMPARE(RawValuesOf(*pDecoder), RawValues());
     for (const UtilPrinterStatus::Text* pText :
          {&pDecoder->m_vendorName, &pDecoder->m_productName, &pDecoder->m_serialNumber, &pDecoder->m_firmwareVersion,
           &pDecoder->m_fifthString}) {
@@ -161,8 +198,7 @@ void tst_UtilPrinterStatus::storesEveryRawField()
     QCOMPARE(decoder.m_bySuppliesCount, 14);
     QCOMPARE(decoder.m_dwSuppliesCount, 14UL);
     QCOMPARE(decoder.m_supplySerialNumber.data(), "INK42");
-    QCOMPARE(Numbers(decoder),
-             (std::vector<unsigned long>{0x00010203, 300, 7, 4660, 256, 5, 1000, 65536, 16909060, 50, 51, 52, 53}));
+    QCOMPARE(NumbersOf(decoder), HandMadeNumbers());
 }
 
 void tst_UtilPrinterStatus::givesAddressOfStatusByte()
@@ -195,48 +231,50 @@ void tst_UtilPrinterStatus::numberOfSuppliesValue()
     QTEST(UtilPrinterStatus::byteToDWORD(data.data(), dwLength), "dwValue");
 }
 
+void tst_UtilPrinterStatus::everyNumberHasItsKey()
+{
+    QStringList listField;
+    for (const stGoldenKey& key : GoldenNumberKeys()) {
+        listField.append(DecoderField(key));
+    }
+    QStringList listMember;
+#define VORA_MEMBER(enKey, wKey, iBytes, Stem, ...) listMember.append(QStringLiteral("dw" #Stem));
+    VORA_SUPPLIES_OF_REPLY(VORA_MEMBER)
+#undef VORA_MEMBER
+    QCOMPARE(listMember, listField);
+}
+
 void tst_UtilPrinterStatus::suppliesKey_data()
 {
     QTest::addColumn<quint16>("wKey");
-    QTest::addColumn<int>("iValue"); // in Numbers()
+    QTest::addColumn<QString>("strField");
     QTest::addColumn<int>("iWidth");
-    QTest::newRow("type") << quint16(0x0001) << 0 << 4;
-    QTest::newRow("remaining toner") << quint16(0x1000) << 1 << 2;
-    QTest::newRow("waste toner") << quint16(0x1001) << 2 << 2;
-    QTest::newRow("OPC rotation") << quint16(0x1002) << 3 << 2;
-    QTest::newRow("prints") << quint16(0x1004) << 5 << 4;
-    QTest::newRow("dots") << quint16(0x1100) << 6 << 2;
-    QTest::newRow("printer's pages") << quint16(0x1101) << 7 << 4;
-    QTest::newRow("printer's prints") << quint16(0x1102) << 8 << 4;
-    QTest::newRow("black") << quint16(0x4043) << 9 << 2;
-    QTest::newRow("blue") << quint16(0x4143) << 10 << 2;
-    QTest::newRow("red") << quint16(0x4243) << 11 << 2;
-    QTest::newRow("yellow") << quint16(0x4343) << 12 << 2;
+    for (const stGoldenKey& key : GoldenNumberKeys()) {
+        if (key.wKey != 0x1003) { // see pagesSetPrintsToo
+            QTest::newRow(qPrintable(key.strName)) << key.wKey << DecoderField(key) << key.iBytes;
+        }
+    }
 }
 
 void tst_UtilPrinterStatus::suppliesKey()
 {
     QFETCH(quint16, wKey);
-    QFETCH(int, iValue);
+    QFETCH(QString, strField);
     QFETCH(int, iWidth);
-    std::vector<unsigned long> listNumber(13, 0);
-    QList<QByteArray> listRaw = RawValues(UtilPrinterStatus());
-    listNumber[iValue] = 0xF1F2F3F4;
-    listRaw[iValue] = QByteArray("f1f2f3f4").left(iWidth * 2) + "00";
-
     UtilPrinterStatus decoder;
     QVERIFY(Decode(decoder, ReplyWithSupplies({{wKey, "\xF1\xF2\xF3\xF4"}})));
-    QCOMPARE(Numbers(decoder), listNumber);
-    QCOMPARE(RawValues(decoder), listRaw);
+    QCOMPARE(NumbersOf(decoder), (Numbers{{strField, 0xF1F2F3F4}}));
+    QCOMPARE(RawValuesOf(decoder), (RawValues{{strField, QByteArray("f1f2f3f4").left(iWidth * 2) + "00"}}));
     QCOMPARE(decoder.m_supplySerialNumber.data(), "");
 }
 
 void tst_UtilPrinterStatus::unknownSuppliesKeyIsSkipped_data()
 {
     QTest::addColumn<quint16>("wKey");
-    for (const quint16 wKey : {0x0002, 0x0100, 0x1005, 0x1103, 0x4044, 0x4344, 0xFFFF}) {
-        QTest::addRow("%04X", wKey) << wKey;
+    for (const stGoldenKey& key : GoldenKeys()) {
+        QTest::addRow("%04X with another high byte", key.wKey) << static_cast<quint16>(key.wKey ^ 0x8000);
     }
+    QTest::newRow("all bits") << quint16(0xFFFF);
 }
 
 void tst_UtilPrinterStatus::unknownSuppliesKeyIsSkipped()
@@ -244,8 +282,8 @@ void tst_UtilPrinterStatus::unknownSuppliesKeyIsSkipped()
     QFETCH(quint16, wKey);
     UtilPrinterStatus decoder;
     QVERIFY(Decode(decoder, ReplyWithSupplies({{wKey, "\x7F\x7F\x7F\x7F"}})));
-    QCOMPARE(Numbers(decoder), std::vector<unsigned long>(13, 0));
-    QCOMPARE(RawValues(decoder), RawValues(UtilPrinterStatus()));
+    QCOMPARE(NumbersOf(decoder), Numbers());
+    QCOMPARE(RawValuesOf(decoder), RawValues());
     QCOMPARE(Hex(decoder.m_supplySerialNumber), QByteArray(130, '0'));
 
     // Its bytes are consumed: the record that follows is found.
@@ -259,7 +297,8 @@ void tst_UtilPrinterStatus::pagesSetPrintsToo()
     const stSuppliesRecord prints{0x1004, QByteArray("\0\0\0\5", 4)};
     UtilPrinterStatus decoder;
     QVERIFY(Decode(decoder, ReplyWithSupplies({pages})));
-    QCOMPARE(Numbers(decoder), (std::vector<unsigned long>{0, 0, 0, 0, 256, 256, 0, 0, 0, 0, 0, 0, 0}));
+    QCOMPARE(NumbersOf(decoder),
+             (Numbers{{QStringLiteral("dwNumberOfPages"), 256}, {QStringLiteral("dwNumberOfPrint"), 256}}));
     QCOMPARE(Hex(decoder.m_rawNumberOfPages), "0000010000");
     QCOMPARE(Hex(decoder.m_rawNumberOfPrint), "0000010000");
 
@@ -358,8 +397,8 @@ void tst_UtilPrinterStatus::supplySerialNumberIsNoNumber()
     UtilPrinterStatus decoder;
     QVERIFY(Decode(decoder, ReplyWithSupplies({{0x0000, "INK42"}})));
     QCOMPARE(decoder.m_supplySerialNumber.data(), "INK42");
-    QCOMPARE(Numbers(decoder), std::vector<unsigned long>(13, 0));
-    QCOMPARE(RawValues(decoder), RawValues(UtilPrinterStatus()));
+    QCOMPARE(NumbersOf(decoder), Numbers());
+    QCOMPARE(RawValuesOf(decoder), RawValues());
 }
 
 void tst_UtilPrinterStatus::everyPrefixIsRejected()
@@ -425,8 +464,7 @@ void tst_UtilPrinterStatus::trailingBytesAreIgnored()
 {
     UtilPrinterStatus decoder;
     QVERIFY(Decode(decoder, HandMadeReply() + QByteArray(1000, '\xFF')));
-    QCOMPARE(Numbers(decoder),
-             (std::vector<unsigned long>{0x00010203, 300, 7, 4660, 256, 5, 1000, 65536, 16909060, 50, 51, 52, 53}));
+    QCOMPARE(NumbersOf(decoder), HandMadeNumbers());
 }
 
 void tst_UtilPrinterStatus::serialNumberMayBeAbsent()
@@ -546,7 +584,7 @@ void tst_UtilPrinterStatus::newReplyReplacesTheWholeState()
     QCOMPARE(Check(worker, HandMadeReply()), 0);
     worker.m_printerManager.printerState.iReadFailCount = 4;
     worker.m_printerManager.printerState.enSpplyType = 9;
-    QCOMPARE(Check(worker, ReplyInState(0x24)), 0);
+    QCOMPARE(Check(worker, ReplyInState(c_iNoState)), 0);
     const stPrinterState& state = worker.m_printerManager.printerState;
     QCOMPARE(state.enCurrentStatus, 0);
     QCOMPARE(state.strVenderName, QString());

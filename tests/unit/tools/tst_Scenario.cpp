@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "CodeNames.h"
+#include "GoldenTable.h"
 #include "JsonReader.h"
 #include "Player.h"
 #include "ReplyFields.h"
@@ -63,9 +64,27 @@ struct stMalformed
     QString strExpected; ///< behind "file name:"; one that ends with "@" is the beginning of a longer text
 };
 
+QString ModelNames()
+{
+    QStringList listName;
+    for (const stGoldenModel& model : GoldenModels()) {
+        listName.append(model.strModel);
+    }
+    return listName.join(QLatin1String(", "));
+}
+
+/// In the order of their values.
+QString SentNames(const QList<stGoldenCode>& listCode)
+{
+    QStringList listName;
+    for (const stGoldenCode& code : Sent(listCode)) {
+        listName.append(code.strName);
+    }
+    return listName.join(QLatin1String(", "));
+}
+
 const QString c_strStateExpected =
-    QStringLiteral(": expected a code from 0x00 to 0xFF or one of ready, initialize, busy, canceling, printing, "
-                   "scanning, copying, reporting, cleaning, alignment, scan-back, debug, found ");
+    QStringLiteral(": expected a code from 0x00 to 0xFF or one of %1, found ").arg(SentNames(GoldenStates()));
 
 const QList<stMalformed> c_listMalformed = {
     {QStringLiteral("json-cut-off.json"), QStringLiteral("5: expected JSON: @")},
@@ -116,8 +135,7 @@ const QList<stMalformed> c_listMalformed = {
     {QStringLiteral("printers-too-many.json"),
      QStringLiteral(" printers[1].count: expected at most 1000 printers in all, found 401")},
     {QStringLiteral("model-unknown.json"),
-     QStringLiteral(
-         " printers[1].model: expected one of RA7QX, RA7Q, RA7X, RB9QX, RB9Q, RB9X, HV5520TP, found \"RA8Q\"")},
+     QStringLiteral(" printers[1].model: expected one of %1, found \"RA8Q\"").arg(ModelNames())},
     {QStringLiteral("connection-unknown.json"),
      QStringLiteral(" printers[0].connection: expected \"usb\" or \"network\", found \"serial\"")},
     {QStringLiteral("port-number.json"), QStringLiteral(" printers[0].port: expected a text, found 9100")},
@@ -439,87 +457,46 @@ void tst_Scenario::stepsAreInTheOrderOfTheirTimes()
 void tst_Scenario::stateNames_data()
 {
     QTest::addColumn<int>("iRaw");
-    QTest::newRow("ready") << 0x00;
-    QTest::newRow("initialize") << 0x01;
-    QTest::newRow("busy") << 0x02;
-    QTest::newRow("canceling") << 0x03;
-    QTest::newRow("printing") << 0x10;
-    QTest::newRow("scanning") << 0x11;
-    QTest::newRow("copying") << 0x12;
-    QTest::newRow("reporting") << 0x13;
-    QTest::newRow("cleaning") << 0x20;
-    QTest::newRow("alignment") << 0x21;
-    QTest::newRow("scan-back") << 0x22;
-    QTest::newRow("debug") << 0x23;
+    QTest::addColumn<int>("iValue");
+    for (const stGoldenCode& code : GoldenStates()) {
+        QTest::newRow(qPrintable(code.strName)) << code.iRawCode << code.iValue;
+    }
 }
 
 void tst_Scenario::stateNames()
 {
     QFETCH(int, iRaw);
+    QFETCH(int, iValue);
     const QString strName = QString::fromLatin1(QTest::currentDataTag());
-    QCOMPARE(static_cast<int>(StateCodeByName(strName).value_or(0xFF)), iRaw);
-    QVERIFY(StateNames().contains(strName));
-    QCOMPARE(StateNames().size(), 12);
+    QCOMPARE(StateName(iValue), strName);
+    QCOMPARE(StateName(c_iNoValue), QStringLiteral("unknown"));
+    const std::optional<quint8> code = StateCodeByName(strName);
+    QCOMPARE(code ? static_cast<int>(*code) : -1, iRaw);
+    QCOMPARE(StateNames().count(strName), iRaw < 0 ? 0 : 1);
+    QCOMPARE(StateNames().size(), Sent(GoldenStates()).size());
     QVERIFY(!StateCodeByName(strName + QLatin1Char('x')));
 }
 
 void tst_Scenario::errorNames_data()
 {
     QTest::addColumn<int>("iRaw");
-    QTest::newRow("wifi-init-failed") << 0x5200;
-    QTest::newRow("black-head-damaged") << 0x6143;
-    QTest::newRow("color-head-damaged") << 0x6144;
-    QTest::newRow("end-of-life") << 0x120A;
-    QTest::newRow("scanner-origin") << 0x7200;
-    QTest::newRow("feed-motor") << 0x6210;
-    QTest::newRow("carriage-motor") << 0x6211;
-    QTest::newRow("memory-full") << 0x6201;
-    QTest::newRow("fatal") << 0x6203;
-    QTest::newRow("update-failed") << 0x5121;
-    QTest::newRow("no-paper") << 0x6100;
-    QTest::newRow("paper-size") << 0x6105;
-    QTest::newRow("paper-jam") << 0x6110;
-    QTest::newRow("paper-placement") << 0x6112;
-    QTest::newRow("ink-door-open") << 0x6120;
-    QTest::newRow("service-6121") << 0x6121;
-    QTest::newRow("service-6122") << 0x6122;
-    QTest::newRow("black-head-mismatch") << 0x6131;
-    QTest::newRow("color-head-mismatch") << 0x6132;
-    QTest::newRow("nozzle-overcurrent") << 0x6139;
-    QTest::newRow("alignment") << 0x6140;
-    QTest::newRow("alignment-setup") << 0x6145;
-    QTest::newRow("black-head-hot") << 0x6170;
-    QTest::newRow("color-head-hot") << 0x6171;
-    QTest::newRow("black-ink-low") << 0x6160;
-    QTest::newRow("color-ink-low") << 0x6161;
-    QTest::newRow("both-ink-low") << 0x6162;
-    QTest::newRow("cyan-ink-low") << 0x6163;
-    QTest::newRow("magenta-ink-low") << 0x6164;
-    QTest::newRow("yellow-ink-low") << 0x6165;
-    QTest::newRow("black-ink-empty") << 0x6150;
-    QTest::newRow("color-ink-empty") << 0x6151;
-    QTest::newRow("black-head-missing") << 0x6152;
-    QTest::newRow("color-head-missing") << 0x6153;
-    QTest::newRow("cyan-ink-empty") << 0x6154;
-    QTest::newRow("magenta-ink-empty") << 0x6155;
-    QTest::newRow("yellow-ink-empty") << 0x6156;
-    QTest::newRow("no-color-for-photo-print") << 0x6181;
-    QTest::newRow("no-color-for-photo-copy") << 0x6182;
-    QTest::newRow("black-out-using-color") << 0x615A;
-    QTest::newRow("color-out-using-black") << 0x615B;
-    QTest::newRow("code-6800") << 0x6800;
-    QTest::newRow("cups-raster-print") << 0x9200;
-    QTest::newRow("urf-raster-print") << 0x9201;
-    QTest::newRow("network") << 0x5201;
+    QTest::addColumn<int>("iValue");
+    for (const stGoldenCode& code : GoldenErrors()) {
+        QTest::newRow(qPrintable(code.strName)) << code.iRawCode << code.iValue;
+    }
 }
 
 void tst_Scenario::errorNames()
 {
     QFETCH(int, iRaw);
+    QFETCH(int, iValue);
     const QString strName = QString::fromLatin1(QTest::currentDataTag());
-    QCOMPARE(static_cast<int>(ErrorCodeByName(strName).value_or(0)), iRaw);
-    QVERIFY(ErrorNames().contains(strName));
-    QCOMPARE(ErrorNames().size(), 45);
+    QCOMPARE(ErrorName(iValue), strName);
+    QCOMPARE(ErrorName(c_iNoValue), QStringLiteral("unknown"));
+    const std::optional<quint16> code = ErrorCodeByName(strName);
+    QCOMPARE(code ? static_cast<int>(*code) : -1, iRaw);
+    QCOMPARE(ErrorNames().count(strName), iRaw < 0 ? 0 : 1);
+    QCOMPARE(ErrorNames().size(), Sent(GoldenErrors()).size());
     QVERIFY(!ErrorCodeByName(strName + QLatin1Char('x')));
 }
 
@@ -622,9 +599,10 @@ void tst_Scenario::everyErrorShowsThemAll()
         }
     }
     QList<int> listExpected;
-    for (int i = 1; i <= 45; ++i) {
-        listExpected.append(i);
+    for (const stGoldenCode& code : Sent(GoldenErrors())) {
+        listExpected.append(code.iValue);
     }
+    QVERIFY(!listExpected.isEmpty());
     QCOMPARE(listShown, listExpected);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#include "GoldenTable.h"
 #include "HandMadeReply.h"
 
 #include <QtTest>
@@ -75,19 +76,9 @@ void tst_StatusEncoder::numberHasItsKeysWidth_data()
 {
     QTest::addColumn<quint16>("wKey");
     QTest::addColumn<QByteArray>("hex");
-    QTest::newRow("type") << quint16(0x0001) << QByteArray("01020304");
-    QTest::newRow("remaining toner") << quint16(0x1000) << QByteArray("0304");
-    QTest::newRow("waste toner") << quint16(0x1001) << QByteArray("0304");
-    QTest::newRow("OPC rotation") << quint16(0x1002) << QByteArray("0304");
-    QTest::newRow("pages") << quint16(0x1003) << QByteArray("01020304");
-    QTest::newRow("prints") << quint16(0x1004) << QByteArray("01020304");
-    QTest::newRow("dots") << quint16(0x1100) << QByteArray("0304");
-    QTest::newRow("printer's pages") << quint16(0x1101) << QByteArray("01020304");
-    QTest::newRow("printer's prints") << quint16(0x1102) << QByteArray("01020304");
-    QTest::newRow("black") << quint16(0x4043) << QByteArray("0304");
-    QTest::newRow("blue") << quint16(0x4143) << QByteArray("0304");
-    QTest::newRow("red") << quint16(0x4243) << QByteArray("0304");
-    QTest::newRow("yellow") << quint16(0x4343) << QByteArray("0304");
+    for (const stGoldenKey& key : GoldenNumberKeys()) {
+        QTest::newRow(qPrintable(key.strName)) << key.wKey << QByteArray("01020304").right(key.iBytes * 2);
+    }
 }
 
 void tst_StatusEncoder::numberHasItsKeysWidth()

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#include "GoldenTable.h"
 #include "StatusEncoder.h"
 #include "TrdGetPrinterStatus.h"
 #include "UtilPrinterStatus.h"
 
+#include <QMap>
 #include <QRandomGenerator>
 #include <QtTest>
-
-#include <array>
 
 /// What the encoder writes the decoder reads back, field by field.
 class tst_StatusRoundTrip : public QObject
@@ -24,22 +24,25 @@ namespace {
 constexpr quint32 c_dwSeed = 20261116;
 constexpr int c_iReplies = 100000;
 
-struct stCodeOf
-{
-    quint16 wRaw;
-    int iValue;
+using Figure = unsigned long stPrinterState::*;
+
+const QMap<QString, Figure> c_figureMap = {
+#define VORA_FIGURE(enKey, wKey, iBytes, Stem, ...) {QStringLiteral("dw" #Stem), &stPrinterState::dw##Stem},
+    VORA_SUPPLIES_OF_STATE(VORA_FIGURE)
+#undef VORA_FIGURE
 };
 
-// Raw codes and what they mean; one code of each table is none that is known.
-const QList<stCodeOf> c_listState = {{0x00, 3},  {0x01, 4},  {0x02, 5},  {0x03, 6},  {0x10, 8},  {0x11, 9}, {0x12, 10},
-                                     {0x13, 11}, {0x20, 12}, {0x21, 13}, {0x22, 14}, {0x23, 15}, {0x24, 0}, {0xFF, 0}};
-const QList<stCodeOf> c_listError = {
-    {0x5200, 1},  {0x6143, 2},  {0x6144, 3},  {0x120A, 4},  {0x7200, 5},  {0x6210, 6},  {0x6211, 7},  {0x6201, 8},
-    {0x6203, 9},  {0x5121, 10}, {0x6100, 11}, {0x6105, 12}, {0x6110, 13}, {0x6112, 14}, {0x6120, 15}, {0x6121, 16},
-    {0x6122, 17}, {0x6131, 18}, {0x6132, 19}, {0x6139, 20}, {0x6140, 21}, {0x6145, 22}, {0x6170, 23}, {0x6171, 24},
-    {0x6160, 25}, {0x6161, 26}, {0x6162, 27}, {0x6163, 28}, {0x6164, 29}, {0x6165, 30}, {0x6150, 31}, {0x6151, 32},
-    {0x6152, 33}, {0x6153, 34}, {0x6154, 35}, {0x6155, 36}, {0x6156, 37}, {0x6181, 38}, {0x6182, 39}, {0x615A, 40},
-    {0x615B, 41}, {0x6800, 42}, {0x9200, 43}, {0x9201, 44}, {0x5201, 45}, {0x6157, 0}};
+/// Raw codes and what they mean, and one that is none.
+QList<stGoldenCode> WithUnknown(QList<stGoldenCode> listCode, int iRawCode)
+{
+    listCode = Sent(listCode);
+    listCode.append({0, iRawCode, QString(), QString(), QString()});
+    return listCode;
+}
+
+const QList<stGoldenCode> c_listState = WithUnknown(GoldenStates(), c_iNoState);
+const QList<stGoldenCode> c_listError = WithUnknown(GoldenErrors(), c_iNoError);
+const QList<stGoldenKey> c_listKey = GoldenNumberKeys();
 
 /// One random reply and what must be read from it.
 class RandomReply
@@ -64,8 +67,8 @@ public:
         m_state.strProductName = QString::fromLatin1(m_reply.productName);
         m_state.strPrinterSerialNumber = QString::fromLatin1(m_reply.serialNumber);
         m_state.strFWVersion = QString::fromLatin1(m_reply.firmwareVersion);
-        const stCodeOf& state = c_listState.at(Below(static_cast<int>(c_listState.size())));
-        m_reply.byStatus = static_cast<quint8>(state.wRaw);
+        const stGoldenCode& state = c_listState.at(Below(static_cast<int>(c_listState.size())));
+        m_reply.byStatus = static_cast<quint8>(state.iRawCode);
         m_state.enCurrentStatus = state.iValue;
         AddCodes(m_reply.listErrorCode, m_state.listErrorStatus);
         AddCodes(m_reply.listWarningCode, m_state.listWarningStatus);
@@ -98,20 +101,19 @@ private:
     void AddCodes(QList<quint16>& listRaw, QList<enErrorStatus>& listValue)
     {
         for (int i = Below(50) == 0 ? Below(256) : Below(5); i > 0; --i) {
-            const stCodeOf& code = c_listError.at(Below(static_cast<int>(c_listError.size())));
-            listRaw.append(code.wRaw);
+            const stGoldenCode& code = c_listError.at(Below(static_cast<int>(c_listError.size())));
+            listRaw.append(static_cast<quint16>(code.iRawCode));
             listValue.append(static_cast<enErrorStatus>(code.iValue));
         }
     }
 
     /// Some of the numbers in the printer's width for them.
     template <typename Value>
-    void AddNumber(quint16 wKey, bool bWide, Value& value)
+    void AddNumber(const stGoldenKey& key, Value& value)
     {
         if (Below(3) > 0) {
-            const quint32 dwNumber = bWide ? m_random.generate() : Word();
-            const stSuppliesRecord record = MakeSuppliesRecord(static_cast<enSuppliesKey>(wKey), dwNumber);
-            m_reply.listSupplies.append(record);
+            const quint32 dwNumber = key.iBytes == 4 ? m_random.generate() : Word();
+            m_reply.listSupplies.append(MakeSuppliesRecord(static_cast<enSuppliesKey>(key.wKey), dwNumber));
             value = dwNumber;
         }
     }
@@ -123,21 +125,17 @@ private:
             m_reply.listSupplies.append({0x0000, text});
             m_state.strSupplySerialNumber = QString::fromLatin1(text);
         }
-        AddNumber(0x4043, false, m_state.dwBlackInkRemainer);
-        AddNumber(0x4143, false, m_state.dwBlueInkRemainer);
-        AddNumber(0x4243, false, m_state.dwRedInkRemainer);
-        AddNumber(0x4343, false, m_state.dwYellowInkRemainer);
-        AddNumber(0x0001, true, m_dwSupplyType);
-        AddNumber(0x1000, false, m_state.dwRemainingToner);
-        AddNumber(0x1001, false, m_state.dwWasteToner);
-        AddNumber(0x1002, false, m_state.dwOPCRotation);
         m_reply.listSupplies.append({0x7F7F, Bytes(Below(66))}); // nobody's
-        AddNumber(0x1003, true, m_state.dwNumberOfPages);
-        m_state.dwNumberOfPrint = m_state.dwNumberOfPages; // pages count as prints until prints are given
-        AddNumber(0x1004, true, m_state.dwNumberOfPrint);
-        AddNumber(0x1100, false, m_state.dwPrintDotsCount);
-        AddNumber(0x1101, true, m_state.dwPrinterNumOfPages);
-        AddNumber(0x1102, true, m_state.dwPrinterNumOfPrint);
+        for (const stGoldenKey& key : c_listKey) {
+            if (key.strField == QLatin1String("enSpplyType")) {
+                AddNumber(key, m_dwSupplyType);
+                continue;
+            }
+            AddNumber(key, m_state.*c_figureMap.value(key.strField));
+            if (key.wKey == 0x1003) {
+                m_state.dwNumberOfPrint = m_state.dwNumberOfPages; // pages count as prints until prints are given
+            }
+        }
     }
 
     QRandomGenerator& m_random;
@@ -190,18 +188,9 @@ void CompareState(const stPrinterState& state, const stPrinterState& expected)
     QCOMPARE(state.listWarningStatus, expected.listWarningStatus);
     QCOMPARE(state.strSupplySerialNumber, expected.strSupplySerialNumber);
     QCOMPARE(state.enSpplyType, 0);
-    QCOMPARE(state.dwRemainingToner, expected.dwRemainingToner);
-    QCOMPARE(state.dwWasteToner, expected.dwWasteToner);
-    QCOMPARE(state.dwBlackInkRemainer, expected.dwBlackInkRemainer);
-    QCOMPARE(state.dwBlueInkRemainer, expected.dwBlueInkRemainer);
-    QCOMPARE(state.dwRedInkRemainer, expected.dwRedInkRemainer);
-    QCOMPARE(state.dwYellowInkRemainer, expected.dwYellowInkRemainer);
-    QCOMPARE(state.dwOPCRotation, expected.dwOPCRotation);
-    QCOMPARE(state.dwNumberOfPages, expected.dwNumberOfPages);
-    QCOMPARE(state.dwNumberOfPrint, expected.dwNumberOfPrint);
-    QCOMPARE(state.dwPrintDotsCount, expected.dwPrintDotsCount);
-    QCOMPARE(state.dwPrinterNumOfPages, expected.dwPrinterNumOfPages);
-    QCOMPARE(state.dwPrinterNumOfPrint, expected.dwPrinterNumOfPrint);
+    for (auto figure = c_figureMap.begin(); figure != c_figureMap.end(); ++figure) {
+        QVERIFY2(state.*figure.value() == expected.*figure.value(), qPrintable(figure.key()));
+    }
     QCOMPARE(state.iReadFailCount, 0);
 }
 
@@ -209,6 +198,11 @@ void CompareState(const stPrinterState& state, const stPrinterState& expected)
 
 void tst_StatusRoundTrip::decoderReadsBackWhatWasWritten()
 {
+    for (const stGoldenKey& key : c_listKey) {
+        QVERIFY2(c_figureMap.contains(key.strField) != (key.strField == QLatin1String("enSpplyType")),
+                 qPrintable(key.strName));
+    }
+    QCOMPARE(c_figureMap.size(), c_listKey.size() - 1);
     qInfo("%d replies with the seed %u", c_iReplies, c_dwSeed);
     QRandomGenerator random(c_dwSeed);
     TrdGetPrinterStatus worker;

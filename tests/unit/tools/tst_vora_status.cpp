@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
-#include "CodeNames.h"
+#include "GoldenTable.h"
 #include "HandMadeReply.h"
 #include "ReplyFields.h"
+#include "ReplyLabels.h"
 #include "UtilStatusIdParser.h"
 #include "VoraStatusTest.h"
 
@@ -16,7 +17,7 @@
 
 namespace {
 
-const QString c_strDocument = QStringLiteral(VORA_DOCUMENT);
+const QString c_strDocument = QStringLiteral(VORA_GOLDEN_TABLE);
 const QString c_strManPage = QStringLiteral(VORA_MAN_PAGE);
 
 /// The program with words before it, such as "setpriv".
@@ -33,32 +34,6 @@ int Columns(const QString& strLine)
                            ? 2
                            : 1);
     }));
-}
-
-/// The cells of the document's table rows that begin with a number such as 0x6100.
-QList<QStringList> DocumentRows(const QString& strHeading)
-{
-    const QString strText = QString::fromUtf8(ReadFile(c_strDocument));
-    const QString strSection = strText.section(QStringLiteral("\n## ") + strHeading + QLatin1Char('\n'), 1)
-                                   .section(QStringLiteral("\n## "), 0, 0);
-    QList<QStringList> listRow;
-    for (const QString& strLine : strSection.split(QLatin1Char('\n'))) {
-        if (strLine.startsWith(QLatin1String("| 0x"))) {
-            QStringList listCell = strLine.mid(1).split(QLatin1Char('|'));
-            listCell.removeLast();
-            for (QString& strCell : listCell) {
-                strCell = strCell.trimmed();
-            }
-            listRow.append(listCell);
-        }
-    }
-    return listRow;
-}
-
-/// The name in the last cell of a row of codes.
-QString DocumentName(const QStringList& row)
-{
-    return QString(row.value(4)).remove(QLatin1Char('`'));
 }
 
 } // namespace
@@ -276,7 +251,7 @@ void tst_vora_status::hexGood()
 {
     stStatusReply reply = Ready();
     reply.productName = "Vora RA7QX";
-    reply.byStatus = 0x24;
+    reply.byStatus = c_iNoState;
     reply.listErrorCode = {0x6143};
     reply.listWarningCode = {0x6163};
     reply.listSupplies = {{0x0000, "INK"},
@@ -298,7 +273,7 @@ void tst_vora_status::hexGood()
                                     "    30  00 00                    length of the printer serial number: 0\n"
                                     "    32                           printer serial number: \"\"\n"
                                     "    32  00 00                    field after the serial number: 0x0000\n"
-                                    "    34  24                       state: 0x24 Unknown\n"
+                                    "    34  FF                       state: 0xFF Unknown\n"
                                     "    35  00 00                    length of the firmware version: 0\n"
                                     "    37                           firmware version: \"\"\n"
                                     "    37  00 00                    length of the fifth string: 0\n"
@@ -950,54 +925,51 @@ void tst_vora_status::documentExample()
 
 void tst_vora_status::documentCodes()
 {
-    const QList<QStringList> listError = DocumentRows(QStringLiteral("Error and warning codes"));
-    QCOMPARE(static_cast<std::size_t>(listError.size()), c_stErrorCodeList.size());
-    const QList<QStringList> listState = DocumentRows(QStringLiteral("State codes"));
-    QCOMPARE(static_cast<std::size_t>(listState.size()), c_stStatusCodeList.size());
-
-    QList<quint16> listCode;
-    for (const QStringList& row : listError) {
-        listCode.append(static_cast<quint16>(row.at(0).toUInt(nullptr, 16)));
-    }
-    const auto cells = [](const QJsonObject& code, int iDigits) {
-        return QStringList{
-            QStringLiteral("0x") + QStringLiteral("%1")
-                                       .arg(code.value(QStringLiteral("code")).toInt(), iDigits, 16, QLatin1Char('0'))
-                                       .toUpper(),
-            QString::number(code.value(QStringLiteral("value")).toInt()),
-            code.value(QStringLiteral("english")).toString(), code.value(QStringLiteral("chinese")).toString()};
+    const auto compare = [](const QJsonObject& found, const stGoldenCode& code) {
+        QCOMPARE(found.value(QStringLiteral("code")).toInt(), code.iRawCode);
+        QCOMPARE(found.value(QStringLiteral("value")).toInt(), code.iValue);
+        QCOMPARE(found.value(QStringLiteral("english")).toString(), code.strEnglish);
+        QCOMPARE(found.value(QStringLiteral("chinese")).toString(), code.strChinese);
     };
+    const QList<stGoldenCode> listError = Sent(GoldenErrors());
+    QList<quint16> listCode;
+    for (const stGoldenCode& code : listError) {
+        listCode.append(static_cast<quint16>(code.iRawCode));
+    }
     const stRun errors = Run({QStringLiteral("--json"), Write(WithErrors(listCode))});
     const QJsonArray listReported =
         errors.Report().value(QStringLiteral("reply")).toObject().value(QStringLiteral("errors")).toArray();
+    QCOMPARE(static_cast<std::size_t>(listReported.size()), c_stErrorCodeList.size());
     QCOMPARE(listReported.size(), listError.size());
     for (int i = 0; i < listReported.size(); ++i) {
-        QCOMPARE(cells(listReported.at(i).toObject(), 4), listError.at(i).mid(0, 4));
-        QCOMPARE(ErrorCodeByName(DocumentName(listError.at(i))), std::optional<quint16>(listCode.at(i)));
+        compare(listReported.at(i).toObject(), listError.at(i));
     }
-    for (const QStringList& row : listState) {
-        const auto byCode = static_cast<quint8>(row.at(0).toUInt(nullptr, 16));
-        const QString strPath = Write(ReplyInState(byCode));
+    const QList<stGoldenCode> listState = Sent(GoldenStates());
+    QCOMPARE(static_cast<std::size_t>(listState.size()), c_stStatusCodeList.size());
+    for (const stGoldenCode& code : listState) {
+        const QString strPath = Write(ReplyInState(static_cast<quint8>(code.iRawCode)));
         const QJsonObject reply =
             Run({QStringLiteral("--json"), strPath}).Report().value(QStringLiteral("reply")).toObject();
-        QCOMPARE(cells(reply.value(QStringLiteral("state")).toObject(), 2), row.mid(0, 4));
-        QCOMPARE(StateCodeByName(DocumentName(row)), std::optional<quint8>(byCode));
+        compare(reply.value(QStringLiteral("state")).toObject(), code);
     }
 }
 
 void tst_vora_status::documentKeys()
 {
-    const QList<QStringList> listRow = DocumentRows(QStringLiteral("Supplies records"));
-    QCOMPARE(listRow.size(), 14);
+    QVERIFY(GoldenKeys().size() > 1);
     const auto value = [this](quint16 wKey, const QString& strKey) {
         const stRun run = Run({QStringLiteral("--json"), Write(WithSupplies({{wKey, "A"}}))});
         return run.Report().value(QStringLiteral("reply")).toObject().value(strKey);
     };
-    for (const QStringList& row : listRow) {
-        const auto wKey = static_cast<quint16>(row.at(0).toUInt(nullptr, 16));
-        const QString strKey = QString(row.at(3)).remove(QLatin1Char('`'));
-        QCOMPARE(value(wKey, strKey), wKey == 0 ? QJsonValue(QStringLiteral("A")) : QJsonValue(65));
+    for (const stGoldenKey& key : GoldenKeys()) {
+        QCOMPARE(value(key.wKey, key.strName), key.iBytes == 0 ? QJsonValue(QStringLiteral("A")) : QJsonValue(65));
+        const stReplyLabel* pLabel = SuppliesLabel(key.wKey);
+        QVERIFY2(pLabel != nullptr, qPrintable(key.strName));
+        QCOMPARE(pLabel->Key(), key.strName);
+        QCOMPARE(QString::fromUtf8(pLabel->Name(enLanguageEnglish)), key.strEnglish);
+        QCOMPARE(QString::fromUtf8(pLabel->Name(enLanguageChinese)), key.strChinese);
     }
+    QCOMPARE(static_cast<std::size_t>(GoldenNumberKeys().size()), c_enSuppliesNumberList.size());
     QCOMPARE(value(0x1003, QStringLiteral("prints")), QJsonValue(65));
 }
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#include "GoldenTable.h"
 #include "HandMadeReply.h"
 #include "VoraStatusTest.h"
 
@@ -192,19 +193,10 @@ void tst_vora_status_prometheus::states_data()
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("state");
 
-    QTest::newRow("ready") << 0x00 << "ready";
-    QTest::newRow("initialize") << 0x01 << "initialize";
-    QTest::newRow("busy") << 0x02 << "busy";
-    QTest::newRow("canceling") << 0x03 << "canceling";
-    QTest::newRow("printing") << 0x10 << "printing";
-    QTest::newRow("scanning") << 0x11 << "scanning";
-    QTest::newRow("copying") << 0x12 << "copying";
-    QTest::newRow("reporting") << 0x13 << "reporting";
-    QTest::newRow("cleaning") << 0x20 << "cleaning";
-    QTest::newRow("alignment") << 0x21 << "alignment";
-    QTest::newRow("scan-back") << 0x22 << "scan-back";
-    QTest::newRow("debug") << 0x23 << "debug";
-    QTest::newRow("unknown") << 0x24 << "unknown";
+    for (const stGoldenCode& code : Sent(GoldenStates())) {
+        QTest::newRow(qPrintable(code.strName)) << code.iRawCode << code.strName;
+    }
+    QTest::newRow("unknown") << c_iNoState << QStringLiteral("unknown");
 }
 
 void tst_vora_status_prometheus::states()
@@ -215,10 +207,10 @@ void tst_vora_status_prometheus::states()
     StatusFolder().WritePrinterList({Plain(QStringLiteral("Office"))});
     StatusFolder().WriteStatus(QStringLiteral("Office"), ReplyInState(static_cast<quint8>(code)));
     const QStringList listState = LinesOf(Run({c_strPrometheus}), QStringLiteral("vora_printer_state{"));
-    QCOMPARE(listState.size(), 16);
+    QCOMPARE(listState.size(), GoldenStates().size());
     QCOMPARE(listState.filter(QRegularExpression(QStringLiteral(" 1$"))),
              QStringList(QStringLiteral("vora_printer_state{queue=\"Office\",state=\"%1\"} 1").arg(state)));
-    QCOMPARE(listState.filter(QRegularExpression(QStringLiteral(" 0$"))).size(), 15);
+    QCOMPARE(listState.filter(QRegularExpression(QStringLiteral(" 0$"))).size(), GoldenStates().size() - 1);
 }
 
 void tst_vora_status_prometheus::codes()

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#include "GoldenTable.h"
 #include "WindowTest.h"
 
 #include <QStyle>
@@ -59,22 +60,9 @@ int tst_CellWidths::Spare(int iColumn) const
 void tst_CellWidths::statesFit_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("0") << QStringLiteral("未知");
-    QTest::newRow("1") << QStringLiteral("数据格式错误或版本不匹配");
-    QTest::newRow("2") << QStringLiteral("脱机");
-    QTest::newRow("3") << QStringLiteral("就绪");
-    QTest::newRow("4") << QStringLiteral("初始化");
-    QTest::newRow("5") << QStringLiteral("忙碌");
-    QTest::newRow("6") << QStringLiteral("正在取消任务");
-    QTest::newRow("7") << QStringLiteral("错误");
-    QTest::newRow("8") << QStringLiteral("正在打印");
-    QTest::newRow("9") << QStringLiteral("正在扫描");
-    QTest::newRow("10") << QStringLiteral("正在复印");
-    QTest::newRow("11") << QStringLiteral("正在打印报告");
-    QTest::newRow("12") << QStringLiteral("清洁模式");
-    QTest::newRow("13") << QStringLiteral("校准模式");
-    QTest::newRow("14") << QStringLiteral("打印机任务中");
-    QTest::newRow("15") << QStringLiteral("正在打印Debug报告");
+    for (const stGoldenCode& code : GoldenStates()) {
+        QTest::newRow(QByteArray::number(code.iValue).constData()) << code.strChinese;
+    }
 }
 
 void tst_CellWidths::statesFit()

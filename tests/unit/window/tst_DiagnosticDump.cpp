@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#include "GoldenTable.h"
 #include "TestFiles.h"
 #include "UtilLog.h"
 #include "WindowTest.h"
@@ -245,7 +246,7 @@ void tst_DiagnosticDump::zeroInANameKeepsTheFields()
                                      QStringLiteral("DebugOutputPrinterInfo: a\\x00b\\x0Ac: iConnectType=2")}));
     m_pWindow->DebugOutputPrinterStatus(0);
     const QStringList listLine = TakeLog();
-    QCOMPARE(listLine.size(), 24);
+    QCOMPARE(listLine.size(), 11 + GoldenNumberKeys().size());
     QCOMPARE(listLine.at(0), QStringLiteral("DebugOutputPrinterStatus: printer[0]=a\\x00b\\x0Ac"));
     QCOMPARE(listLine.at(3), QStringLiteral("DebugOutputPrinterStatus: a\\x00b\\x0Ac: strFWVersion=a\\x00b\\x0Ac"));
 }
@@ -257,7 +258,7 @@ void tst_DiagnosticDump::statusReportDumpsTheRow()
     SetLogEnable(true);
     m_pWindow->SlotUpdatePrinterStatus(1);
     const QStringList listLine = TakeLog();
-    QCOMPARE(listLine.size(), 24);
+    QCOMPARE(listLine.size(), 11 + GoldenNumberKeys().size());
     QCOMPARE(listLine.first(), QStringLiteral("DebugOutputPrinterStatus: printer[1]=Home"));
 }
 

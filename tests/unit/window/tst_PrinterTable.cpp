@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#include "GoldenColumns.h"
 #include "StatusEncoder.h"
 #include "StatusFolder.h"
 #include "TrdGetPrinterStatus.h"
@@ -57,18 +58,14 @@ void tst_PrinterTable::cleanup()
 void tst_PrinterTable::columnsHaveTheirHeadersAndWidths()
 {
     const QTableWidget* pTable = Table();
-    QCOMPARE(pTable->columnCount(), 4);
-    const QStringList listHeader = {QStringLiteral("打印机名称"), QStringLiteral("连接方式"),
-                                    QStringLiteral("剩余墨水量"), QStringLiteral("状态")};
-    for (int i = 0; i < 4; ++i) {
-        QCOMPARE(pTable->horizontalHeaderItem(i)->text(), listHeader.at(i));
-    }
-    QCOMPARE(pTable->columnWidth(0), 120);
-    QCOMPARE(pTable->columnWidth(1), 150);
-    QCOMPARE(pTable->columnWidth(2), 345);
+    const QList<stGoldenColumn> listColumn = GoldenColumns();
+    QCOMPARE(pTable->columnCount(), static_cast<int>(listColumn.size()));
     QVERIFY(pTable->horizontalHeader()->stretchLastSection());
     Table()->horizontalHeader()->setStretchLastSection(false); // shows the width that the last column was given
-    QCOMPARE(pTable->columnWidth(3), 185);
+    for (int i = 0; i < listColumn.size(); ++i) {
+        QCOMPARE(pTable->horizontalHeaderItem(i)->text(), listColumn.at(i).strHeader);
+        QCOMPARE(pTable->columnWidth(i), listColumn.at(i).iWidth);
+    }
 }
 
 void tst_PrinterTable::cellsCannotBeEditedNorSorted()
@@ -149,7 +146,7 @@ void tst_PrinterTable::emptyListGivesAnEmptyTableAndNoWorker()
     const QSignalSpy spyStart(m_pWindow.get(), &VoraPrinterToolWidget::SgnStatusThreadStart);
     m_pWindow->SlotUpdatePrinterList();
     QCOMPARE(Table()->rowCount(), 0);
-    QCOMPARE(Table()->columnCount(), 4);
+    QCOMPARE(Table()->columnCount(), static_cast<int>(GoldenColumns().size()));
     QVERIFY(m_pWindow->m_listTrdGetPrinterStatus.isEmpty());
     QVERIFY(m_pWindow->m_listStatusThread.isEmpty());
     QCOMPARE(spyStart.count(), 0);
@@ -194,7 +191,7 @@ void tst_PrinterTable::listReportResetsTheRows()
     m_pWindow->SlotUpdatePrinterList();
     QCOMPARE(Cell(0, 2), c_strNoInk);
     QCOMPARE(Cell(0, 3), QStringLiteral("脱机"));
-    QCOMPARE(Table()->horizontalHeaderItem(0)->text(), QStringLiteral("打印机名称"));
+    QCOMPARE(Table()->horizontalHeaderItem(0)->text(), GoldenColumns().constFirst().strHeader);
 }
 
 void tst_PrinterTable::inkLevelHasItsWord_data()

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
+#include "GoldenTable.h"
 #include "WindowTest.h"
 
 #include <QApplication>
@@ -97,20 +98,10 @@ void tst_StatusSlot::stateHasItsText_data()
 {
     QTest::addColumn<int>("state");
     QTest::addColumn<QString>("text");
-    const QStringList listText = {
-        QStringLiteral("未知"),         QStringLiteral("数据格式错误或版本不匹配"),
-        QStringLiteral("脱机"),         QStringLiteral("就绪"),
-        QStringLiteral("初始化"),       QStringLiteral("忙碌"),
-        QStringLiteral("正在取消任务"), QStringLiteral("错误"),
-        QStringLiteral("正在打印"),     QStringLiteral("正在扫描"),
-        QStringLiteral("正在复印"),     QStringLiteral("正在打印报告"),
-        QStringLiteral("清洁模式"),     QStringLiteral("校准模式"),
-        QStringLiteral("打印机任务中"), QStringLiteral("正在打印Debug报告"),
-    };
-    for (int i = 0; i < 16; ++i) {
-        QTest::newRow(QByteArray::number(i).constData()) << i << listText.at(i);
+    for (const stGoldenCode& code : GoldenStates()) {
+        QTest::newRow(QByteArray::number(code.iValue).constData()) << code.iValue << code.strChinese;
     }
-    QTest::newRow("beyond the table") << 16 << QString();
+    QTest::newRow("beyond the table") << c_iNoValue << QString();
     QTest::newRow("negative") << -1 << QString();
     QTest::newRow("far beyond") << 2147483647 << QString();
 }
@@ -136,7 +127,7 @@ void tst_StatusSlot::errorHasItsTextAndBalloon_data()
     QTest::newRow("35") << 35 << QStringLiteral("青色墨水空，请及时更换墨水瓶");
     QTest::newRow("45") << 45 << QStringLiteral("故障#5201，请断电重启");
     QTest::newRow("42, a code without text") << 42 << QString();
-    QTest::newRow("beyond the table") << 46 << QString();
+    QTest::newRow("beyond the table") << c_iNoValue << QString();
     QTest::newRow("negative") << -1 << QString();
 }
 
@@ -172,7 +163,7 @@ void tst_StatusSlot::warningShowsInTheTableWhilePrintingOnly_data()
     QTest::newRow("printing, cyan low has no Chinese text") << 8 << 28 << QStringLiteral("正在打印()") << QString();
     QTest::newRow("ready, magenta low has no Chinese text") << 3 << 29 << QStringLiteral("就绪") << QString();
     QTest::newRow("ready, yellow low has no Chinese text") << 3 << 30 << QStringLiteral("就绪") << QString();
-    QTest::newRow("printing, code beyond the table") << 8 << 46 << QStringLiteral("正在打印()") << QString();
+    QTest::newRow("printing, code beyond the table") << 8 << c_iNoValue << QStringLiteral("正在打印()") << QString();
 }
 
 void tst_StatusSlot::warningShowsInTheTableWhilePrintingOnly()
