@@ -47,8 +47,8 @@ unsigned StandardSignals(const QByteArray& sets, const QByteArray& kind)
 
 } // namespace
 
-/// What the programs that this one starts find: the environment and the folder of the session, plain signals, and no file
-/// of ours.
+/// What the programs that this one starts find: the environment and the folder of the session, plain signals, and no
+/// file of ours.
 class tst_StartedPrograms : public DesktopTest
 {
     Q_OBJECT
@@ -95,8 +95,7 @@ void tst_StartedPrograms::cancel()
     WriteReadyPrinters({QStringLiteral("Office"), QStringLiteral("Hall")});
     m_tool->Start();
     QTRY_VERIFY(m_tool->MainWindow());
-    const QByteArray environment =
-        ReadProcFile(QStringLiteral("/proc/%1/environ").arg(m_tool->Process().processId()));
+    const QByteArray environment = ReadProcFile(QStringLiteral("/proc/%1/environ").arg(m_tool->Process().processId()));
     WriteStatus(QStringLiteral("Office"), Reply(0x03));
     Check(environment, QDir::currentPath().toLocal8Bit() + "\nOffice\n");
 }
@@ -106,8 +105,7 @@ void tst_StartedPrograms::updateTool()
     QVERIFY(WriteScript(QStringLiteral("/opt/vora/vora-printer-k507/bin/voraK507FW"), c_note));
     WriteReadyPrinters({QStringLiteral("Office")});
     StartWithTray();
-    const QByteArray environment =
-        ReadProcFile(QStringLiteral("/proc/%1/environ").arg(m_tool->Process().processId()));
+    const QByteArray environment = ReadProcFile(QStringLiteral("/proc/%1/environ").arg(m_tool->Process().processId()));
     QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuUpdateTool));
     Check(environment, QDir::currentPath().toLocal8Bit() + '\n');
 }

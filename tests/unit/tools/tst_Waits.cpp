@@ -111,8 +111,9 @@ void tst_Waits::simulatorIsOneAndAHalfSecondsLate()
     const int iSocket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     const QByteArray query = QByteArray::fromHex("a5000c50e074080300000000000000");
     for (int i = 0; i < 3; ++i) {
-        QCOMPARE(::sendto(iSocket, query.constData(), 15, 0, reinterpret_cast<const sockaddr*>(&address), sizeof(address)),
-                 ssize_t(15));
+        QCOMPARE(
+            ::sendto(iSocket, query.constData(), 15, 0, reinterpret_cast<const sockaddr*>(&address), sizeof(address)),
+            ssize_t(15));
     }
     ::close(iSocket);
     QTRY_VERIFY(Count("poll", 1400, 1500) >= 1);

@@ -73,8 +73,8 @@ void tst_Pictures::initTestCase()
 {
     const QTemporaryDir folder;
     const QString strPath = folder.filePath(QStringLiteral("drawing.png"));
-    const QStringList listArgument = {QStringLiteral("-w"), QStringLiteral("256"), QStringLiteral("-h"),
-                                      QStringLiteral("256"), QStringLiteral("-o"), strPath,
+    const QStringList listArgument = {QStringLiteral("-w"),        QStringLiteral("256"), QStringLiteral("-h"),
+                                      QStringLiteral("256"),       QStringLiteral("-o"),  strPath,
                                       QStringLiteral(VORA_DRAWING)};
     QCOMPARE(QProcess::execute(QStringLiteral("rsvg-convert"), listArgument), 0);
     m_drawing = QImage(strPath);
