@@ -8,10 +8,14 @@
 #include <QCheckBox>
 #include <QMetaMethod>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QtTest>
 
+#include <csignal>
 #include <memory>
+
+#include <sys/resource.h>
 
 namespace {
 
@@ -44,6 +48,8 @@ private slots:
     void okOnAHalfCheckedBoxMeansOn();
     void okWithoutAShippedEntryFallsBackToUnchecked();
     void okInAnUnwritableFolderFallsBackToUnchecked();
+    void okInABadHomeTellsTheTruth_data();
+    void okInABadHomeTellsTheTruth();
     void okAfterAFailedRemovalStaysChecked();
     void cancelRestoresTheBox_data();
     void cancelRestoresTheBox();
@@ -249,6 +255,45 @@ void tst_AppSetting::okInAnUnwritableFolderFallsBackToUnchecked()
     QVERIFY(m_pWindow->isHidden());
     QCOMPARE(ReadFile(m_strFolder), QByteArray("a file where the folder should be"));
     QVERIFY(!Box()->isChecked());
+}
+
+void tst_AppSetting::okInABadHomeTellsTheTruth_data()
+{
+    QTest::addColumn<QByteArray>("home");
+    QTest::addColumn<bool>("full");
+    QTest::newRow("full") << qgetenv("HOME") << true;
+    QTest::newRow("not there, and nowhere to make it") << QByteArray("/proc/home") << false;
+    QTest::newRow("not there yet") << QByteArray("/tmp/home/new") << false;
+}
+
+/// A limit on the length of files is to a writer what a full file system is.
+void tst_AppSetting::okInABadHomeTellsTheTruth()
+{
+    QFETCH(QByteArray, home);
+    QFETCH(bool, full);
+    const QByteArray oldHome = qgetenv("HOME");
+    rlimit oldLimit = {};
+    QCOMPARE(::getrlimit(RLIMIT_FSIZE, &oldLimit), 0);
+    const auto restore = qScopeGuard([&] {
+        qputenv("HOME", oldHome);
+        (void)::setrlimit(RLIMIT_FSIZE, &oldLimit);
+    });
+    qputenv("HOME", home);
+    m_pWindow->show();
+    Box()->setChecked(true);
+    if (full) {
+        (void)std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit = {0, oldLimit.rlim_max};
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    Click("pushButtonOK");
+    (void)::setrlimit(RLIMIT_FSIZE, &oldLimit);
+    const QDir folder(QString::fromLocal8Bit(home) + QStringLiteral("/.config/autostart"));
+    const bool bThere = ReadFile(folder.filePath(c_strEntry)) == c_shipped;
+    QCOMPARE(bThere, home == "/tmp/home/new");
+    QCOMPARE(Box()->isChecked(), bThere);
+    // Neither a part of the file nor another beside it.
+    QCOMPARE(folder.entryList(QDir::Files | QDir::Hidden), bThere ? QStringList{c_strEntry} : QStringList());
 }
 
 void tst_AppSetting::okAfterAFailedRemovalStaysChecked()

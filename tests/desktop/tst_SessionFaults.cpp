@@ -1,0 +1,228 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+#include "ProcFile.h"
+
+#include <QDBusConnection>
+#include <QDBusContext>
+
+#include <csignal>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace {
+
+const QString c_strPrinter = QStringLiteral("Office");
+const QString c_strReady = QStringLiteral("就绪");
+const QString c_strService = QStringLiteral("org.freedesktop.Notifications");
+
+} // namespace
+
+/// A poor notification server: without actions, icons and, if so told, without answers.
+class PoorServer : public QObject, protected QDBusContext
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+
+public:
+    enum enKind
+    {
+        enPlain,
+        enSilent,
+        enCrashing,
+        enNone
+    };
+
+    explicit PoorServer(enKind enServerKind) : m_enKind(enServerKind)
+    {
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this, QDBusConnection::ExportAllSlots);
+        if (m_enKind != enNone) {
+            bus.registerService(c_strService);
+        }
+    }
+    ~PoorServer() override
+    {
+        QDBusConnection::sessionBus().unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
+        QDBusConnection::sessionBus().unregisterService(c_strService);
+    }
+
+    int m_iCount = 0;
+
+public slots:
+    QStringList GetCapabilities() { return {QStringLiteral("body")}; }
+
+    uint Notify(const QString&, uint, const QString&, const QString&, const QString&, const QStringList&,
+                const QVariantMap&, int)
+    {
+        ++m_iCount;
+        if (m_enKind != enPlain) {
+            setDelayedReply(true);
+        }
+        if (m_enKind == enCrashing) {
+            QDBusConnection::sessionBus().unregisterService(c_strService);
+        }
+        return 1;
+    }
+
+private:
+    enKind m_enKind;
+};
+
+/// A session whose other programs fail, or which is halted.
+class tst_SessionFaults : public DesktopTest
+{
+    Q_OBJECT
+
+private slots:
+    void notificationServerDelaysNothing_data();
+    void notificationServerDelaysNothing();
+    void haltedSessionAndOddTimesAnnounceNothing();
+    void lostBusCostsNoTime_data();
+    void lostBusCostsNoTime();
+    void thousandPrintersAreShown();
+};
+
+void tst_SessionFaults::notificationServerDelaysNothing_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::newRow("without actions and icons") << int(PoorServer::enPlain);
+    QTest::newRow("never answers") << int(PoorServer::enSilent);
+    QTest::newRow("ends while it is asked") << int(PoorServer::enCrashing);
+    QTest::newRow("none") << int(PoorServer::enNone);
+}
+
+void tst_SessionFaults::notificationServerDelaysNothing()
+{
+    QFETCH(int, kind);
+    const PoorServer server(static_cast<PoorServer::enKind>(kind));
+    WriteReadyPrinters({c_strPrinter});
+    StartWithTray(TrayHost::enXfcePanel);
+    QTRY_COMPARE(m_tool->Cell(0, 3), c_strReady);
+    // A state is shown before its notification is asked for: the next one tells that the call has not been waited for.
+    WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
+    QTRY_COMPARE(server.m_iCount, kind == PoorServer::enNone ? 0 : 1);
+    WriteStatus(c_strPrinter, Reply(0x11, {}, {0x6160}));
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在扫描"));
+    WriteStatus(c_strPrinter, Reply(0x10));
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在打印"));
+    ExitByMenu();
+}
+
+void tst_SessionFaults::haltedSessionAndOddTimesAnnounceNothing()
+{
+    const PoorServer server(PoorServer::enPlain);
+    WriteReadyPrinters({c_strPrinter});
+    WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
+    StartWithTray(TrayHost::enXfcePanel);
+    QTRY_COMPARE(server.m_iCount, 1);
+
+    // What happens while all stands still is seen as one change.
+    const auto iPid = static_cast<pid_t>(m_tool->Process().processId());
+    QCOMPARE(::kill(iPid, SIGSTOP), 0);
+    for (const quint8 byStatus : {0x11, 0x12, 0x10, 0x02, 0x11}) {
+        WriteStatus(c_strPrinter, Reply(byStatus, {}, {0x6160}));
+    }
+    QCOMPARE(::kill(iPid, SIGCONT), 0);
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在扫描"));
+    QTRY_COMPARE(server.m_iCount, 2);
+
+    // A clock that is set gives the files times in the future and in the past.
+    const QByteArray path = m_folder.StatusPath(c_strPrinter).toUtf8();
+    const qint64 iPid64 = m_tool->Process().processId();
+    const auto looks = [&] {
+        return ProcNumber(ReadProcFile(QStringLiteral("/proc/%1/status").arg(iPid64)), "voluntary_ctxt_switches:");
+    };
+    for (const time_t iSeconds : {time_t{2000000000}, time_t{1}, time_t{4000000000}}) {
+        const timespec times[2] = {{iSeconds, 0}, {iSeconds, 0}};
+        QCOMPARE(::utimensat(AT_FDCWD, path.constData(), times, 0), 0);
+        const qint64 iBefore = looks();
+        QTRY_VERIFY(looks() > iBefore + 5); // answers to Cell
+        QCOMPARE(m_tool->Cell(0, 3), QStringLiteral("正在扫描"));
+    }
+    WriteStatus(c_strPrinter, Reply(0x10, {}, {0x6160})); // and it still follows
+    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在打印(墨水量低)"));
+    QTRY_COMPARE(server.m_iCount, 3);
+}
+
+void tst_SessionFaults::lostBusCostsNoTime_data()
+{
+    QTest::addColumn<bool>("atFirst");
+    QTest::newRow("ends") << true;
+    QTest::newRow("none") << false;
+}
+
+void tst_SessionFaults::lostBusCostsNoTime()
+{
+    QFETCH(bool, atFirst);
+    const QString strAddress = QStringLiteral("unix:path=/tmp/lost-bus");
+    QProcess bus;
+    if (atFirst) {
+        bus.start(QStringLiteral("dbus-daemon"),
+                  {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
+                   QStringLiteral("--address=") + strAddress});
+        QTRY_VERIFY(QFile::exists(QStringLiteral("/tmp/lost-bus")));
+    }
+    WriteReadyPrinters({c_strPrinter});
+    const QByteArray old = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", strAddress.toUtf8());
+    StartWithTray();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", old);
+    bus.kill();
+    bus.waitForFinished();
+    QFile::remove(QStringLiteral("/tmp/lost-bus"));
+
+    // Processor time, in ticks of 10 ms, while the status worker looks 30 times at its file.
+    const QString strProc = QStringLiteral("/proc/%1/").arg(m_tool->Process().processId());
+    const auto ticks = [&] {
+        const QList<QByteArray> listField = ReadProcFile(strProc + QStringLiteral("stat")).split(' ');
+        return listField.value(13).toLongLong() + listField.value(14).toLongLong();
+    };
+    QString strWorker;
+    const auto hasWorker = [&] {
+        for (const QString& strTask : QDir(strProc + QStringLiteral("task")).entryList(QDir::Dirs)) {
+            const QString strPath = strProc + QStringLiteral("task/") + strTask;
+            if (ReadProcFile(strPath + QStringLiteral("/comm")).startsWith("vora-status-0")) {
+                strWorker = strPath + QStringLiteral("/status");
+            }
+        }
+        return !strWorker.isEmpty();
+    };
+    QTRY_VERIFY(hasWorker());
+    const auto looks = [&] { return ProcNumber(ReadProcFile(strWorker), "voluntary_ctxt_switches:"); };
+    const qint64 iLooks = looks();
+    const qint64 iTicks = ticks();
+    QTRY_VERIFY_WITH_TIMEOUT(looks() >= iLooks + 30, 30000);
+    const qint64 iUsed = ticks() - iTicks;
+    QVERIFY2(iUsed < 40, qPrintable(QString::number(iUsed))); // a busy loop takes 150 and more
+
+    WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
+    QTRY_VERIFY(m_tool->Popup()); // the program's own balloon needs no bus
+    HideWindow();
+    QVERIFY(m_tray->ShowWindow(*m_tool));
+}
+
+void tst_SessionFaults::thousandPrintersAreShown()
+{
+    QStringList listName;
+    for (int i = 0; i < 1000; ++i) {
+        listName.append(QStringLiteral("Printer%1").arg(i));
+    }
+    WriteReadyPrinters(listName);
+    StartWithTray();
+    QTRY_COMPARE_WITH_TIMEOUT(m_tool->RowCount(), 1000, 20000);
+    for (const int iRow : {0, 500, 999}) {
+        QTRY_COMPARE_WITH_TIMEOUT(m_tool->Cell(iRow, 3), c_strReady, 20000);
+    }
+    WriteStatus(listName.at(999), Reply(0x10));
+    QTRY_COMPARE(m_tool->Cell(999, 3), QStringLiteral("正在打印"));
+    HideWindow();
+    QVERIFY(m_tray->ShowWindow(*m_tool));
+    ExitByMenu();
+}
+
+QTEST_GUILESS_MAIN(tst_SessionFaults)
+
+#include "tst_SessionFaults.moc"
