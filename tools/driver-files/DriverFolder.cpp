@@ -4,6 +4,8 @@
 #include "DriverFolder.h"
 
 #include "QtCompat.h"
+#include "UtilFile.h"
+#include "UtilIniReader.h"
 
 #include <QDir>
 #include <QRandomGenerator>
@@ -18,6 +20,7 @@
 namespace {
 
 const QString c_strWriterKey = QStringLiteral("Main/WrittenBy"); // of no meaning to the list's readers
+constexpr int c_iMaxHead = 4096; // bytes of a list within which its writer stands
 
 [[noreturn]] void FailToWrite(const QString& strPath, const QString& strReason, enExitStatus enStatus)
 {
@@ -104,9 +107,15 @@ bool DriverFolder::HasOwnList() const
     if (!IsPlainFile(ListPath())) {
         return false;
     }
-    QSettings settings(ListPath(), QSettings::IniFormat);
-    SetIniUtf8(settings);
-    return settings.value(c_strWriterKey).toString() == m_strWriter;
+    // Not by QSettings, which would wait for the other end of a FIFO that takes the list's place.
+    const stFileContent file = ReadRegularFile(ListPath(), c_iMaxHead);
+    UtilIniReader reader({file.content.constData(), static_cast<std::size_t>(file.content.size())});
+    while (reader.Next()) {
+        if (reader.Group() + QLatin1Char('/') + reader.Key() == c_strWriterKey) {
+            return UtilIniReader::Text(reader.RawValue()) == m_strWriter;
+        }
+    }
+    return m_strWriter.isEmpty();
 }
 
 void DriverFolder::WritePrinterList(const QList<stPrinterInfo>& listPrinter, enExitStatus enFailure) const

@@ -3,7 +3,7 @@
 
 // Preloaded into the program: between the moment when the program has looked at a status file named Changing.dat and
 // the moment when it opens it, the file goes away (while there is /tmp/vanish) or becomes a FIFO (while there is
-// /tmp/become-fifo).
+// /tmp/become-fifo); the printer list too while there is /tmp/list-too.
 
 #undef _FILE_OFFSET_BITS // with which the one function below would be the other
 
@@ -19,7 +19,8 @@ namespace {
 
 int OpenTooLate(const char* pRealName, const char* pPath, int iFlags, va_list arguments)
 {
-    if (std::strstr(pPath, "/Changing.dat") != nullptr) {
+    if (std::strstr(pPath, "/Changing.dat") != nullptr ||
+        (std::strstr(pPath, "/printerlist.ini") != nullptr && ::access("/tmp/list-too", F_OK) == 0)) {
         if (::access("/tmp/vanish", F_OK) == 0) {
             ::unlink(pPath);
         }

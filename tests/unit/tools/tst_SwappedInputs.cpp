@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+// A FIFO takes a file's place between the look at it and its opening, or a device stands there.
+
+#include "StatusEncoder.h"
+#include "StatusFolder.h"
+
+#include <QProcess>
+#include <QtTest>
+
+namespace {
+
+const QString c_strStatus = QStringLiteral(VORA_STATUS);
+const QString c_strSimulator = QStringLiteral(VORA_PRINTER_SIM);
+const QString c_strRoot = QStringLiteral("/tmp/root");
+
+} // namespace
+
+class tst_SwappedInputs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void programDoesNotWait_data();
+    void programDoesNotWait();
+    void cleanup();
+};
+
+void tst_SwappedInputs::init()
+{
+    DriverFolder folder(QStringLiteral("/opt/vora/vora-printer-k507/cfg"));
+    const QString strName = QStringLiteral("Changing");
+    folder.WritePrinterList({{strName, QStringLiteral("RA7Q"), 1, QString(), QString()}});
+    folder.WriteStatus(strName, EncodeStatusReply({}));
+    QVERIFY(WriteFile(QStringLiteral("/tmp/become-fifo"), {}));
+}
+
+void tst_SwappedInputs::cleanup()
+{
+    QFile::remove(QStringLiteral("/tmp/become-fifo"));
+    QFile::remove(QStringLiteral("/tmp/list-too"));
+    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    QDir(c_strRoot).removeRecursively();
+}
+
+void tst_SwappedInputs::programDoesNotWait_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("list");
+    QTest::addColumn<int>("exit");
+    QTest::addColumn<QByteArray>("message");
+    const QString strFile = QStringLiteral("/opt/vora/vora-printer-k507/cfg/Changing.dat");
+    QTest::newRow("status file") << c_strStatus << QStringList(strFile) << false << 2
+                                 << QByteArray("Changing.dat: not a regular file");
+    QTest::newRow("status file of a queue") << c_strStatus << QStringList() << false << 2
+                                            << QByteArray("not a regular file");
+    QTest::newRow("list") << c_strStatus << QStringList() << true << 0 << QByteArray();
+    QTest::newRow("simulator's list") << c_strSimulator
+                                      << QStringList({QStringLiteral("everyday"), QStringLiteral("--root"),
+                                                      QStringLiteral("/opt/vora/vora-printer-k507")})
+                                      << true << 73 << QByteArray("was not written by this program");
+    QTest::newRow("scenario without end") << c_strSimulator
+                                          << QStringList({QStringLiteral("/dev/zero"), QStringLiteral("--root"), c_strRoot})
+                                          << false << 65 << QByteArray("/dev/zero: expected at most 16 MiB");
+}
+
+void tst_SwappedInputs::programDoesNotWait()
+{
+    QFETCH(const QString, program);
+    QFETCH(const QStringList, arguments);
+    QFETCH(const bool, list);
+    if (list) {
+        QVERIFY(WriteFile(QStringLiteral("/tmp/list-too"), {}));
+    }
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VORA_CHANGE_BEFORE_OPEN));
+    environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("verify_asan_link_order=0"));
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments);
+    const bool bEnded = process.waitForFinished(5000);
+    process.kill();
+    process.waitForFinished();
+    QVERIFY(bEnded);
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QTEST(process.exitCode(), "exit");
+    QFETCH(const QByteArray, message);
+    const QByteArray messages = process.readAllStandardError();
+    QVERIFY2(messages.contains(message), messages);
+}
+
+QTEST_GUILESS_MAIN(tst_SwappedInputs)
+
+#include "tst_SwappedInputs.moc"
