@@ -25,23 +25,6 @@ QByteArray PlainReply(quint8 byStatus)
     return EncodeStatusReply(reply);
 }
 
-QByteArray RichReply()
-{
-    stStatusReply reply;
-    reply.vendorName = "Vora";
-    reply.productName = "Vora RA7QX Series";
-    reply.serialNumber = "RA7QX20261104000187";
-    reply.byStatus = 0x10;
-    reply.firmwareVersion = "2.14.03.20260918";
-    reply.listErrorCode = {0x6105, 0x6100, 0x6110};
-    reply.listWarningCode = {0x6160, 0x6161};
-    reply.listSupplies.append({enSuppliesSerialNumber, "CRG-0099887766"});
-    for (const enSuppliesKey enKey : c_enSuppliesNumberList) {
-        reply.listSupplies.append(MakeSuppliesRecord(enKey, 77));
-    }
-    return EncodeStatusReply(reply);
-}
-
 void WriteBenchPrinters(int iCount)
 {
     const DriverFolder folder(c_strCfgPath);

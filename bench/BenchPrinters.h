@@ -19,9 +19,6 @@ stPrinterInfo BenchPrinter(int i);
 /// A reply with nothing but a state (the printer's raw code) and black ink, 50 per cent.
 QByteArray PlainReply(quint8 byStatus);
 
-/// A reply with all that the program shows and keeps: 4 texts, 3 errors, 2 warnings, 14 supplies.
-QByteArray RichReply();
-
 /// The printer list and a status file "ready" for each printer; files of more printers than iCount stay.
 void WriteBenchPrinters(int iCount);
 

@@ -7,6 +7,7 @@
 #include "BenchPrinters.h"
 #include "DriverFolder.h"
 #include "Figures.h"
+#include "FullReply.h"
 #include "Sampling.h"
 
 #include <QProcess>
@@ -47,7 +48,7 @@ void BenchStatusReader(const BenchOptions& options, Figures& figures)
     const DriverFolder folder(c_strCfgPath);
     QStringList listPath;
     for (int i = 0; i < iFiles; ++i) {
-        WriteBenchStatus(i, RichReply());
+        WriteBenchStatus(i, EncodeStatusReply(FullReply()));
         listPath.append(folder.StatusPath(BenchPrinterName(i)));
     }
     const stPair pair = MedianPair(

@@ -4,12 +4,11 @@
 #include "UnitBenchmarks.h"
 
 #include "BenchOptions.h"
-#include "BenchPrinters.h"
 #include "Figures.h"
+#include "FullReply.h"
 #include "Sampling.h"
 #include "ThreadCpu.h"
 #include "TrdGetPrinterStatus.h"
-#include "UtilPrinterStatus.h"
 
 #include <QList>
 
@@ -60,7 +59,7 @@ struct stReadyValues
 
 void BenchDecode(const BenchOptions& options, Figures& figures)
 {
-    QByteArray reply = RichReply();
+    QByteArray reply = EncodeStatusReply(FullReply());
     const int iCalls = options.FullOrQuick(20000, 100);
     TrdGetPrinterStatus worker;
     stPrinterState record;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "AllocationCounter.h"
-#include "BenchPrinters.h"
+#include "FullReply.h"
 #include "UtilPrinterStatus.h"
 
 #include <QtTest>
@@ -28,7 +28,7 @@ void tst_Allocations::counterCounts()
 /// Those of errors and of warnings, which grow as codes are appended.
 void tst_Allocations::decoderTakesItsListsAlone()
 {
-    QByteArray reply = RichReply();
+    QByteArray reply = EncodeStatusReply(FullReply());
     const long iBefore = AllocationCount();
     UtilPrinterStatus decoder;
     const bool bGood =

@@ -3,6 +3,7 @@
 
 #include "Seeds.h"
 
+#include "FullReply.h"
 #include "JsonReader.h"
 #include "ReplyFields.h"
 #include "Scenario.h"
@@ -12,26 +13,6 @@
 namespace {
 
 constexpr int c_iMaxOfScenario = 4; // printers and steps; the others are much the same
-
-/// Every supplies key, every list and text filled.
-stStatusReply FullReply()
-{
-    stStatusReply reply;
-    reply.unexamined = "VORA\1\2\3";
-    reply.vendorName = "Vora";
-    reply.productName = "Vora RA7QX";
-    reply.serialNumber = "SN1234";
-    reply.byStatus = 0x10;
-    reply.firmwareVersion = "2.1.7";
-    reply.fifthString = "xyz";
-    reply.listErrorCode = {0x6110, 0x6156};
-    reply.listWarningCode = {0x6160};
-    reply.listSupplies = {{enSuppliesSerialNumber, "INK42"}};
-    for (const enSuppliesKey enKey : c_enSuppliesNumberList) {
-        reply.listSupplies.append(MakeSuppliesRecord(enKey, 42));
-    }
-    return reply;
-}
 
 /// Each bound of the decoder met exactly.
 stStatusReply WidestReply()

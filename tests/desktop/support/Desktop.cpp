@@ -34,7 +34,7 @@ QString Run(const QString& strProgram, const QStringList& listArgument)
 {
     QProcess process;
     process.start(strProgram, listArgument);
-    process.waitForFinished();
+    process.waitForFinished(60000); // of what takes its time on a busy machine
     return QString::fromUtf8(process.readAllStandardOutput());
 }
 

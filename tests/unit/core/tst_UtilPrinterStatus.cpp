@@ -111,7 +111,6 @@ private slots:
     void longTextIsCut();
     void supplySerialNumberIsCutTo64Bytes();
     void supplySerialNumberIsNoNumber();
-    void everyPrefixIsRejected();
     void rejectedReplyKeepsWhatWasStored();
     void missingErrorCodeIsRejected();
     void fullListsAreDecoded();
@@ -399,16 +398,6 @@ void tst_UtilPrinterStatus::supplySerialNumberIsNoNumber()
     QCOMPARE(decoder.m_supplySerialNumber.data(), "INK42");
     QCOMPARE(NumbersOf(decoder), Numbers());
     QCOMPARE(RawValuesOf(decoder), RawValues());
-}
-
-void tst_UtilPrinterStatus::everyPrefixIsRejected()
-{
-    const QByteArray reply = HandMadeReply();
-    QVERIFY(reply.size() > 8);
-    for (int iLength = 0; iLength < reply.size(); ++iLength) {
-        UtilPrinterStatus decoder;
-        QVERIFY2(!Decode(decoder, reply.left(iLength)), QByteArray::number(iLength).constData());
-    }
 }
 
 void tst_UtilPrinterStatus::rejectedReplyKeepsWhatWasStored()

@@ -67,7 +67,6 @@ private slots:
     void closingTheLastWindowKeepsTheLoopRunning_data();
     void closingTheLastWindowKeepsTheLoopRunning();
     void destructionFreesWorkersThreadsAndSettings();
-    void destructionOfManyWorkersIsBounded();
     void destructionWaitsOneSecondForAllThreads();
     void destructionLeavesAHungWorkerAlone();
     void destructionWithSeveralHungWorkersWaitsOnce();
@@ -178,18 +177,6 @@ void tst_Shutdown::destructionFreesWorkersThreadsAndSettings()
         QVERIFY(pOwned.isNull());
     }
     QVERIFY(!VoraPrinterToolWidget::IsWorkerLeftBehind());
-}
-
-void tst_Shutdown::destructionOfManyWorkersIsBounded()
-{
-    WritePrinters(200, 0x00);
-    auto pWindow = std::make_unique<VoraPrinterToolWidget>();
-    QTRY_COMPARE(pWindow->m_listTrdGetPrinterStatus.size(), 200);
-    ShowOrderOfEnds(*pWindow);
-    QElapsedTimer timer;
-    timer.start();
-    pWindow.reset();
-    QVERIFY2(timer.elapsed() < 3000, QByteArray::number(timer.elapsed()).constData());
 }
 
 void tst_Shutdown::destructionWaitsOneSecondForAllThreads()
