@@ -20,7 +20,7 @@
 namespace {
 
 const QString c_strWriterKey = QStringLiteral("Main/WrittenBy"); // of no meaning to the list's readers
-constexpr int c_iMaxHead = 4096; // bytes of a list within which its writer stands
+constexpr int c_iMaxHead = 4096;                                 // bytes of a list within which its writer stands
 
 [[noreturn]] void FailToWrite(const QString& strPath, const QString& strReason, enExitStatus enStatus)
 {

@@ -55,16 +55,16 @@ void tst_SwappedInputs::programDoesNotWait_data()
     const QString strFile = QStringLiteral("/opt/vora/vora-printer-k507/cfg/Changing.dat");
     QTest::newRow("status file") << c_strStatus << QStringList(strFile) << false << 2
                                  << QByteArray("Changing.dat: not a regular file");
-    QTest::newRow("status file of a queue") << c_strStatus << QStringList() << false << 2
-                                            << QByteArray("not a regular file");
+    QTest::newRow("status file of a queue")
+        << c_strStatus << QStringList() << false << 2 << QByteArray("not a regular file");
     QTest::newRow("list") << c_strStatus << QStringList() << true << 0 << QByteArray();
     QTest::newRow("simulator's list") << c_strSimulator
                                       << QStringList({QStringLiteral("everyday"), QStringLiteral("--root"),
                                                       QStringLiteral("/opt/vora/vora-printer-k507")})
                                       << true << 73 << QByteArray("was not written by this program");
-    QTest::newRow("scenario without end") << c_strSimulator
-                                          << QStringList({QStringLiteral("/dev/zero"), QStringLiteral("--root"), c_strRoot})
-                                          << false << 65 << QByteArray("/dev/zero: expected at most 16 MiB");
+    QTest::newRow("scenario without end")
+        << c_strSimulator << QStringList({QStringLiteral("/dev/zero"), QStringLiteral("--root"), c_strRoot}) << false
+        << 65 << QByteArray("/dev/zero: expected at most 16 MiB");
 }
 
 void tst_SwappedInputs::programDoesNotWait()
