@@ -39,12 +39,18 @@ public:
     {
         QDBusConnection bus = QDBusConnection::sessionBus();
         bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this, QDBusConnection::ExportAllSlots);
-        if (m_enKind != enNone) {
-            bus.registerService(c_strService);
-        }
     }
+    /// Takes the name, which the bus gives to the desktop's own server whenever nobody has it.
+    bool Start()
+    {
+        EndOther();
+        return m_enKind == enNone ||
+               QTest::qWaitFor([] { return QDBusConnection::sessionBus().registerService(c_strService); });
+    }
+
     ~PoorServer() override
     {
+        EndOther();
         QDBusConnection::sessionBus().unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
         QDBusConnection::sessionBus().unregisterService(c_strService);
     }
@@ -68,6 +74,8 @@ public slots:
     }
 
 private:
+    static void EndOther() { Desktop::Run(QStringLiteral("pkill"), {QStringLiteral("-x"), QStringLiteral("dunst")}); }
+
     enKind m_enKind;
 };
 
@@ -83,7 +91,23 @@ private slots:
     void lostBusCostsNoTime_data();
     void lostBusCostsNoTime();
     void thousandPrintersAreShown();
+
+private:
+    qint64 Looks() const;
 };
+
+/// How often the first printer's worker has waited, which it does after each look at the status file; -1 before there
+/// is one.
+qint64 tst_SessionFaults::Looks() const
+{
+    const QString strFolder = QStringLiteral("/proc/%1/task/").arg(m_tool->Process().processId());
+    for (const QString& strTask : QDir(strFolder).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        if (ReadProcFile(strFolder + strTask + QStringLiteral("/comm")) == "vora-status-0\n") {
+            return ProcNumber(ReadProcFile(strFolder + strTask + QStringLiteral("/status")), "voluntary_ctxt_switches");
+        }
+    }
+    return -1;
+}
 
 void tst_SessionFaults::notificationServerDelaysNothing_data()
 {
@@ -91,13 +115,14 @@ void tst_SessionFaults::notificationServerDelaysNothing_data()
     QTest::newRow("without actions and icons") << int(PoorServer::enPlain);
     QTest::newRow("never answers") << int(PoorServer::enSilent);
     QTest::newRow("ends while it is asked") << int(PoorServer::enCrashing);
-    QTest::newRow("none") << int(PoorServer::enNone);
+    QTest::newRow("none runs") << int(PoorServer::enNone);
 }
 
 void tst_SessionFaults::notificationServerDelaysNothing()
 {
     QFETCH(int, kind);
-    const PoorServer server(static_cast<PoorServer::enKind>(kind));
+    PoorServer server(static_cast<PoorServer::enKind>(kind));
+    QVERIFY(server.Start());
     WriteReadyPrinters({c_strPrinter});
     StartWithTray(TrayHost::enXfcePanel);
     QTRY_COMPARE(m_tool->Cell(0, 3), c_strReady);
@@ -113,10 +138,12 @@ void tst_SessionFaults::notificationServerDelaysNothing()
 
 void tst_SessionFaults::haltedSessionAndOddTimesAnnounceNothing()
 {
-    const PoorServer server(PoorServer::enPlain);
+    PoorServer server(PoorServer::enPlain);
+    QVERIFY(server.Start());
     WriteReadyPrinters({c_strPrinter});
-    WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
     StartWithTray(TrayHost::enXfcePanel);
+    QTRY_COMPARE(m_tool->Cell(0, 3), c_strReady);
+    WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
     QTRY_COMPARE(server.m_iCount, 1);
 
     // What happens while all stands still is seen as one change.
@@ -131,15 +158,11 @@ void tst_SessionFaults::haltedSessionAndOddTimesAnnounceNothing()
 
     // A clock that is set gives the files times in the future and in the past.
     const QByteArray path = m_folder.StatusPath(c_strPrinter).toUtf8();
-    const qint64 iPid64 = m_tool->Process().processId();
-    const auto looks = [&] {
-        return ProcNumber(ReadProcFile(QStringLiteral("/proc/%1/status").arg(iPid64)), "voluntary_ctxt_switches:");
-    };
     for (const time_t iSeconds : {time_t{2000000000}, time_t{1}, time_t{4000000000}}) {
         const timespec times[2] = {{iSeconds, 0}, {iSeconds, 0}};
         QCOMPARE(::utimensat(AT_FDCWD, path.constData(), times, 0), 0);
-        const qint64 iBefore = looks();
-        QTRY_VERIFY(looks() > iBefore + 5); // answers to Cell
+        const qint64 iBefore = Looks();
+        QTRY_VERIFY(Looks() >= iBefore + 5);
         QCOMPARE(m_tool->Cell(0, 3), QStringLiteral("正在扫描"));
     }
     WriteStatus(c_strPrinter, Reply(0x10, {}, {0x6160})); // and it still follows
@@ -151,7 +174,7 @@ void tst_SessionFaults::lostBusCostsNoTime_data()
 {
     QTest::addColumn<bool>("atFirst");
     QTest::newRow("ends") << true;
-    QTest::newRow("none") << false;
+    QTest::newRow("none runs") << false;
 }
 
 void tst_SessionFaults::lostBusCostsNoTime()
@@ -180,21 +203,10 @@ void tst_SessionFaults::lostBusCostsNoTime()
         const QList<QByteArray> listField = ReadProcFile(strProc + QStringLiteral("stat")).split(' ');
         return listField.value(13).toLongLong() + listField.value(14).toLongLong();
     };
-    QString strWorker;
-    const auto hasWorker = [&] {
-        for (const QString& strTask : QDir(strProc + QStringLiteral("task")).entryList(QDir::Dirs)) {
-            const QString strPath = strProc + QStringLiteral("task/") + strTask;
-            if (ReadProcFile(strPath + QStringLiteral("/comm")).startsWith("vora-status-0")) {
-                strWorker = strPath + QStringLiteral("/status");
-            }
-        }
-        return !strWorker.isEmpty();
-    };
-    QTRY_VERIFY(hasWorker());
-    const auto looks = [&] { return ProcNumber(ReadProcFile(strWorker), "voluntary_ctxt_switches:"); };
-    const qint64 iLooks = looks();
+    QTRY_VERIFY(Looks() > 0);
+    const qint64 iLooks = Looks();
     const qint64 iTicks = ticks();
-    QTRY_VERIFY_WITH_TIMEOUT(looks() >= iLooks + 30, 30000);
+    QTRY_VERIFY_WITH_TIMEOUT(Looks() >= iLooks + 30, 30000);
     const qint64 iUsed = ticks() - iTicks;
     QVERIFY2(iUsed < 40, qPrintable(QString::number(iUsed))); // a busy loop takes 150 and more
 

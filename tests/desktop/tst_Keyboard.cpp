@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+// SPDX-License-Identifier: MIT
+
+#include "DesktopTest.h"
+
+#include <QDBusMessage>
+
+/// The windows without a mouse. The tray's menu: tst_TrayMenu.
+class tst_Keyboard : public DesktopTest
+{
+    Q_OBJECT
+
+public slots:
+    void Hear(const QDBusMessage& message);
+
+private slots:
+    void settingsAndTableAreReached();
+    void messageBoxIsLeftByEnter();
+
+private:
+    bool PressUntil(const QString& strKey, const QString& strName);
+
+    QString m_strFocus; ///< the name of what has the keyboard, as a screen reader says it
+};
+
+void tst_Keyboard::Hear(const QDBusMessage& message)
+{
+    if (message.arguments().value(1).toInt() == 1) {
+        m_strFocus = m_tool->Access().Name({message.service(), message.path()});
+    }
+}
+
+bool tst_Keyboard::PressUntil(const QString& strKey, const QString& strName)
+{
+    for (int i = 0; i < 8 && m_strFocus != strName; ++i) {
+        Desktop::PressKey(strKey);
+        (void)QTest::qWaitFor([&] { return m_strFocus == strName; }, 500);
+    }
+    return m_strFocus == strName;
+}
+
+void tst_Keyboard::settingsAndTableAreReached()
+{
+    m_tool->Access().HearFocus(this, SLOT(Hear(QDBusMessage))); // before the start: Qt 5 asks for listeners but once
+    WriteReadyPrinters({QStringLiteral("Office"), QStringLiteral("Lab")});
+    StartWithTray();
+    QTRY_COMPARE(m_tool->Cell(1, 3), QStringLiteral("就绪"));
+    QVERIFY(PressUntil(QStringLiteral("Down"), QStringLiteral("Lab")));
+    QVERIFY(PressUntil(QStringLiteral("Right"), QStringLiteral("就绪")));
+    HideWindow();
+
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuSettings));
+    QTRY_VERIFY(m_tool->SettingsWindow());
+    QTRY_COMPARE(Desktop::ActiveWindow(), m_tool->SettingsWindow()->strId);
+    const auto isChecked = [this] {
+        const auto box =
+            m_tool->Access().Find(m_tool->Class(), QStringLiteral("check box"), QStringLiteral("开机启动"));
+        return box && m_tool->Access().IsChecked(*box);
+    };
+    QVERIFY(PressUntil(QStringLiteral("Tab"), QStringLiteral("确定")));
+    QVERIFY(PressUntil(QStringLiteral("Tab"), QStringLiteral("取消")));
+    QVERIFY(PressUntil(QStringLiteral("Tab"), QStringLiteral("开机启动")));
+    QVERIFY(!isChecked());
+    Desktop::PressKey(QStringLiteral("space"));
+    QTRY_VERIFY(isChecked());
+    QVERIFY(PressUntil(QStringLiteral("Tab"), QStringLiteral("取消")));
+    Desktop::PressKey(QStringLiteral("space"));
+    QTRY_VERIFY(!m_tool->SettingsWindow());
+}
+
+void tst_Keyboard::messageBoxIsLeftByEnter()
+{
+    StartWithTray();
+    Tool second;
+    second.Start();
+    const auto box = [&] {
+        return second.Access().Find(second.Class(), QStringLiteral("push button"), QStringLiteral("确  定"));
+    };
+    QTRY_VERIFY(box());
+    QTRY_VERIFY(!Desktop::ActiveWindow().isEmpty() && Desktop::ActiveWindow() != m_tool->MainWindow()->strId);
+    Desktop::PressKey(QStringLiteral("Return"));
+    QVERIFY(second.Process().waitForFinished(5000));
+    QCOMPARE(second.Process().exitCode(), 0);
+}
+
+QTEST_GUILESS_MAIN(tst_Keyboard)
+
+#include "tst_Keyboard.moc"
