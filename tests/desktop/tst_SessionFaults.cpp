@@ -6,6 +6,7 @@
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QScopeGuard>
 
 #include <csignal>
 
@@ -91,6 +92,7 @@ private slots:
     void lostBusCostsNoTime_data();
     void lostBusCostsNoTime();
     void thousandPrintersAreShown();
+    void withoutDisplayItEndsAndSaysSo();
 
 private:
     qint64 Looks() const;
@@ -233,6 +235,19 @@ void tst_SessionFaults::thousandPrintersAreShown()
     HideWindow();
     QVERIFY(m_tray->ShowWindow(*m_tool));
     ExitByMenu();
+}
+
+/// Qt's own way: the process aborts.
+void tst_SessionFaults::withoutDisplayItEndsAndSaysSo()
+{
+    const QByteArray old = qgetenv("DISPLAY");
+    const auto restore = qScopeGuard([&] { qputenv("DISPLAY", old); });
+    qunsetenv("DISPLAY");
+    m_tool->Start();
+    QVERIFY(m_tool->Process().waitForFinished());
+    QCOMPARE(m_tool->Process().exitStatus(), QProcess::CrashExit);
+    QCOMPARE(m_tool->Process().exitCode(), SIGABRT);
+    QVERIFY(ReadFile(m_tool->OutputPath()).contains("could not connect to display"));
 }
 
 QTEST_GUILESS_MAIN(tst_SessionFaults)

@@ -50,6 +50,7 @@ private slots:
     void okInAnUnwritableFolderFallsBackToUnchecked();
     void okInABadHomeTellsTheTruth_data();
     void okInABadHomeTellsTheTruth();
+    void configHomeDoesNotMoveTheEntry();
     void okAfterAFailedRemovalStaysChecked();
     void cancelRestoresTheBox_data();
     void cancelRestoresTheBox();
@@ -294,6 +295,16 @@ void tst_AppSetting::okInABadHomeTellsTheTruth()
     QCOMPARE(Box()->isChecked(), bThere);
     // Neither a part of the file nor another beside it.
     QCOMPARE(folder.entryList(QDir::Files | QDir::Hidden), bThere ? QStringList{c_strEntry} : QStringList());
+}
+
+void tst_AppSetting::configHomeDoesNotMoveTheEntry()
+{
+    qputenv("XDG_CONFIG_HOME", "/tmp/elsewhere");
+    const auto restore = qScopeGuard([] { qunsetenv("XDG_CONFIG_HOME"); });
+    Box()->setChecked(true);
+    Click("pushButtonOK");
+    QCOMPARE(ReadFile(m_strTarget), c_shipped);
+    QVERIFY(!QFile::exists(QStringLiteral("/tmp/elsewhere")));
 }
 
 void tst_AppSetting::okAfterAFailedRemovalStaysChecked()
