@@ -13,6 +13,7 @@
 #include <dlfcn.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 namespace {
 
@@ -52,6 +53,7 @@ private slots:
     void reply();
     void bufferIsClearedBeforeEachQuery();
     void waitsOneSecondForAReply();
+    void descriptorZeroIsAsGoodAsAny();
     void refusesWhatIsNoAddress_data();
     void refusesWhatIsNoAddress();
     void reportsEachFailure();
@@ -122,6 +124,18 @@ void tst_StatusQuery::waitsOneSecondForAReply()
     QCOMPARE(s_lastSocketOption, SocketOption(SOL_SOCKET, SO_RCVTIMEO, &second, sizeof(second)));
     QVERIFY2(timer.elapsed() >= 950 && timer.elapsed() < 1900, QByteArray::number(timer.elapsed()).constData());
     QCOMPARE(silent.Requests().size(), 1); // one attempt
+}
+
+/// A program may be started without standard input.
+void tst_StatusQuery::descriptorZeroIsAsGoodAsAny()
+{
+    UdpResponder responder({HandMadeReply()});
+    const int iInput = ::dup(STDIN_FILENO);
+    ::close(STDIN_FILENO);
+    const int iResult = m_worker.GetPrinterStatusUDP(c_strLocal);
+    ::dup2(iInput, STDIN_FILENO);
+    ::close(iInput);
+    QCOMPARE(iResult, 0);
 }
 
 void tst_StatusQuery::refusesWhatIsNoAddress_data()
