@@ -32,6 +32,22 @@ stRun RunInShell(const QString& strBefore, const QString& strPath)
 
 } // namespace
 
+namespace {
+
+/// Of the printer Office, which is in the state iValue.
+QString StateSamples(int iValue)
+{
+    QString strText;
+    for (const stGoldenCode& code : GoldenStates()) {
+        strText += QStringLiteral("vora_printer_state{queue=\"Office\",state=\"%1\"} %2\n")
+                       .arg(code.strName)
+                       .arg(code.iValue == iValue ? 1 : 0);
+    }
+    return strText;
+}
+
+} // namespace
+
 class tst_vora_status_prometheus : public VoraStatusTest
 {
     Q_OBJECT
@@ -86,23 +102,7 @@ vora_printer_up{queue="前台"} 0
 vora_printer_reply_timestamp_seconds{queue="Office"} 1700000000.250
 # HELP vora_printer_state 1 for the state that the printer is in.
 # TYPE vora_printer_state gauge
-vora_printer_state{queue="Office",state="unknown"} 0
-vora_printer_state{queue="Office",state="version-mismatch"} 0
-vora_printer_state{queue="Office",state="off-line"} 0
-vora_printer_state{queue="Office",state="ready"} 0
-vora_printer_state{queue="Office",state="initialize"} 0
-vora_printer_state{queue="Office",state="busy"} 0
-vora_printer_state{queue="Office",state="canceling"} 0
-vora_printer_state{queue="Office",state="error"} 0
-vora_printer_state{queue="Office",state="printing"} 1
-vora_printer_state{queue="Office",state="scanning"} 0
-vora_printer_state{queue="Office",state="copying"} 0
-vora_printer_state{queue="Office",state="reporting"} 0
-vora_printer_state{queue="Office",state="cleaning"} 0
-vora_printer_state{queue="Office",state="alignment"} 0
-vora_printer_state{queue="Office",state="scan-back"} 0
-vora_printer_state{queue="Office",state="debug"} 0
-# HELP vora_printer_ink_ratio Ink left, 0 to 1.
+%1# HELP vora_printer_ink_ratio Ink left, 0 to 1.
 # TYPE vora_printer_ink_ratio gauge
 vora_printer_ink_ratio{queue="Office",color="black"} 0.5
 vora_printer_ink_ratio{queue="Office",color="cyan"} 0.51
@@ -139,7 +139,8 @@ vora_printer_remaining_toner{queue="Office"} 300
 # HELP vora_printer_waste_toner Waste toner or ink, in the printer's own unit.
 # TYPE vora_printer_waste_toner gauge
 vora_printer_waste_toner{queue="Office"} 7
-)"));
+)")
+                 .arg(StateSamples(8)));
     QCOMPARE(run.messages, QByteArray());
     QCOMPARE(run.iExit, 0); // errors of a printer are no failure
 }
@@ -302,7 +303,7 @@ void tst_vora_status_prometheus::twoHundredPrinters()
     }
     StatusFolder().WritePrinterList(listPrinter);
     const stRun run = Run({c_strPrometheus});
-    QCOMPARE(LinesOf(run, QStringLiteral("vora_")).size(), 1 + 200 * 34);
+    QCOMPARE(LinesOf(run, QStringLiteral("vora_")).size(), 1 + 200 * (18 + GoldenStates().size()));
     QVERIFY2(run.output.size() < 600000, qPrintable(QString::number(run.output.size())));
 }
 
