@@ -15,13 +15,6 @@
 #include <QTextCodec>
 #define VORA_HAS_TEXT_CODEC
 
-/// Qt 5 writes file names, commands and the log in the locale's encoding unless told otherwise. The driver package and
-/// the print system take UTF-8 in every locale.
-inline void UseUtf8()
-{
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
-}
-
 /// Qt 5 reads INI files as Latin-1 unless told otherwise.
 inline void SetIniUtf8(QSettings& settings)
 {
@@ -37,9 +30,6 @@ inline void LetSessionEnd()
 #endif
 
 #else
-
-/// Qt 6 writes UTF-8 in every locale.
-inline void UseUtf8() {}
 
 /// Qt 6 always reads INI files as UTF-8.
 inline void SetIniUtf8(QSettings&) {}

@@ -79,7 +79,6 @@ int RunWindow(bool bVisible)
 
 int main(int argc, char** argv)
 {
-    UseUtf8();
     QApplication application(argc, argv);
     LetSessionEnd();
     if (CheckIsRunning()) {
