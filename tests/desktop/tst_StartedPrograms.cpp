@@ -60,7 +60,7 @@ private slots:
     void toolAfterLogin();
 
 private:
-    static void Check(const QByteArray& environment, const QByteArray& arguments);
+    static void Check(const QByteArray& environment, const QByteArray& arguments, unsigned dwMayBeIgnored = 0);
 };
 
 void tst_StartedPrograms::initTestCase()
@@ -77,14 +77,15 @@ void tst_StartedPrograms::initTestCase()
 }
 
 /// Of the program that started after this test had begun.
-void tst_StartedPrograms::Check(const QByteArray& environment, const QByteArray& arguments)
+void tst_StartedPrograms::Check(const QByteArray& environment, const QByteArray& arguments, unsigned dwMayBeIgnored)
 {
     QTRY_VERIFY(QFile::exists(c_strFolder + QStringLiteral("noted")));
     QCOMPARE(ReadFile(c_strFolder + QStringLiteral("arguments")), arguments);
     QCOMPARE(ReadFile(c_strFolder + QStringLiteral("descriptors")), QByteArray("0\n1\n2\n3\n")); // the last is the look
-    for (const char* pKind : {"SigPnd", "SigBlk", "SigIgn"}) {
-        QCOMPARE(StandardSignals(ReadFile(c_strFolder + QStringLiteral("signals")), pKind), 0U);
-    }
+    const QByteArray sets = ReadFile(c_strFolder + QStringLiteral("signals"));
+    QCOMPARE(StandardSignals(sets, "SigPnd"), 0U);
+    QCOMPARE(StandardSignals(sets, "SigBlk"), 0U);
+    QCOMPARE(StandardSignals(sets, "SigIgn") & ~dwMayBeIgnored, 0U);
     QCOMPARE(Entries(ReadFile(c_strFolder + QStringLiteral("environment"))), Entries(environment));
     QVERIFY(QDir(c_strFolder).removeRecursively());
 }
@@ -107,7 +108,8 @@ void tst_StartedPrograms::updateTool()
     StartWithTray();
     const QByteArray environment = ReadProcFile(QStringLiteral("/proc/%1/environ").arg(m_tool->Process().processId()));
     QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuUpdateTool));
-    Check(environment, QDir::currentPath().toLocal8Bit() + '\n');
+    Check(environment, QDir::currentPath().toLocal8Bit() + '\n',
+          1U << (SIGPIPE - 1)); // by Qt 5.15, which leaves it so in what it detaches
 }
 
 /// The starter's display and bus are not handed on.
