@@ -3,6 +3,8 @@
 
 #include "AppSetting.h"
 
+#include "QtCompat.h"
+
 #include "UtilWindow.h"
 #include "ui_AppSetting.h"
 
@@ -14,11 +16,11 @@
 
 namespace {
 
-const QString c_strEntryName = QStringLiteral("vora-k507-tool-autostart.desktop");
+const QString c_strEntryName = u"vora-k507-tool-autostart.desktop"_s;
 
 QString AutoStartFolder()
 {
-    return QDir::homePath() + QStringLiteral("/.config/autostart/");
+    return QDir::homePath() + u"/.config/autostart/"_s;
 }
 
 } // namespace
@@ -26,10 +28,10 @@ QString AutoStartFolder()
 AppSetting::AppSetting(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui::AppSetting>())
 {
     ui->setupUi(this);
-    SetUpFixedWindow(*this, QStringLiteral("设置"));
-    ui->checkBoxAutoStart->setText(QStringLiteral("开机启动"));
-    ui->pushButtonOK->setText(QStringLiteral("确定"));
-    ui->pushButtonCancel->setText(QStringLiteral("取消"));
+    SetUpFixedWindow(*this, u"设置"_s);
+    ui->checkBoxAutoStart->setText(u"开机启动"_s);
+    ui->pushButtonOK->setText(u"确定"_s);
+    ui->pushButtonCancel->setText(u"取消"_s);
     InitOption();
 }
 

@@ -5,6 +5,8 @@
 
 #include "SuppliesKeys.h"
 
+#include "QtCompat.h"
+
 #include <QList>
 #include <QString>
 
@@ -18,12 +20,12 @@
     "vora-printer-k507"                                                                                                \
     "/"
 
-inline const QString c_strToolPath = QStringLiteral(VORA_PACKAGE_PATH "tool/"); // temporary files and logs
-inline const QString c_strCfgPath = QStringLiteral(VORA_PACKAGE_PATH "cfg/");   // printer list and status files
-inline const QString c_strBinPath = QStringLiteral(VORA_PACKAGE_PATH "bin/");   // firmware-update tool
+inline const QString c_strToolPath = u"" VORA_PACKAGE_PATH "tool/"_s; // temporary files and logs
+inline const QString c_strCfgPath = u"" VORA_PACKAGE_PATH "cfg/"_s;   // printer list and status files
+inline const QString c_strBinPath = u"" VORA_PACKAGE_PATH "bin/"_s;   // firmware-update tool
 
-inline const QString c_strPrinterListName = QStringLiteral("printerlist.ini");
-inline const QString c_strStatusFileSuffix = QStringLiteral(".dat");
+inline const QString c_strPrinterListName = u"printerlist.ini"_s;
+inline const QString c_strStatusFileSuffix = u".dat"_s;
 
 /// The status file of a queue. Called from any thread.
 inline QString StatusFilePath(const QString& strPrinterName)

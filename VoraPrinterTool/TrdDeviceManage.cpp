@@ -50,7 +50,7 @@ QList<stPrinterManager> TrdDeviceManage::GetInitPrinterList(QList<stPrinterInfo>
 void TrdDeviceManage::InitStPrinterInfo(stPrinterInfo& printerInfo)
 {
     printerInfo = stPrinterInfo();
-    printerInfo.enType = QStringLiteral("-1");
+    printerInfo.enType = u"-1"_s;
 }
 
 void TrdDeviceManage::InitStPrinterState(stPrinterState& printerState)

@@ -59,7 +59,7 @@ bool IsVisiblyChanged(const stPrinterState& current, const stPrinterState& publi
 void LogThrownError(int iLine, const char* pFunction) noexcept
 {
     try {
-        WriteStringLog(__FILE__, iLine, pFunction, QStringLiteral("throw error"));
+        WriteStringLog(__FILE__, iLine, pFunction, u"throw error"_s);
     } catch (...) { // the line is lost
     }
 }
@@ -68,9 +68,9 @@ void LogThrownError(int iLine, const char* pFunction) noexcept
 /// whose reply it was.
 [[noreturn]] void EndByFatalReply(const QString& strPrinterName, const QString& strOrigin)
 {
-    const QString strLine = QStringLiteral("VoraPrinterTool: ended by the status reply of printer \"") +
-                            EscapeControls(strPrinterName) + QStringLiteral("\" (") + EscapeControls(strOrigin) +
-                            QStringLiteral("): a supplies record of more than 65 bytes\n");
+    const QString strLine = u"VoraPrinterTool: ended by the status reply of printer \""_s +
+                            EscapeControls(strPrinterName) + u"\" ("_s + EscapeControls(strOrigin) +
+                            u"): a supplies record of more than 65 bytes\n"_s;
     std::fputs(strLine.toLocal8Bit().constData(), stderr);
     std::abort();
 }
@@ -171,10 +171,9 @@ void TrdGetPrinterStatus::CountFailedRead()
 void TrdGetPrinterStatus::CancelJobs() const
 {
     const QString& strName = m_printerManager.printerInfo.strPrinterName;
-    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("cancel by printer %s"),
-                   qPrintable(EscapeControls(strName)));
+    WriteStringLog(__FILE__, __LINE__, __func__, u"cancel by printer %s"_s, qPrintable(EscapeControls(strName)));
     if (!IsQueueName(strName)) {
-        WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("not cancelled, no queue name: %s"),
+        WriteStringLog(__FILE__, __LINE__, __func__, u"not cancelled, no queue name: %s"_s,
                        qPrintable(EscapeControls(strName)));
         return;
     }
@@ -206,7 +205,7 @@ bool TrdGetPrinterStatus::CheckNeedStatus(int& iInterval)
                     output.ShellPath());
     const QString strLine = QString::fromLocal8Bit(output.Read(c_iMaxPrinterLine).split('\n').constFirst());
     const bool bPrinting = strLine.contains(QLatin1String("printing"), Qt::CaseInsensitive) ||
-                           strLine.contains(QStringLiteral("正在打印"), Qt::CaseInsensitive);
+                           strLine.contains(u"正在打印"_s, Qt::CaseInsensitive);
     if (bPrinting) {
         iInterval = 1000;
     }
@@ -292,7 +291,7 @@ bool TrdGetPrinterStatus::GetPrinterVidPid(QString strModel, int& iVid, int& iPi
 
 int TrdGetPrinterStatus::CheckPrinterStatus(unsigned char* pBuffer, unsigned long dwLength)
 {
-    return TakeReply(pBuffer, dwLength, m_printerManager.printerInfo.strPrinterName, QStringLiteral("from memory"));
+    return TakeReply(pBuffer, dwLength, m_printerManager.printerInfo.strPrinterName, u"from memory"_s);
 }
 
 int TrdGetPrinterStatus::TakeReply(const unsigned char* pBuffer, unsigned long dwLength, const QString& strPrinterName,

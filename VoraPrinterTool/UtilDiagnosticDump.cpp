@@ -21,14 +21,14 @@ QString CodeText(const QList<enErrorStatus>& listCode)
 QStringList PrinterInfoLines(const QList<stPrinterManager>& listPrinter)
 {
     const int iCount = static_cast<int>(listPrinter.size());
-    QStringList listLine = {QStringLiteral("printer number=") + QString::number(iCount)};
+    QStringList listLine = {u"printer number="_s + QString::number(iCount)};
     for (int i = 0; i < iCount; ++i) {
         const stPrinterInfo& info = listPrinter.at(i).printerInfo;
         const QString strName = EscapeControls(info.strPrinterName);
-        listLine.append({QStringLiteral("printer[") + QString::number(i) + QStringLiteral("] ") + strName +
-                             QLatin1Char('=') + EscapeControls(info.strPort),
-                         strName + QStringLiteral(": enType=") + EscapeControls(info.enType),
-                         strName + QStringLiteral(": iConnectType=") + QString::number(info.iConnectType)});
+        listLine.append(
+            {u"printer["_s + QString::number(i) + u"] "_s + strName + QLatin1Char('=') + EscapeControls(info.strPort),
+             strName + u": enType="_s + EscapeControls(info.enType),
+             strName + u": iConnectType="_s + QString::number(info.iConnectType)});
     }
     return listLine;
 }
@@ -42,7 +42,7 @@ QStringList PrinterStatusLines(int iIndex, const stPrinterManager& printer)
     };
     const auto number = [&text](const char* pField, auto value) { return text(pField, QString::number(value)); };
     QStringList listLine = {
-        QStringLiteral("printer[") + QString::number(iIndex) + QStringLiteral("]=") + strName,
+        u"printer["_s + QString::number(iIndex) + u"]="_s + strName,
         text("strPrinterSerialNumber", state.strPrinterSerialNumber),
         number("enCurrentStatus", state.enCurrentStatus),
         text("strFWVersion", state.strFWVersion),

@@ -30,7 +30,7 @@ constexpr qint64 c_iMaxLogSize = 1024 * 1024;
 
 QString CurrentLogName()
 {
-    return s_strLogNameTmp + QString::number(s_iLogIndex) + QStringLiteral(".log");
+    return s_strLogNameTmp + QString::number(s_iLogIndex) + u".log"_s;
 }
 
 } // namespace
@@ -44,8 +44,7 @@ void SetLogEnable(bool bEnable)
     }
     s_iLogIndex = 0;
     QDir().mkpath(c_strToolPath);
-    s_strLogNameTmp = c_strToolPath + QStringLiteral("/log_tool") +
-                      QDateTime::currentDateTime().toString(QStringLiteral("_yyyyMMdd_hhmmss_"));
+    s_strLogNameTmp = c_strToolPath + u"/log_tool"_s + QDateTime::currentDateTime().toString(u"_yyyyMMdd_hhmmss_"_s);
     s_strLogName = CurrentLogName();
 }
 
@@ -62,10 +61,10 @@ void WriteStringLog(const char* pFile, int iLine, const char* pFunction, QString
     std::vsnprintf(message, sizeof(message), strFormat.toLocal8Bit().constData(), arguments);
     va_end(arguments);
 
-    const QString strLine = QDateTime::currentDateTime().toString(QStringLiteral("[yyyy-MM-dd hh:mm:ss.zzz] (")) +
+    const QString strLine = QDateTime::currentDateTime().toString(u"[yyyy-MM-dd hh:mm:ss.zzz] ("_s) +
                             QLatin1String(pFile) + QLatin1Char('@') + QString::number(iLine) + QLatin1Char(' ') +
-                            QLatin1String(pFunction) + QStringLiteral(") ") +
-                            EscapeControls(QString::fromLocal8Bit(message)) + QLatin1Char('\n');
+                            QLatin1String(pFunction) + u") "_s + EscapeControls(QString::fromLocal8Bit(message)) +
+                            QLatin1Char('\n');
 
     if (QFile(s_strLogName).size() > c_iMaxLogSize) {
         ++s_iLogIndex;

@@ -44,7 +44,7 @@ void SetValue(stRawPrinter& printer, const QString& strKey, std::string_view val
 /// The number of a printer's group; -1 for any other name.
 int PrinterIndex(const QString& strGroup)
 {
-    const QString strPrefix = QStringLiteral("printer_");
+    const QString strPrefix = u"printer_"_s;
     constexpr int c_iMaxDigits = 10;
     if (strGroup.size() > strPrefix.size() + c_iMaxDigits) {
         return -1;

@@ -3,6 +3,8 @@
 
 #include "UtilWindow.h"
 
+#include "QtCompat.h"
+
 #include <QGuiApplication>
 #include <QIcon>
 #include <QImageReader>
@@ -21,7 +23,7 @@ constexpr int c_iGrip = 100;
 /// Told the format, Qt does not load every image plugin of the system first.
 QIcon ProgramIcon()
 {
-    QImageReader reader(QStringLiteral(":/Icon/Resource/Vora.png"), "png");
+    QImageReader reader(u":/Icon/Resource/Vora.png"_s, "png");
     reader.setAutoDetectImageFormat(false);
     return QIcon(QPixmap::fromImageReader(&reader));
 }

@@ -3,12 +3,14 @@
 
 #pragma once
 
+#include "QtCompat.h"
+
 #include <QString>
 
 class QWidget;
 
 /// What users know the program by: the main window, the tray icon and the message of a second copy bear it.
-inline const QString c_strProgramTitle = QStringLiteral("星原喷墨打印机助手");
+inline const QString c_strProgramTitle = u"星原喷墨打印机助手"_s;
 
 /// What both windows are: with the icon and the title, of the size that their form gave them for good, without maximise
 /// button, and in the middle of all screens together. When screens change later, BringToScreen. Called from the GUI

@@ -39,7 +39,7 @@ bool CheckIsRunning()
 {
     QDir().mkpath(c_strToolPath);
     const QString strName = QCoreApplication::applicationName().left(15); // all that the kernel keeps of a name
-    const UtilCommandOutput output(c_strToolPath + QStringLiteral("pslist.tmp"));
+    const UtilCommandOutput output(c_strToolPath + u"pslist.tmp"_s);
     if (!output.IsOpen()) {
         return false;
     }
@@ -61,9 +61,9 @@ namespace {
 
 void ShowAlreadyRunning()
 {
-    QMessageBox box(QMessageBox::Information, c_strProgramTitle, c_strProgramTitle + QStringLiteral("已经处于运行中！"),
+    QMessageBox box(QMessageBox::Information, c_strProgramTitle, c_strProgramTitle + u"已经处于运行中！"_s,
                     QMessageBox::Ok, nullptr, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
-    box.button(QMessageBox::Ok)->setText(QStringLiteral("确  定"));
+    box.button(QMessageBox::Ok)->setText(u"确  定"_s);
     box.exec();
 }
 

@@ -64,8 +64,7 @@ void SetCellText(QTableWidget& table, int iRow, int iColumn, const QString& strT
     }
     item.setData(Qt::DisplayRole, strText);
     // A text may be wider than its column, and a printer's name may look like a tag, which a tool tip would obey.
-    item.setToolTip(Qt::mightBeRichText(strText) ? QStringLiteral("<span>%1</span>").arg(strText.toHtmlEscaped())
-                                                 : strText);
+    item.setToolTip(Qt::mightBeRichText(strText) ? u"<span>%1</span>"_s.arg(strText.toHtmlEscaped()) : strText);
     AnnounceCell(table, iRow, iColumn);
 }
 
@@ -94,8 +93,7 @@ QString BalloonTitle(const QString& strPrinterName)
 
 QString ConnectionText(const stPrinterInfo& info)
 {
-    return info.iConnectType == c_iConnectUsb ? QStringLiteral("USB")
-                                              : QStringLiteral("网络(") + info.strPort + QLatin1Char(')');
+    return info.iConnectType == c_iConnectUsb ? u"USB"_s : u"网络("_s + info.strPort + QLatin1Char(')');
 }
 
 /// Waits for a thread that was told to quit, as its worker was, and frees both; false, with both left alone, when it
@@ -190,7 +188,7 @@ void VoraPrinterToolWidget::InitLanguage()
 
 void VoraPrinterToolWidget::InitDeviceTable()
 {
-    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitDeviceTable start"));
+    WriteStringLog(__FILE__, __LINE__, __func__, u"InitDeviceTable start"_s);
     QTableWidget* pTable = ui->tableDeviceManage;
     pTable->setColumnCount(static_cast<int>(std::size(c_columnList)));
     pTable->horizontalHeader()->setStretchLastSection(true);
@@ -203,26 +201,26 @@ void VoraPrinterToolWidget::InitDeviceTable()
         pTable->horizontalHeader()->resizeSection(static_cast<int>(listHeader.size()) - 1, column.iWidth);
     }
     pTable->setHorizontalHeaderLabels(listHeader);
-    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitDeviceTable end"));
+    WriteStringLog(__FILE__, __LINE__, __func__, u"InitDeviceTable end"_s);
 }
 
 void VoraPrinterToolWidget::InitTrayIcon()
 {
-    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitTrayIcon start"));
+    WriteStringLog(__FILE__, __LINE__, __func__, u"InitTrayIcon start"_s);
     m_pTrayIcon = new QSystemTrayIcon(windowIcon(), this);
     m_pTrayIcon->setToolTip(c_strProgramTitle);
     connect(m_pTrayIcon, &QSystemTrayIcon::activated, this, &VoraPrinterToolWidget::SlotActivatedTrayIcon);
 
-    m_pActionShow = AddTrayAction(QStringLiteral("显示主界面"), &VoraPrinterToolWidget::SlotTrayActionShow);
-    m_pActionUpdateFW = AddTrayAction(QStringLiteral("打印机更新助手"), &VoraPrinterToolWidget::SlotTrayActionUpdateFW);
-    m_pActionSetting = AddTrayAction(QStringLiteral("设置"), &VoraPrinterToolWidget::SlotTrayActionSetting);
-    m_pActionExit = AddTrayAction(QStringLiteral("退出"), &VoraPrinterToolWidget::SlotTrayActionExit);
+    m_pActionShow = AddTrayAction(u"显示主界面"_s, &VoraPrinterToolWidget::SlotTrayActionShow);
+    m_pActionUpdateFW = AddTrayAction(u"打印机更新助手"_s, &VoraPrinterToolWidget::SlotTrayActionUpdateFW);
+    m_pActionSetting = AddTrayAction(u"设置"_s, &VoraPrinterToolWidget::SlotTrayActionSetting);
+    m_pActionExit = AddTrayAction(u"退出"_s, &VoraPrinterToolWidget::SlotTrayActionExit);
 
     m_pTrayMenu = new QMenu(this);
     m_pTrayMenu->addActions({m_pActionShow, m_pActionUpdateFW, m_pActionSetting, m_pActionExit});
     m_pTrayIcon->setContextMenu(m_pTrayMenu);
     m_pTrayIcon->setVisible(true);
-    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitTrayIcon end"));
+    WriteStringLog(__FILE__, __LINE__, __func__, u"InitTrayIcon end"_s);
 }
 
 QAction* VoraPrinterToolWidget::AddTrayAction(const QString& strText, void (VoraPrinterToolWidget::*slot)())
@@ -234,9 +232,9 @@ QAction* VoraPrinterToolWidget::AddTrayAction(const QString& strText, void (Vora
 
 void VoraPrinterToolWidget::InitThread()
 {
-    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitThread start"));
+    WriteStringLog(__FILE__, __LINE__, __func__, u"InitThread start"_s);
     m_pTrdDeviceManage = new TrdDeviceManage;
-    m_pManageThread = MakeThread(m_pTrdDeviceManage, QStringLiteral("vora-devices"));
+    m_pManageThread = MakeThread(m_pTrdDeviceManage, u"vora-devices"_s);
     StartThread(m_pManageThread);
     m_pTrdDeviceManage->Init(&m_listPrinterManager);
     connect(this, &VoraPrinterToolWidget::SgnManageThreadStart, m_pTrdDeviceManage, &TrdDeviceManage::SlotTaskStart);
@@ -244,7 +242,7 @@ void VoraPrinterToolWidget::InitThread()
     connect(m_pTrdDeviceManage, &TrdDeviceManage::SgnUpdatePrinterList, this,
             &VoraPrinterToolWidget::SlotUpdatePrinterList);
     emit SgnManageThreadStart();
-    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("InitThread end"));
+    WriteStringLog(__FILE__, __LINE__, __func__, u"InitThread end"_s);
 }
 
 void VoraPrinterToolWidget::StartThread(QThread* pThread)
@@ -253,7 +251,7 @@ void VoraPrinterToolWidget::StartThread(QThread* pThread)
     if (pThread->isRunning()) {
         return;
     }
-    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("no thread for %s, tried again later"),
+    WriteStringLog(__FILE__, __LINE__, __func__, u"no thread for %s, tried again later"_s,
                    qPrintable(pThread->objectName()));
     if (m_listWaitingThread.isEmpty()) {
         QTimer::singleShot(c_iThreadRetryMSec, this, &VoraPrinterToolWidget::StartWaitingThreads);
@@ -276,7 +274,7 @@ void VoraPrinterToolWidget::StartWaitingThreads()
 void VoraPrinterToolWidget::AddStatusWorker(int iIndex)
 {
     auto* pWorker = new TrdGetPrinterStatus;
-    QThread* pThread = MakeThread(pWorker, QStringLiteral("vora-status-") + QString::number(iIndex));
+    QThread* pThread = MakeThread(pWorker, u"vora-status-"_s + QString::number(iIndex));
     StartThread(pThread);
     pWorker->Init(iIndex, &m_listPrinterManager);
     connect(this, &VoraPrinterToolWidget::SgnStatusThreadStart, pWorker, &TrdGetPrinterStatus::SlotTaskStart);
@@ -309,7 +307,7 @@ void VoraPrinterToolWidget::SlotTrayActionShow()
 
 void VoraPrinterToolWidget::SlotTrayActionUpdateFW()
 {
-    QProcess::startDetached(c_strBinPath + QStringLiteral("voraK507FW"), QStringList());
+    QProcess::startDetached(c_strBinPath + u"voraK507FW"_s, QStringList());
 }
 
 void VoraPrinterToolWidget::SlotTrayActionSetting()
@@ -462,7 +460,7 @@ void VoraPrinterToolWidget::DebugOutputPrinterInfo()
 {
     const QStringList listLine = PrinterInfoLines(PrinterList());
     for (const QString& strLine : listLine) {
-        WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("%s"), qPrintable(strLine));
+        WriteStringLog(__FILE__, __LINE__, __func__, u"%s"_s, qPrintable(strLine));
     }
 }
 
@@ -474,6 +472,6 @@ void VoraPrinterToolWidget::DebugOutputPrinterStatus(int iIndex)
     }
     const QStringList listLine = PrinterStatusLines(iIndex, *printer);
     for (const QString& strLine : listLine) {
-        WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("%s"), qPrintable(strLine));
+        WriteStringLog(__FILE__, __LINE__, __func__, u"%s"_s, qPrintable(strLine));
     }
 }

@@ -3,6 +3,8 @@
 
 #include "BenchOptions.h"
 
+#include "QtCompat.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
@@ -10,14 +12,10 @@ BenchOptions::BenchOptions()
 {
     QCommandLineParser parser;
     parser.addHelpOption();
-    const QCommandLineOption runs(QStringLiteral("runs"), QStringLiteral("Takes medians of N runs (9)."),
-                                  QStringLiteral("N"), QString::number(m_iRuns));
-    const QCommandLineOption quick(QStringLiteral("quick"),
-                                   QStringLiteral("One run, short waits, few printers: shows only that all works."));
-    const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("Adds the figures to those in FILE."),
-                                  QStringLiteral("FILE"));
-    const QCommandLineOption only(QStringLiteral("only"), QStringLiteral("Runs the benchmark NAME alone."),
-                                  QStringLiteral("NAME"));
+    const QCommandLineOption runs(u"runs"_s, u"Takes medians of N runs (9)."_s, u"N"_s, QString::number(m_iRuns));
+    const QCommandLineOption quick(u"quick"_s, u"One run, short waits, few printers: shows only that all works."_s);
+    const QCommandLineOption json(u"json"_s, u"Adds the figures to those in FILE."_s, u"FILE"_s);
+    const QCommandLineOption only(u"only"_s, u"Runs the benchmark NAME alone."_s, u"NAME"_s);
     parser.addOptions({runs, quick, json, only});
     parser.process(*QCoreApplication::instance());
     m_bQuick = parser.isSet(quick);

@@ -8,13 +8,12 @@
 
 QString BenchPrinterName(int i)
 {
-    return QStringLiteral("printer%1").arg(i);
+    return u"printer%1"_s.arg(i);
 }
 
 stPrinterInfo BenchPrinter(int i)
 {
-    return {BenchPrinterName(i), QStringLiteral("RA7Q"), 0, QStringLiteral("192.168.1.%1").arg(i % 250),
-            QStringLiteral("ipp://%1").arg(i)};
+    return {BenchPrinterName(i), u"RA7Q"_s, 0, u"192.168.1.%1"_s.arg(i % 250), u"ipp://%1"_s.arg(i)};
 }
 
 QByteArray PlainReply(quint8 byStatus)

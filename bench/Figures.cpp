@@ -3,6 +3,8 @@
 
 #include "Figures.h"
 
+#include "QtCompat.h"
+
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -22,11 +24,11 @@ QString BudgetText(const stFigure& figure)
 {
     const stBudget budget = figure.budget.value_or(stBudget());
     switch (budget.enLimited) {
-    case stBudget::enRatio: return QStringLiteral("≤ %1 ×").arg(Number(budget.dLimit));
-    case stBudget::enExcess: return QStringLiteral("≤ floor + %1 %2").arg(Number(budget.dLimit), figure.strUnit);
+    case stBudget::enRatio: return u"≤ %1 ×"_s.arg(Number(budget.dLimit));
+    case stBudget::enExcess: return u"≤ floor + %1 %2"_s.arg(Number(budget.dLimit), figure.strUnit);
     case stBudget::enValue: break;
     }
-    return QStringLiteral("≤ %1 %2").arg(Number(budget.dLimit), figure.strUnit);
+    return u"≤ %1 %2"_s.arg(Number(budget.dLimit), figure.strUnit);
 }
 
 bool IsMet(const stFigure& figure)
@@ -42,7 +44,7 @@ bool IsMet(const stFigure& figure)
 
 void PrintRow(const QStringList& listCell)
 {
-    std::printf("| %s |\n", listCell.join(QStringLiteral(" | ")).toUtf8().constData());
+    std::printf("| %s |\n", listCell.join(u" | "_s).toUtf8().constData());
     std::fflush(stdout);
 }
 
@@ -55,22 +57,20 @@ Figures::Figures(const QString& strJsonPath) : m_strJsonPath(strJsonPath)
         m_listFigure = QJsonDocument::fromJson(file.readAll()).array();
     }
     if (m_listFigure.isEmpty()) {
-        PrintRow({QStringLiteral("figure"), QStringLiteral("value"), QStringLiteral("floor"), QStringLiteral("ratio"),
-                  QStringLiteral("budget"), QString()});
-        PrintRow({QStringLiteral("---"), QStringLiteral("---:"), QStringLiteral("---:"), QStringLiteral("---:"),
-                  QStringLiteral("---"), QStringLiteral("---")});
+        PrintRow({u"figure"_s, u"value"_s, u"floor"_s, u"ratio"_s, u"budget"_s, QString()});
+        PrintRow({u"---"_s, u"---:"_s, u"---:"_s, u"---:"_s, u"---"_s, u"---"_s});
     }
 }
 
 void Figures::Add(const stFigure& figure)
 {
-    QJsonObject object{{QStringLiteral("name"), figure.strName},
-                       {QStringLiteral("text"), figure.strText},
-                       {QStringLiteral("unit"), figure.strUnit},
-                       {QStringLiteral("value"), figure.dValue}};
+    QJsonObject object{{u"name"_s, figure.strName},
+                       {u"text"_s, figure.strText},
+                       {u"unit"_s, figure.strUnit},
+                       {u"value"_s, figure.dValue}};
     QStringList listCell{figure.strText, Number(figure.dValue) + QLatin1Char(' ') + figure.strUnit};
     if (figure.dFloor) {
-        object.insert(QStringLiteral("floor"), *figure.dFloor);
+        object.insert(u"floor"_s, *figure.dFloor);
         listCell.append(Number(*figure.dFloor) + QLatin1Char(' ') + figure.strUnit);
         const bool bRatio = *figure.dFloor > 0;
         listCell.append(bRatio ? QString::number(figure.dValue / *figure.dFloor, 'f', 2) : QString());
@@ -79,9 +79,9 @@ void Figures::Add(const stFigure& figure)
     }
     if (figure.budget) {
         const bool bMet = IsMet(figure);
-        object.insert(QStringLiteral("budget"), BudgetText(figure));
-        object.insert(QStringLiteral("met"), bMet);
-        listCell.append({BudgetText(figure), bMet ? QStringLiteral("met") : QStringLiteral("**missed**")});
+        object.insert(u"budget"_s, BudgetText(figure));
+        object.insert(u"met"_s, bMet);
+        listCell.append({BudgetText(figure), bMet ? u"met"_s : u"**missed**"_s});
     } else {
         listCell.append({QString(), QString()});
     }

@@ -41,9 +41,9 @@ void BenchExit(const BenchOptions& options, Figures& figures)
 {
     const int iPrinters = options.FullOrQuick(1000, 20);
     WriteBenchPrinters(iPrinters);
-    figures.Add({QStringLiteral("exit"),
-                 QStringLiteral("exit with %1 printers").arg(iPrinters),
-                 QStringLiteral("s"),
+    figures.Add({u"exit"_s,
+                 u"exit with %1 printers"_s.arg(iPrinters),
+                 u"s"_s,
                  MedianOf(options.m_iRuns, [&] { return ExitSeconds(options.FullOrQuick(2000, 150)); }),
                  {},
                  stBudget{stBudget::enValue, 0.8}});

@@ -59,15 +59,10 @@ void BenchIdlePrinters(const BenchOptions& options, Figures& figures, int iPrint
         listFloor.push_back((after.dFloor - before.dFloor) / dPrinterSeconds);
         listListWorker.push_back((after.dListWorker - before.dListWorker) / dPrinterSeconds);
     }
-    const QString strName = QStringLiteral("idle-%1").arg(iPrinters);
-    figures.Add({strName, QStringLiteral("idle CPU per printer and second, %1 printers").arg(iPrinters),
-                 QStringLiteral("µs"), Median(listTool), Median(listFloor), stBudget{stBudget::enRatio, 1.3}});
-    figures.Add({strName + QStringLiteral("-list"),
-                 QStringLiteral("of which the list worker"),
-                 QStringLiteral("µs"),
-                 Median(listListWorker),
-                 {},
-                 {}});
+    const QString strName = u"idle-%1"_s.arg(iPrinters);
+    figures.Add({strName, u"idle CPU per printer and second, %1 printers"_s.arg(iPrinters), u"µs"_s, Median(listTool),
+                 Median(listFloor), stBudget{stBudget::enRatio, 1.3}});
+    figures.Add({strName + u"-list"_s, u"of which the list worker"_s, u"µs"_s, Median(listListWorker), {}, {}});
 }
 
 /// Of the tool and of the empty program over the same time: what the desktop sends wakes both.
@@ -101,9 +96,9 @@ void BenchWakeUps(const BenchOptions& options, Figures& figures)
 {
     WriteBenchPrinters(10);
     const stPair shown = WakeUps({}, options);
-    figures.Add({QStringLiteral("wake-ups-shown"), QStringLiteral("wake-ups of the GUI thread in 60 s, window shown"),
-                 QString(), shown.dValue, shown.dFloor, stBudget{stBudget::enValue, 0}});
-    const stPair hidden = WakeUps({QStringLiteral("-hide")}, options);
-    figures.Add({QStringLiteral("wake-ups-hidden"), QStringLiteral("wake-ups of the GUI thread in 60 s, window hidden"),
-                 QString(), hidden.dValue, hidden.dFloor, stBudget{stBudget::enValue, 0}});
+    figures.Add({u"wake-ups-shown"_s, u"wake-ups of the GUI thread in 60 s, window shown"_s, QString(), shown.dValue,
+                 shown.dFloor, stBudget{stBudget::enValue, 0}});
+    const stPair hidden = WakeUps({u"-hide"_s}, options);
+    figures.Add({u"wake-ups-hidden"_s, u"wake-ups of the GUI thread in 60 s, window hidden"_s, QString(), hidden.dValue,
+                 hidden.dFloor, stBudget{stBudget::enValue, 0}});
 }

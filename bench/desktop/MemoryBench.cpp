@@ -22,24 +22,24 @@ void BenchMemory(const BenchOptions& options, Figures& figures)
     WriteBenchPrinters(c_iFewPrinters);
     const stPair few = MedianPair(
         options.m_iRuns, [&] { return pss(VORA_TOOL); }, [&] { return pss(VORA_EMPTY_TRAY); });
-    figures.Add({QStringLiteral("memory"), QStringLiteral("memory (Pss) with 10 printers"), QStringLiteral("MB"),
-                 few.dValue / 1024, few.dFloor / 1024, stBudget{stBudget::enExcess, 3}});
+    figures.Add({u"memory"_s, u"memory (Pss) with 10 printers"_s, u"MB"_s, few.dValue / 1024, few.dFloor / 1024,
+                 stBudget{stBudget::enExcess, 3}});
 
     const stPair dressed = MedianPair(
         options.m_iRuns, [&] { return pss(VORA_TOOL); },
         [&] { return pss(VORA_EMPTY_TRAY, {QStringLiteral(VORA_ICON)}); });
-    figures.Add({QStringLiteral("memory-dressed"),
-                 QStringLiteral("the same beside an empty program with the same icon and texts"),
-                 QStringLiteral("MB"),
+    figures.Add({u"memory-dressed"_s,
+                 u"the same beside an empty program with the same icon and texts"_s,
+                 u"MB"_s,
                  dressed.dValue / 1024,
                  dressed.dFloor / 1024,
                  {}});
 
     WriteBenchPrinters(iManyPrinters);
     const double dMany = MedianOf(options.m_iRuns, [&] { return pss(VORA_TOOL); });
-    figures.Add({QStringLiteral("memory-printer"),
-                 QStringLiteral("memory per further printer, up to %1").arg(iManyPrinters),
-                 QStringLiteral("kB"),
+    figures.Add({u"memory-printer"_s,
+                 u"memory per further printer, up to %1"_s.arg(iManyPrinters),
+                 u"kB"_s,
                  (dMany - few.dValue) / (iManyPrinters - c_iFewPrinters),
                  {},
                  stBudget{stBudget::enValue, 40}});

@@ -3,6 +3,8 @@
 
 #include "ProcessFigures.h"
 
+#include "QtCompat.h"
+
 #include "ProcFile.h"
 
 #include <QDir>
@@ -35,7 +37,7 @@ double CpuMSec(pid_t pid)
 
 qint64 ThreadCpuNSec(pid_t pid, pid_t thread)
 {
-    const QByteArray text = ReadProcFile(QStringLiteral("/proc/%1/task/%2/schedstat").arg(pid).arg(thread));
+    const QByteArray text = ReadProcFile(u"/proc/%1/task/%2/schedstat"_s.arg(pid).arg(thread));
     if (text.isEmpty()) {
         qFatal("no CPU time of thread %d", thread);
     }
@@ -44,20 +46,20 @@ qint64 ThreadCpuNSec(pid_t pid, pid_t thread)
 
 qint64 MainThreadWaits(pid_t pid)
 {
-    return Number(QStringLiteral("/proc/%1/task/%1/status").arg(pid), "voluntary_ctxt_switches");
+    return Number(u"/proc/%1/task/%1/status"_s.arg(pid), "voluntary_ctxt_switches");
 }
 
 double PssKB(pid_t pid)
 {
-    return static_cast<double>(Number(QStringLiteral("/proc/%1/smaps_rollup").arg(pid), "Pss"));
+    return static_cast<double>(Number(u"/proc/%1/smaps_rollup"_s.arg(pid), "Pss"));
 }
 
 pid_t ThreadOf(pid_t pid, const QByteArray& name)
 {
-    const QDir folder(QStringLiteral("/proc/%1/task").arg(pid));
+    const QDir folder(u"/proc/%1/task"_s.arg(pid));
     const QStringList listThread = folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QString& strThread : listThread) {
-        if (ReadProcFile(folder.filePath(strThread) + QStringLiteral("/comm")).trimmed() == name) {
+        if (ReadProcFile(folder.filePath(strThread) + u"/comm"_s).trimmed() == name) {
             return strThread.toInt();
         }
     }

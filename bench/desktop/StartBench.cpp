@@ -39,7 +39,7 @@ void CheckTable(int iQuietMSec)
     tool.Start();
     WaitUntilIdle(static_cast<pid_t>(tool.Process().processId()), sinceStart, iQuietMSec);
     for (int i = 0; i < c_iWallPrinters; ++i) {
-        WaitUntil([&] { return tool.Cell(i, 3) == QStringLiteral("就绪"); }, "a complete table");
+        WaitUntil([&] { return tool.Cell(i, 3) == u"就绪"_s; }, "a complete table");
     }
 }
 
@@ -55,34 +55,29 @@ void BenchStart(const BenchOptions& options, Figures& figures)
     WriteBenchPrinters(c_iCpuPrinters);
     const stPair cpu = MedianPair(
         options.m_iRuns, [&] { return start(c_strTool).dCpuMSec; }, [&] { return start(c_strEmptyTray).dCpuMSec; });
-    figures.Add({QStringLiteral("start-cpu"), QStringLiteral("start, CPU time until idle, 10 printers"),
-                 QStringLiteral("ms"), cpu.dValue, cpu.dFloor, stBudget{stBudget::enRatio, 1.25}});
+    figures.Add({u"start-cpu"_s, u"start, CPU time until idle, 10 printers"_s, u"ms"_s, cpu.dValue, cpu.dFloor,
+                 stBudget{stBudget::enRatio, 1.25}});
 
     const stPair dressed = MedianPair(
         options.m_iRuns, [&] { return start(c_strTool).dCpuMSec; },
         [&] { return start(c_strEmptyTray, {QStringLiteral(VORA_ICON)}).dCpuMSec; });
-    figures.Add({QStringLiteral("start-cpu-dressed"),
-                 QStringLiteral("the same beside an empty program with the same icon and texts"),
-                 QStringLiteral("ms"),
+    figures.Add({u"start-cpu-dressed"_s,
+                 u"the same beside an empty program with the same icon and texts"_s,
+                 u"ms"_s,
                  dressed.dValue,
                  dressed.dFloor,
                  {}});
 
     const double dProcessList = MedianOf(options.m_iRuns, ProcessListMSec);
-    figures.Add({QStringLiteral("process-list"),
-                 QStringLiteral("the start's process-list command alone, wall time"),
-                 QStringLiteral("ms"),
-                 dProcessList,
-                 {},
-                 {}});
+    figures.Add(
+        {u"process-list"_s, u"the start's process-list command alone, wall time"_s, u"ms"_s, dProcessList, {}, {}});
 
     WriteBenchPrinters(c_iWallPrinters);
     CheckTable(iQuietMSec);
     const stPair wall = MedianPair(
         options.m_iRuns, [&] { return start(c_strTool).dWallMSec; }, [&] { return start(c_strEmptyTray).dWallMSec; });
-    figures.Add({QStringLiteral("start-wall"),
-                 QStringLiteral("start, wall time until the table is complete, 20 printers"), QStringLiteral("ms"),
-                 wall.dValue, wall.dFloor, stBudget{stBudget::enExcess, 1100}});
-    figures.Add({QStringLiteral("start-wall-rest"), QStringLiteral("the same without the process-list command"),
-                 QStringLiteral("ms"), wall.dValue - dProcessList, wall.dFloor, stBudget{stBudget::enExcess, 50}});
+    figures.Add({u"start-wall"_s, u"start, wall time until the table is complete, 20 printers"_s, u"ms"_s, wall.dValue,
+                 wall.dFloor, stBudget{stBudget::enExcess, 1100}});
+    figures.Add({u"start-wall-rest"_s, u"the same without the process-list command"_s, u"ms"_s,
+                 wall.dValue - dProcessList, wall.dFloor, stBudget{stBudget::enExcess, 50}});
 }

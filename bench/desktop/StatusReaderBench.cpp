@@ -52,8 +52,8 @@ void BenchStatusReader(const BenchOptions& options, Figures& figures)
         listPath.append(folder.StatusPath(BenchPrinterName(i)));
     }
     const stPair pair = MedianPair(
-        options.m_iRuns, [&] { return RunCpuMSec(VORA_STATUS, QStringList(QStringLiteral("--fields")) + listPath); },
+        options.m_iRuns, [&] { return RunCpuMSec(VORA_STATUS, QStringList(u"--fields"_s) + listPath); },
         [&] { return RunCpuMSec(VORA_READ_FILES, listPath); });
-    figures.Add({QStringLiteral("vora-status"), QStringLiteral("vora-status on %1 files, CPU time").arg(iFiles),
-                 QStringLiteral("ms"), pair.dValue, pair.dFloor, stBudget{stBudget::enRatio, 2}});
+    figures.Add({u"vora-status"_s, u"vora-status on %1 files, CPU time"_s.arg(iFiles), u"ms"_s, pair.dValue,
+                 pair.dFloor, stBudget{stBudget::enRatio, 2}});
 }

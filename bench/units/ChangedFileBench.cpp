@@ -128,9 +128,9 @@ void BenchChangedFile(const BenchOptions& options, Figures& figures)
         std::sort(listSeconds.begin(), listSeconds.end());
         return listSeconds[(listSeconds.size() - 1) * c_iPerCent / 100];
     };
-    figures.Add({QStringLiteral("changed-file"),
-                 QStringLiteral("changed file to signal, 99 % of %1 printers").arg(iPrinters),
-                 QStringLiteral("s"),
+    figures.Add({u"changed-file"_s,
+                 u"changed file to signal, 99 % of %1 printers"_s.arg(iPrinters),
+                 u"s"_s,
                  MedianOf(options.m_iRuns, rewrite),
                  {},
                  stBudget{stBudget::enValue, 1.1}});

@@ -81,10 +81,5 @@ void BenchDecode(const BenchOptions& options, Figures& figures)
     const auto build = [&] { BuildRecord(record, ready); };
     const stPair pair = MedianPair(
         options.m_iRuns, [&] { return CpuUSecOf(iCalls, decode); }, [&] { return CpuUSecOf(iCalls, build); });
-    figures.Add({QStringLiteral("decode"),
-                 QStringLiteral("decode and convert one rich reply"),
-                 QStringLiteral("µs"),
-                 pair.dValue,
-                 pair.dFloor,
-                 {}});
+    figures.Add({u"decode"_s, u"decode and convert one rich reply"_s, u"µs"_s, pair.dValue, pair.dFloor, {}});
 }

@@ -20,13 +20,13 @@ namespace {
 
 void WriteLine()
 {
-    WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("%s"), "Office: strFWVersion=2.14.03.20260918");
+    WriteStringLog(__FILE__, __LINE__, __func__, u"%s"_s, "Office: strFWVersion=2.14.03.20260918");
 }
 
 /// The system calls that a line costs as long as nothing is kept open between two lines.
 void OpenWriteClose()
 {
-    static const QByteArray s_path = QFile::encodeName(c_strToolPath + QStringLiteral("floor.log"));
+    static const QByteArray s_path = QFile::encodeName(c_strToolPath + u"floor.log"_s);
     static const QByteArray s_line(120, 'x');
     struct stat status = {};
     (void)::stat(s_path.constData(), &status);
@@ -46,7 +46,7 @@ void BenchLog(const BenchOptions& options, Figures& figures)
     const stPair pair = MedianPair(
         options.m_iRuns, [&] { return CpuUSecOf(iLines, WriteLine); },
         [&] { return CpuUSecOf(iLines, OpenWriteClose); });
-    figures.Add({QStringLiteral("log-line"), QStringLiteral("one log line, log on"), QStringLiteral("µs"), pair.dValue,
-                 pair.dFloor, stBudget{stBudget::enValue, 25}});
+    figures.Add(
+        {u"log-line"_s, u"one log line, log on"_s, u"µs"_s, pair.dValue, pair.dFloor, stBudget{stBudget::enValue, 25}});
     SetLogEnable(false);
 }

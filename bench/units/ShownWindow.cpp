@@ -44,7 +44,7 @@ bool ShownWindow::HasReadyPrinters(int iCount) const
         return false;
     }
     for (int i = 0; i < iCount; ++i) {
-        if (m_pTable->item(i, c_iStateColumn)->text() != QStringLiteral("就绪")) {
+        if (m_pTable->item(i, c_iStateColumn)->text() != u"就绪"_s) {
             return false;
         }
     }

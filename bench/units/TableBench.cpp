@@ -61,9 +61,9 @@ void BenchStatusReport(const BenchOptions& options, Figures& figures)
         ChangeState(window.m_widget, iRow);
         window.m_widget.SlotUpdatePrinterStatus(iRow);
     };
-    figures.Add({QStringLiteral("status-report"),
-                 QStringLiteral("one status report into the table, window shown"),
-                 QStringLiteral("µs"),
+    figures.Add({u"status-report"_s,
+                 u"one status report into the table, window shown"_s,
+                 u"µs"_s,
                  MedianOf(options.m_iRuns, [&] { return CpuUSecOf(iReports, report); }),
                  {},
                  stBudget{stBudget::enValue, 100}});
@@ -72,9 +72,9 @@ void BenchStatusReport(const BenchOptions& options, Figures& figures)
         report();
         window.WaitForPaint();
     };
-    figures.Add({QStringLiteral("status-report-painted"),
-                 QStringLiteral("the same and its painting, one by one"),
-                 QStringLiteral("µs"),
+    figures.Add({u"status-report-painted"_s,
+                 u"the same and its painting, one by one"_s,
+                 u"µs"_s,
                  MedianOf(options.m_iRuns, [&] { return CpuUSecOf(iReports, reportAndPaint); }),
                  {},
                  {}});
@@ -90,9 +90,9 @@ void BenchListReport(const BenchOptions& options, Figures& figures)
         window.m_widget.SlotUpdatePrinterList();
         window.WaitForPaint();
     };
-    figures.Add({QStringLiteral("list-report"),
-                 QStringLiteral("list report of %1 printers into the table, painting included").arg(iPrinters),
-                 QStringLiteral("ms"),
+    figures.Add({u"list-report"_s,
+                 u"list report of %1 printers into the table, painting included"_s.arg(iPrinters),
+                 u"ms"_s,
                  MedianOf(options.m_iRuns, [&] { return CpuUSecOf(1, reportAndPaint) / 1000; }),
                  {},
                  stBudget{stBudget::enValue, 30}});
@@ -101,9 +101,9 @@ void BenchListReport(const BenchOptions& options, Figures& figures)
 void BenchWorkerStart(const BenchOptions& options, Figures& figures)
 {
     const int iPrinters = options.FullOrQuick(1000, 20);
-    figures.Add({QStringLiteral("worker-start"),
-                 QStringLiteral("longest silence of the window while %1 workers start").arg(iPrinters),
-                 QStringLiteral("ms"),
+    figures.Add({u"worker-start"_s,
+                 u"longest silence of the window while %1 workers start"_s.arg(iPrinters),
+                 u"ms"_s,
                  MedianOf(options.m_iRuns, [&] { return LongestSilenceMSec(iPrinters); }),
                  {},
                  stBudget{stBudget::enValue, 100}});

@@ -6,9 +6,9 @@
 
 namespace {
 
-const QString c_strPrinter = QStringLiteral("Office");
-const QString c_strNoPaper = QStringLiteral("进纸托盘处无纸,请放入纸张"); // error 0x6100
-const QString c_strInkLow = QStringLiteral("墨水量低");                   // warning 0x6160
+const QString c_strPrinter = u"Office"_s;
+const QString c_strNoPaper = u"进纸托盘处无纸,请放入纸张"_s; // error 0x6100
+const QString c_strInkLow = u"墨水量低"_s;                   // warning 0x6160
 
 } // namespace
 
@@ -37,11 +37,11 @@ void tst_Balloon::ownBalloon()
     StartWithRowsTray();
     const Tool& tool = *m_tool;
     const auto labels = [&] {
-        QStringList listText = tool.Access().Names(tool.Class(), QStringLiteral("label"));
+        QStringList listText = tool.Access().Names(tool.Class(), u"label"_s);
         listText.removeAll(QString());
         return listText;
     };
-    QTRY_COMPARE(tool.Cell(0, 3), QStringLiteral("就绪"));
+    QTRY_COMPARE(tool.Cell(0, 3), u"就绪"_s);
     QVERIFY(!tool.Popup());
     HideWindow();
 
@@ -65,24 +65,24 @@ void tst_Balloon::notificationServer()
     QVERIFY(server.Start());
     WriteReadyPrinters({c_strPrinter});
     StartWithTray(TrayHost::enXfcePanel);
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
-    QCOMPARE(server.Last(QStringLiteral("summary")), QString());
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
+    QCOMPARE(server.Last(u"summary"_s), QString());
     HideWindow();
 
     WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
-    QTRY_COMPARE(server.Last(QStringLiteral("body")), c_strInkLow);
-    QCOMPARE(server.Last(QStringLiteral("summary")), c_strPrinter);
-    QCOMPARE(server.Last(QStringLiteral("timeout")), QStringLiteral("3000"));
-    QCOMPARE(server.Last(QStringLiteral("icon")), QStringLiteral("dialog-warning"));
+    QTRY_COMPARE(server.Last(u"body"_s), c_strInkLow);
+    QCOMPARE(server.Last(u"summary"_s), c_strPrinter);
+    QCOMPARE(server.Last(u"timeout"_s), u"3000"_s);
+    QCOMPARE(server.Last(u"icon"_s), u"dialog-warning"_s);
 
     WriteStatus(c_strPrinter, Reply(0x00, {0x6100}, {0x6160}));
-    QTRY_COMPARE(server.Last(QStringLiteral("body")), c_strNoPaper);
-    QCOMPARE(server.Last(QStringLiteral("summary")), c_strPrinter);
-    QCOMPARE(server.Last(QStringLiteral("timeout")), QStringLiteral("3000"));
-    QCOMPARE(server.Last(QStringLiteral("icon")), QStringLiteral("dialog-error"));
-    QTRY_VERIFY(!Desktop::Windows(QStringLiteral("Dunst")).isEmpty());
+    QTRY_COMPARE(server.Last(u"body"_s), c_strNoPaper);
+    QCOMPARE(server.Last(u"summary"_s), c_strPrinter);
+    QCOMPARE(server.Last(u"timeout"_s), u"3000"_s);
+    QCOMPARE(server.Last(u"icon"_s), u"dialog-error"_s);
+    QTRY_VERIFY(!Desktop::Windows(u"Dunst"_s).isEmpty());
 
-    QTRY_VERIFY_WITH_TIMEOUT(Desktop::Windows(QStringLiteral("Dunst")).isEmpty(), 6000);
+    QTRY_VERIFY_WITH_TIMEOUT(Desktop::Windows(u"Dunst"_s).isEmpty(), 6000);
     QVERIFY(m_tray->ShowWindow(*m_tool));
 }
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-const QString c_strStarter = QStringLiteral("/tmp/login/vora-login-start");
+const QString c_strStarter = u"/tmp/login/vora-login-start"_s;
 
 /// A program on a desktop of which a part is missing.
 class Program : public QProcess
@@ -61,7 +61,7 @@ void tst_BareDesktop::toolTellsThatThereIsNoDisplay()
     QFETCH(const QByteArray, display);
     Program tool(QStringLiteral(VORA_TOOL));
     QProcessEnvironment environment = tool.processEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(display));
+    environment.insert(u"DISPLAY"_s, QString::fromLatin1(display));
     tool.setProcessEnvironment(environment);
     tool.start();
     QVERIFY(tool.waitForFinished());
@@ -74,8 +74,7 @@ void tst_BareDesktop::toolTellsThatThereIsNoDisplay()
 
 void tst_BareDesktop::starterWaitsWithoutDisplayAndBus()
 {
-    Program starter(QStringLiteral(VORA_LOGIN_START),
-                    {QStringLiteral("DISPLAY"), QStringLiteral("DBUS_SESSION_BUS_ADDRESS")});
+    Program starter(QStringLiteral(VORA_LOGIN_START), {u"DISPLAY"_s, u"DBUS_SESSION_BUS_ADDRESS"_s});
     starter.start();
     QVERIFY(!starter.waitForFinished(800));
     QCOMPARE(starter.readAll(), QByteArray());
@@ -86,7 +85,7 @@ void tst_BareDesktop::starterTellsThatTheToolIsMissing()
 {
     m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
     QVERIFY(m_tray->Start());
-    QDir().mkpath(QStringLiteral("/tmp/login"));
+    QDir().mkpath(u"/tmp/login"_s);
     QVERIFY(QFile::exists(c_strStarter) || QFile::copy(QStringLiteral(VORA_LOGIN_START), c_strStarter));
     Program starter(c_strStarter);
     starter.start();
@@ -105,12 +104,12 @@ void tst_BareDesktop::toolRunsWithoutBusAndThemes()
         qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
         qunsetenv("XDG_DATA_DIRS");
     });
-    FakeProgram(QStringLiteral("cancel"), "touch /tmp/cancelled\n");
-    WriteReadyPrinters({QStringLiteral("Office")});
+    FakeProgram(u"cancel"_s, "touch /tmp/cancelled\n");
+    WriteReadyPrinters({u"Office"_s});
     m_tool->Start();
     QTRY_VERIFY(m_tool->MainWindow());
-    WriteStatus(QStringLiteral("Office"), Reply(0x03, {0x6100})); // with a message, which nobody shows
-    QTRY_VERIFY(QFile::exists(QStringLiteral("/tmp/cancelled")));
+    WriteStatus(u"Office"_s, Reply(0x03, {0x6100})); // with a message, which nobody shows
+    QTRY_VERIFY(QFile::exists(u"/tmp/cancelled"_s));
     Desktop::CloseWindow(*m_tool->MainWindow());
     QTRY_VERIFY(!m_tool->MainWindow());
     QCOMPARE(m_tool->Process().state(), QProcess::Running);
@@ -119,13 +118,13 @@ void tst_BareDesktop::toolRunsWithoutBusAndThemes()
 
 void tst_BareDesktop::toolRunsWithoutNotificationServer()
 {
-    WriteReadyPrinters({QStringLiteral("Office")});
+    WriteReadyPrinters({u"Office"_s});
     StartWithTray(TrayHost::enXfcePanel);
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
-    WriteStatus(QStringLiteral("Office"), Reply(0x00, {0x6100}));
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("进纸托盘处无纸,请放入纸张"));
-    WriteStatus(QStringLiteral("Office"), Reply());
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
+    WriteStatus(u"Office"_s, Reply(0x00, {0x6100}));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"进纸托盘处无纸,请放入纸张"_s);
+    WriteStatus(u"Office"_s, Reply());
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
     QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
     ExitByMenu();
 }

@@ -6,20 +6,20 @@
 
 namespace {
 
-const QString c_strTrace = QStringLiteral("/tmp/calls.txt");
+const QString c_strTrace = u"/tmp/calls.txt"_s;
 constexpr int c_iPrinters = 10;
 
 qint64 Waits(qint64 iPid)
 {
-    return ProcNumber(ReadProcFile(QStringLiteral("/proc/%1/task/%1/status").arg(iPid)), "voluntary_ctxt_switches");
+    return ProcNumber(ReadProcFile(u"/proc/%1/task/%1/status"_s.arg(iPid)), "voluntary_ctxt_switches");
 }
 
 /// The thread of that name; empty when there is none.
 QByteArray ThreadOf(qint64 iPid, const QByteArray& name)
 {
-    const QDir folder(QStringLiteral("/proc/%1/task").arg(iPid));
+    const QDir folder(u"/proc/%1/task"_s.arg(iPid));
     for (const QString& strThread : folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        if (ReadProcFile(folder.filePath(strThread) + QStringLiteral("/comm")).trimmed() == name) {
+        if (ReadProcFile(folder.filePath(strThread) + u"/comm"_s).trimmed() == name) {
             return strThread.toLatin1();
         }
     }
@@ -50,7 +50,7 @@ void tst_Counts::init()
 {
     QStringList listName;
     for (int i = 0; i < c_iPrinters; ++i) {
-        listName.append(QStringLiteral("Printer%1").arg(i));
+        listName.append(u"Printer%1"_s.arg(i));
     }
     WriteReadyPrinters(listName);
 }
@@ -76,8 +76,8 @@ void tst_Counts::Start(const QStringList& listCommand)
 void tst_Counts::passesThatFindNothingNew()
 {
     QFile::remove(c_strTrace);
-    Start({QStringLiteral("strace"), QStringLiteral("-D"), QStringLiteral("-f"), QStringLiteral("-qq"),
-           QStringLiteral("-o"), c_strTrace, QStringLiteral(VORA_TOOL)}); // strace leaves it its number
+    Start({u"strace"_s, u"-D"_s, u"-f"_s, u"-qq"_s, u"-o"_s, c_strTrace,
+           QStringLiteral(VORA_TOOL)}); // strace leaves it its number
     const QByteArray poller = ThreadOf(m_process.processId(), "vora-status-0") + ' ';
     const QByteArray lister = ThreadOf(m_process.processId(), "vora-devices") + ' ';
 
@@ -112,7 +112,7 @@ void tst_Counts::windowSleeps_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("shown") << QStringList();
-    QTest::newRow("hidden") << QStringList(QStringLiteral("-hide"));
+    QTest::newRow("hidden") << QStringList(u"-hide"_s);
 }
 
 /// While the workers look at their files twenty times and more.

@@ -21,7 +21,7 @@ private:
     void Exit();
 
     /// Whether the program destroyed its global objects, which a thread that it left behind may still use.
-    static bool AreGlobalsDestroyed() { return QFile::exists(QStringLiteral("/tmp/globals-destroyed")); }
+    static bool AreGlobalsDestroyed() { return QFile::exists(u"/tmp/globals-destroyed"_s); }
 
     QStringList m_listBefore; ///< the processes without the program
 };
@@ -32,7 +32,7 @@ void tst_Exit::Start()
     QVERIFY(m_tray->Start());
     QCOMPARE(m_tool->RowCount(), 0); // starts the accessibility service
     m_listBefore = Desktop::ProcessNames();
-    QFile::remove(QStringLiteral("/tmp/globals-destroyed"));
+    QFile::remove(u"/tmp/globals-destroyed"_s);
     Preload(VORA_TELL_DESTRUCTION);
     m_tool->Start();
     qunsetenv("LD_PRELOAD");
@@ -78,12 +78,12 @@ void tst_Exit::manyPrinters()
 {
     QStringList listName;
     for (int i = 0; i < 200; ++i) {
-        listName.append(QStringLiteral("Printer%1").arg(i));
+        listName.append(u"Printer%1"_s.arg(i));
     }
     WriteReadyPrinters(listName);
     Start();
     QTRY_COMPARE(m_tool->RowCount(), 200);
-    QTRY_COMPARE(m_tool->Cell(199, 3), QStringLiteral("就绪"));
+    QTRY_COMPARE(m_tool->Cell(199, 3), u"就绪"_s);
     Exit();
     QVERIFY(AreGlobalsDestroyed());
     QCOMPARE(Desktop::ProcessNames(), m_listBefore);
@@ -92,10 +92,10 @@ void tst_Exit::manyPrinters()
 void tst_Exit::commandHangs()
 {
     FakeHangingCancel();
-    WriteReadyPrinters({QStringLiteral("Office")});
+    WriteReadyPrinters({u"Office"_s});
     Start();
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
-    WriteStatus(QStringLiteral("Office"), Reply(0x03));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
+    WriteStatus(u"Office"_s, Reply(0x03));
     QTRY_VERIFY(IsCancelRunning());
     Exit();
     QVERIFY(!AreGlobalsDestroyed());

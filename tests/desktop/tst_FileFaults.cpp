@@ -14,9 +14,9 @@
 
 namespace {
 
-const QString c_strReady = QStringLiteral("就绪");
-const QString c_strOffline = QStringLiteral("脱机");
-const QString c_strToolFolder = QStringLiteral(VORA_PACKAGE_PATH "tool");
+const QString c_strReady = u"就绪"_s;
+const QString c_strOffline = u"脱机"_s;
+const QString c_strToolFolder = u"" VORA_PACKAGE_PATH "tool"_s;
 
 /// What is wrong with a status file and what the program shows of its printer after a while. A file that is there and
 /// cannot be used is one failed read until its time changes; only one that is missing fails each time, which makes its
@@ -26,7 +26,7 @@ struct stFault
     QString strName;
     std::function<bool(const QString& strPath)> put;
     QString strState;
-    QString strInk = QStringLiteral("青色：高   红色：中   黄色：较低   黑色：低");
+    QString strInk = u"青色：高   红色：中   黄色：较低   黑色：低"_s;
 };
 
 QList<stFault> Faults(const QByteArray& scanning)
@@ -35,31 +35,30 @@ QList<stFault> Faults(const QByteArray& scanning)
         return [strTarget](const QString& strPath) { return QFile::link(strTarget, strPath); };
     };
     return {
-        {QStringLiteral("Fifo"),
-         [](const QString& strPath) { return ::mkfifo(QFile::encodeName(strPath).constData(), 0666) == 0; },
+        {u"Fifo"_s, [](const QString& strPath) { return ::mkfifo(QFile::encodeName(strPath).constData(), 0666) == 0; },
          c_strReady},
-        {QStringLiteral("Folder"), [](const QString& strPath) { return QDir().mkdir(strPath); }, c_strReady},
-        {QStringLiteral("Zeros"), link(QStringLiteral("/dev/zero")), c_strReady},
-        {QStringLiteral("Terminal"), link(QStringLiteral("/dev/ptmx")), c_strReady},
-        {QStringLiteral("Dangling"), link(QStringLiteral("/nowhere")), c_strOffline},
-        {QStringLiteral("Loop"), [](const QString& strPath) { return QFile::link(strPath, strPath); }, c_strOffline},
-        {QStringLiteral("Forbidden"),
+        {u"Folder"_s, [](const QString& strPath) { return QDir().mkdir(strPath); }, c_strReady},
+        {u"Zeros"_s, link(u"/dev/zero"_s), c_strReady},
+        {u"Terminal"_s, link(u"/dev/ptmx"_s), c_strReady},
+        {u"Dangling"_s, link(u"/nowhere"_s), c_strOffline},
+        {u"Loop"_s, [](const QString& strPath) { return QFile::link(strPath, strPath); }, c_strOffline},
+        {u"Forbidden"_s,
          [scanning](const QString& strPath) {
              return WriteFile(strPath, scanning) && QFile::setPermissions(strPath, {});
          },
          c_strReady},
-        {QStringLiteral("Empty"), [](const QString& strPath) { return WriteFile(strPath, {}); }, c_strReady},
-        {QStringLiteral("CutOff"),
-         [scanning](const QString& strPath) { return WriteFile(strPath, scanning.chopped(1)); }, c_strReady},
-        {QStringLiteral("Missing"), [](const QString&) { return true; }, c_strOffline},
-        {QStringLiteral("Sparse"),
+        {u"Empty"_s, [](const QString& strPath) { return WriteFile(strPath, {}); }, c_strReady},
+        {u"CutOff"_s, [scanning](const QString& strPath) { return WriteFile(strPath, scanning.chopped(1)); },
+         c_strReady},
+        {u"Missing"_s, [](const QString&) { return true; }, c_strOffline},
+        {u"Sparse"_s,
          [scanning](const QString& strPath) {
              return WriteFile(strPath, scanning) && QFile::resize(strPath, qint64(4) * 1024 * 1024 * 1024);
          },
-         QStringLiteral("正在扫描")},
+         u"正在扫描"_s},
         // A reply of zeros is well-formed: ready, and no ink.
-        {QStringLiteral("Nul"), [](const QString& strPath) { return WriteFile(strPath, QByteArray(512, '\0')); },
-         c_strReady, QStringLiteral("青色：无   红色：无   黄色：无   黑色：无")},
+        {u"Nul"_s, [](const QString& strPath) { return WriteFile(strPath, QByteArray(512, '\0')); }, c_strReady,
+         u"青色：无   红色：无   黄色：无   黑色：无"_s},
     };
 }
 
@@ -89,11 +88,11 @@ void tst_FileFaults::initTestCase()
 {
     ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
     ::prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
-    const QString strPath = QStringLiteral("/tmp/forbidden");
+    const QString strPath = u"/tmp/forbidden"_s;
     QVERIFY(WriteFile(strPath, "secret"));
-    QCOMPARE(Desktop::Run(QStringLiteral("cat"), {strPath}), QStringLiteral("secret"));
+    QCOMPARE(Desktop::Run(u"cat"_s, {strPath}), u"secret"_s);
     QVERIFY(QFile::setPermissions(strPath, {}));
-    QCOMPARE(Desktop::Run(QStringLiteral("cat"), {strPath}), QString());
+    QCOMPARE(Desktop::Run(u"cat"_s, {strPath}), QString());
 }
 
 void tst_FileFaults::PutFaults(const QList<stFault>& listFault)
@@ -134,7 +133,7 @@ void tst_FileFaults::faultStaysWithItsPrinter()
         WriteStatus(strName, Reply(0x12));
     }
     for (int iRow = 1; iRow <= listName.size(); ++iRow) {
-        QTRY_COMPARE_WITH_TIMEOUT(State(iRow), QStringLiteral("正在复印"), c_iTimeOutMSec);
+        QTRY_COMPARE_WITH_TIMEOUT(State(iRow), u"正在复印"_s, c_iTimeOutMSec);
     }
     PutFaults(listFault);
     CheckNeighbour();
@@ -144,14 +143,14 @@ void tst_FileFaults::faultStaysWithItsPrinter()
 void tst_FileFaults::fileChangesBeforeItIsOpened_data()
 {
     QTest::addColumn<QString>("strSwitch");
-    QTest::newRow("vanishes") << QStringLiteral("/tmp/vanish");
-    QTest::newRow("becomes a FIFO") << QStringLiteral("/tmp/become-fifo");
+    QTest::newRow("vanishes") << u"/tmp/vanish"_s;
+    QTest::newRow("becomes a FIFO") << u"/tmp/become-fifo"_s;
 }
 
 void tst_FileFaults::fileChangesBeforeItIsOpened()
 {
     QFETCH(QString, strSwitch);
-    const QString strName = QStringLiteral("Changing");
+    const QString strName = u"Changing"_s;
     Preload(VORA_CHANGE_BEFORE_OPEN);
     StartBeside({strName});
     qunsetenv("LD_PRELOAD");
@@ -164,17 +163,17 @@ void tst_FileFaults::fileChangesBeforeItIsOpened()
     QCOMPARE(State(1), c_strReady);
     QVERIFY(QFile::remove(strSwitch));
     WriteStatus(strName, Reply(0x11));
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), QStringLiteral("正在扫描"), c_iTimeOutMSec);
+    QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在扫描"_s, c_iTimeOutMSec);
     CheckAnswersAndExit();
 }
 
 void tst_FileFaults::everyOtherTimeStampCounts()
 {
-    const QString strName = QStringLiteral("Office");
+    const QString strName = u"Office"_s;
     const QDateTime dtNoon(QDate(2026, 3, 1), QTime(12, 0));
     // The time first, so that the program never sees the new reply with the time of its writing.
     const auto write = [&](quint8 byStatus, const QDateTime& dtModified) {
-        const QString strNewPath = m_folder.StatusPath(QStringLiteral("new"));
+        const QString strNewPath = m_folder.StatusPath(u"new"_s);
         return WriteFile(strNewPath, EncodeStatusReply(Reply(byStatus))) &&
                SetModificationTime(strNewPath, dtModified) &&
                std::rename(QFile::encodeName(strNewPath).constData(), QFile::encodeName(StatusPath(1)).constData()) ==
@@ -182,30 +181,30 @@ void tst_FileFaults::everyOtherTimeStampCounts()
     };
     StartBeside({strName});
     QVERIFY(write(0x10, dtNoon));
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), QStringLiteral("正在打印"), c_iTimeOutMSec);
+    QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在打印"_s, c_iTimeOutMSec);
     QVERIFY(write(0x11, dtNoon.addSecs(-3600))); // the clock was set back
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), QStringLiteral("正在扫描"), c_iTimeOutMSec);
+    QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在扫描"_s, c_iTimeOutMSec);
     QVERIFY(write(0x12, QDateTime(QDate(1971, 1, 1), QTime(0, 0))));
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), QStringLiteral("正在复印"), c_iTimeOutMSec);
+    QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在复印"_s, c_iTimeOutMSec);
     QVERIFY(write(0x02, dtNoon));
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), QStringLiteral("忙碌"), c_iTimeOutMSec);
+    QTRY_COMPARE_WITH_TIMEOUT(State(1), u"忙碌"_s, c_iTimeOutMSec);
 
     QVERIFY(write(0x10, dtNoon)); // the same time: unchanged, as far as anybody can see
     CheckNeighbour();
-    QCOMPARE(State(1), QStringLiteral("忙碌"));
+    QCOMPARE(State(1), u"忙碌"_s);
     QVERIFY(SetModificationTime(StatusPath(1), dtNoon.addMSecs(1)));
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), QStringLiteral("正在打印"), c_iTimeOutMSec);
+    QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在打印"_s, c_iTimeOutMSec);
     CheckAnswersAndExit();
 }
 
 void tst_FileFaults::folderIsRemovedAndMadeAgain()
 {
-    const QString strName = QStringLiteral("Office");
+    const QString strName = u"Office"_s;
     StartBeside({strName});
     QVERIFY(QDir(m_folder.Path()).removeRecursively());
     QTRY_COMPARE_WITH_TIMEOUT(m_tool->RowCount(), 0, c_iTimeOutMSec);
     QVERIFY(QDir().mkdir(m_folder.Path()));
-    WriteReadyPrinters({QStringLiteral("Neighbour"), strName});
+    WriteReadyPrinters({u"Neighbour"_s, strName});
     QTRY_COMPARE_WITH_TIMEOUT(State(1), c_strReady, c_iTimeOutMSec);
     CheckNeighbour();
     QVERIFY(QDir(m_folder.Path()).removeRecursively());
@@ -229,19 +228,19 @@ void tst_FileFaults::toolFolderWithoutRoom()
     QFETCH(QByteArray, fill);
     QFETCH(bool, running);
     QVERIFY(QDir().mkpath(c_strToolFolder));
-    WriteReadyPrinters({QStringLiteral("Office")});
-    FakeProgram(QStringLiteral("ps"), "echo '1 ? 00:00:00 VoraPrinterTool\n2 ? 00:00:00 VoraPrinterTool'\n");
-    FakeProgram(QStringLiteral("VoraPrinterTool"), "exec bwrap --die-with-parent --dev-bind / / " + mount +
-                                                       " -- sh -c '" + fill + " 2> /dev/null; exec " VORA_TOOL "'\n");
-    m_tool = std::make_unique<Tool>(QStringLiteral("VoraPrinterTool"));
+    WriteReadyPrinters({u"Office"_s});
+    FakeProgram(u"ps"_s, "echo '1 ? 00:00:00 VoraPrinterTool\n2 ? 00:00:00 VoraPrinterTool'\n");
+    FakeProgram(u"VoraPrinterTool"_s, "exec bwrap --die-with-parent --dev-bind / / " + mount + " -- sh -c '" + fill +
+                                          " 2> /dev/null; exec " VORA_TOOL "'\n");
+    m_tool = std::make_unique<Tool>(u"VoraPrinterTool"_s);
     QTRY_VERIFY(Desktop::Windows(m_tool->Class()).isEmpty()); // the row before ends a moment after its bwrap
     m_tool->Start();
     QTRY_VERIFY_WITH_TIMEOUT(!Desktop::Windows(m_tool->Class()).isEmpty(), c_iTimeOutMSec);
     QCOMPARE(m_tool->MainWindow().has_value(), !running);
     if (!running) {
-        QTRY_COMPARE_WITH_TIMEOUT(State(0), QStringLiteral("就绪"), c_iTimeOutMSec);
+        QTRY_COMPARE_WITH_TIMEOUT(State(0), u"就绪"_s, c_iTimeOutMSec);
     }
-    QFile::remove(QStringLiteral("/tmp/fake-programs/ps")); // `ps` is what the other tests need
+    QFile::remove(u"/tmp/fake-programs/ps"_s); // `ps` is what the other tests need
 }
 
 QTEST_GUILESS_MAIN(tst_FileFaults)

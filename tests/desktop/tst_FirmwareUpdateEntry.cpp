@@ -5,22 +5,20 @@
 
 namespace {
 
-const QString c_strUpdateTool = QStringLiteral("/opt/vora/vora-printer-k507/bin/voraK507FW");
+const QString c_strUpdateTool = u"/opt/vora/vora-printer-k507/bin/voraK507FW"_s;
 
 /// The running update tools: number, parent's number and command line of each.
 QStringList UpdateTools()
 {
-    const QString strList = Desktop::Run(
-        QStringLiteral("ps"), {QStringLiteral("-A"), QStringLiteral("-o"), QStringLiteral("pid=,ppid=,args=")});
-    return strList.split(QLatin1Char('\n')).filter(QStringLiteral("voraK507FW"));
+    const QString strList = Desktop::Run(u"ps"_s, {u"-A"_s, u"-o"_s, u"pid=,ppid=,args="_s});
+    return strList.split(QLatin1Char('\n')).filter(u"voraK507FW"_s);
 }
 
 /// Children of any process that have ended and that nobody has asked about.
 QStringList Zombies()
 {
-    const QString strList = Desktop::Run(
-        QStringLiteral("ps"), {QStringLiteral("-A"), QStringLiteral("-o"), QStringLiteral("stat=,ppid=,comm=")});
-    return strList.split(QLatin1Char('\n')).filter(QRegularExpression(QStringLiteral("^Z")));
+    const QString strList = Desktop::Run(u"ps"_s, {u"-A"_s, u"-o"_s, u"stat=,ppid=,comm="_s});
+    return strList.split(QLatin1Char('\n')).filter(QRegularExpression(u"^Z"_s));
 }
 
 QString Field(const QString& strLine, int iField)
@@ -30,7 +28,7 @@ QString Field(const QString& strLine, int iField)
 
 void EndProcess(const QString& strId)
 {
-    Desktop::Run(QStringLiteral("kill"), {strId});
+    Desktop::Run(u"kill"_s, {strId});
 }
 
 } // namespace
@@ -48,7 +46,7 @@ private slots:
 void tst_FirmwareUpdateEntry::eachClickStartsOneMoreTool()
 {
     QVERIFY(WriteScript(c_strUpdateTool, "read line < /tmp/nobody-writes\n"));
-    Desktop::Run(QStringLiteral("mkfifo"), {QStringLiteral("/tmp/nobody-writes")});
+    Desktop::Run(u"mkfifo"_s, {u"/tmp/nobody-writes"_s});
 
     StartWithTray();
     const QString strToolId = QString::number(m_tool->Process().processId());
@@ -77,7 +75,7 @@ void tst_FirmwareUpdateEntry::missingToolIsNoMatter()
     QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuUpdateTool));
     QTRY_VERIFY(!m_tray->Menu(*m_tool));
     QVERIFY(m_tray->OpenMenu(*m_tool)); // the choice is dealt with by then
-    Desktop::PressKey(QStringLiteral("Escape"));
+    Desktop::PressKey(u"Escape"_s);
     QTRY_VERIFY(!m_tray->Menu(*m_tool));
 
     QCOMPARE(Desktop::Windows(m_tool->Class()).size(), 2); // the window and the icon

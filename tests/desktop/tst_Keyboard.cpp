@@ -42,29 +42,28 @@ bool tst_Keyboard::PressUntil(const QString& strKey, const QString& strName)
 void tst_Keyboard::settingsAndTableAreReached()
 {
     m_tool->Access().HearFocus(this, SLOT(Hear(QDBusMessage))); // before the start: Qt 5 asks for listeners but once
-    WriteReadyPrinters({QStringLiteral("Office"), QStringLiteral("Lab")});
+    WriteReadyPrinters({u"Office"_s, u"Lab"_s});
     StartWithTray();
-    QTRY_COMPARE(m_tool->Cell(1, 3), QStringLiteral("就绪"));
-    QVERIFY(PressUntil(QStringLiteral("Down"), QStringLiteral("Lab")));
-    QVERIFY(PressUntil(QStringLiteral("Right"), QStringLiteral("就绪")));
+    QTRY_COMPARE(m_tool->Cell(1, 3), u"就绪"_s);
+    QVERIFY(PressUntil(u"Down"_s, u"Lab"_s));
+    QVERIFY(PressUntil(u"Right"_s, u"就绪"_s));
     HideWindow();
 
     QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuSettings));
     QTRY_VERIFY(m_tool->SettingsWindow());
     QTRY_COMPARE(Desktop::ActiveWindow(), m_tool->SettingsWindow()->strId);
     const auto isChecked = [this] {
-        const auto box =
-            m_tool->Access().Find(m_tool->Class(), QStringLiteral("check box"), QStringLiteral("开机启动"));
+        const auto box = m_tool->Access().Find(m_tool->Class(), u"check box"_s, u"开机启动"_s);
         return box && m_tool->Access().IsChecked(*box);
     };
-    QVERIFY(PressUntil(QStringLiteral("Tab"), QStringLiteral("确定")));
-    QVERIFY(PressUntil(QStringLiteral("Tab"), QStringLiteral("取消")));
-    QVERIFY(PressUntil(QStringLiteral("Tab"), QStringLiteral("开机启动")));
+    QVERIFY(PressUntil(u"Tab"_s, u"确定"_s));
+    QVERIFY(PressUntil(u"Tab"_s, u"取消"_s));
+    QVERIFY(PressUntil(u"Tab"_s, u"开机启动"_s));
     QVERIFY(!isChecked());
-    Desktop::PressKey(QStringLiteral("space"));
+    Desktop::PressKey(u"space"_s);
     QTRY_VERIFY(isChecked());
-    QVERIFY(PressUntil(QStringLiteral("Tab"), QStringLiteral("取消")));
-    Desktop::PressKey(QStringLiteral("space"));
+    QVERIFY(PressUntil(u"Tab"_s, u"取消"_s));
+    Desktop::PressKey(u"space"_s);
     QTRY_VERIFY(!m_tool->SettingsWindow());
 }
 
@@ -73,12 +72,10 @@ void tst_Keyboard::messageBoxIsLeftByEnter()
     StartWithTray();
     Tool second;
     second.Start();
-    const auto box = [&] {
-        return second.Access().Find(second.Class(), QStringLiteral("push button"), QStringLiteral("确  定"));
-    };
+    const auto box = [&] { return second.Access().Find(second.Class(), u"push button"_s, u"确  定"_s); };
     QTRY_VERIFY(box());
     QTRY_VERIFY(!Desktop::ActiveWindow().isEmpty() && Desktop::ActiveWindow() != m_tool->MainWindow()->strId);
-    Desktop::PressKey(QStringLiteral("Return"));
+    Desktop::PressKey(u"Return"_s);
     QVERIFY(second.Process().waitForFinished(5000));
     QCOMPARE(second.Process().exitCode(), 0);
 }

@@ -4,7 +4,7 @@
 #include "DesktopTest.h"
 
 namespace {
-const QString c_strCalls = QStringLiteral("/tmp/cancel-calls");
+const QString c_strCalls = u"/tmp/cancel-calls"_s;
 } // namespace
 
 /// The program in the user's locale, whose encoding file names and commands do not follow.
@@ -20,14 +20,13 @@ private slots:
 
 void tst_Locale::initTestCase()
 {
-    FakeProgram(QStringLiteral("cancel"), "printf '%s\\n' \"$@\" >> " + c_strCalls.toLocal8Bit() + "\n");
-    const QString strFolder = QStringLiteral("/tmp/locale");
+    FakeProgram(u"cancel"_s, "printf '%s\\n' \"$@\" >> " + c_strCalls.toLocal8Bit() + "\n");
+    const QString strFolder = u"/tmp/locale"_s;
     QVERIFY(QDir().mkpath(strFolder));
-    for (const QString& strCharset : {QStringLiteral("UTF-8"), QStringLiteral("GB18030")}) {
-        const QString strLocale = strFolder + QStringLiteral("/zh_CN.") + strCharset;
-        Desktop::Run(QStringLiteral("localedef"),
-                     {QStringLiteral("-i"), QStringLiteral("zh_CN"), QStringLiteral("-f"), strCharset, strLocale});
-        QVERIFY(QFile::exists(strLocale + QStringLiteral("/LC_CTYPE")));
+    for (const QString& strCharset : {u"UTF-8"_s, u"GB18030"_s}) {
+        const QString strLocale = strFolder + u"/zh_CN."_s + strCharset;
+        Desktop::Run(u"localedef"_s, {u"-i"_s, u"zh_CN"_s, u"-f"_s, strCharset, strLocale});
+        QVERIFY(QFile::exists(strLocale + u"/LC_CTYPE"_s));
     }
     qputenv("LOCPATH", strFolder.toUtf8());
 }
@@ -43,7 +42,7 @@ void tst_Locale::chineseQueueIsFollowedAndCancelled_data()
 void tst_Locale::chineseQueueIsFollowedAndCancelled()
 {
     QFETCH(QByteArray, locale);
-    const QString strName = QStringLiteral("书房");
+    const QString strName = u"书房"_s;
     QFile::remove(c_strCalls);
     WriteReadyPrinters({strName});
     QVERIFY(QFile::exists(m_folder.StatusPath(strName)));
@@ -51,10 +50,10 @@ void tst_Locale::chineseQueueIsFollowedAndCancelled()
     qputenv("LC_ALL", locale);
     m_tool->Start();
     qputenv("LC_ALL", old);
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
     QCOMPARE(m_tool->Cell(0, 0), strName);
     WriteStatus(strName, Reply(0x03));
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在取消任务"));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在取消任务"_s);
     QCOMPARE(ReadFile(c_strCalls), QByteArray("\xE4\xB9\xA6\xE6\x88\xBF\n"));
 }
 

@@ -12,7 +12,7 @@ Q_DECLARE_METATYPE(TrayHost::enKind)
 
 namespace {
 
-const QString c_strFolder = QStringLiteral("/tmp/login-start");
+const QString c_strFolder = u"/tmp/login-start"_s;
 
 /// The starter, and the tool that it becomes. Killed with this object.
 class Login : public QProcess
@@ -20,7 +20,7 @@ class Login : public QProcess
 public:
     Login()
     {
-        setProgram(c_strFolder + QStringLiteral("/vora-login-start"));
+        setProgram(c_strFolder + u"/vora-login-start"_s);
         setProcessChannelMode(QProcess::ForwardedChannels);
     }
     ~Login() override
@@ -33,7 +33,7 @@ public:
 /// Whether the login starter has become the tool: the process keeps its number and changes its name.
 bool IsTool(const QProcess& process)
 {
-    return ReadProcFile(QStringLiteral("/proc/%1/comm").arg(process.processId())).trimmed() == "VoraPrinterTool";
+    return ReadProcFile(u"/proc/%1/comm"_s.arg(process.processId())).trimmed() == "VoraPrinterTool";
 }
 
 /// What a process has cost so far.
@@ -45,10 +45,10 @@ struct stCost
 
 stCost CostOf(const QProcess& process)
 {
-    const QString strFolder = QStringLiteral("/proc/%1/").arg(process.processId());
-    const QByteArray stat = ReadProcFile(strFolder + QStringLiteral("stat"));
+    const QString strFolder = u"/proc/%1/"_s.arg(process.processId());
+    const QByteArray stat = ReadProcFile(strFolder + u"stat"_s);
     const QList<QByteArray> listField = stat.mid(stat.lastIndexOf(')') + 2).split(' '); // from the third, the state
-    const QByteArray status = ReadProcFile(strFolder + QStringLiteral("status"));
+    const QByteArray status = ReadProcFile(strFolder + u"status"_s);
     return {listField.value(11).toInt() + listField.value(12).toInt(),
             static_cast<int>(ProcNumber(status, "voluntary_ctxt_switches"))};
 }
@@ -57,9 +57,9 @@ stCost CostOf(const QProcess& process)
 bool IsPanelThere(TrayHost::enKind enKind)
 {
     switch (enKind) {
-    case TrayHost::enTint2: return !Desktop::Windows(QStringLiteral("tint2")).isEmpty();
-    case TrayHost::enTrayer: return !Desktop::Windows(QStringLiteral("trayer")).isEmpty();
-    case TrayHost::enXfcePanel: return !Desktop::Windows(QStringLiteral("wrapper-2.0")).isEmpty();
+    case TrayHost::enTint2: return !Desktop::Windows(u"tint2"_s).isEmpty();
+    case TrayHost::enTrayer: return !Desktop::Windows(u"trayer"_s).isEmpty();
+    case TrayHost::enXfcePanel: return !Desktop::Windows(u"wrapper-2.0"_s).isEmpty();
     }
     return false;
 }
@@ -77,7 +77,7 @@ public:
     StatusNotifierWatcher()
     {
         QDBusConnection bus = QDBusConnection::sessionBus();
-        bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
+        bus.registerObject(u"/StatusNotifierWatcher"_s, this,
                            QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSignals |
                                QDBusConnection::ExportAllSlots);
         bus.registerService(c_strService);
@@ -99,7 +99,7 @@ signals:
     void StatusNotifierHostRegistered();
 
 private:
-    const QString c_strService = QStringLiteral("org.kde.StatusNotifierWatcher");
+    const QString c_strService = u"org.kde.StatusNotifierWatcher"_s;
     bool m_bHost = false;
     int m_iIcons = 0;
 };
@@ -126,8 +126,8 @@ void tst_LoginStart::initTestCase()
 {
     // The starter looks for the tool beside itself, as both are installed.
     QDir().mkpath(c_strFolder);
-    QVERIFY(QFile::copy(QStringLiteral(VORA_TOOL), c_strFolder + QStringLiteral("/VoraPrinterTool")));
-    QVERIFY(QFile::copy(QStringLiteral(VORA_LOGIN_START), c_strFolder + QStringLiteral("/vora-login-start")));
+    QVERIFY(QFile::copy(QStringLiteral(VORA_TOOL), c_strFolder + u"/VoraPrinterTool"_s));
+    QVERIFY(QFile::copy(QStringLiteral(VORA_LOGIN_START), c_strFolder + u"/vora-login-start"_s));
 }
 
 /// The starter waits, and does nothing else: once it has looked around, it sleeps.
@@ -221,8 +221,8 @@ void tst_LoginStart::startsAnywayWithoutPanel()
 {
     Login login;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VORA_FAST_CLOCK));
-    environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("verify_asan_link_order=0"));
+    environment.insert(u"LD_PRELOAD"_s, QStringLiteral(VORA_FAST_CLOCK));
+    environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
     login.setProcessEnvironment(environment);
     QElapsedTimer timer;
     timer.start();
@@ -239,13 +239,11 @@ void tst_LoginStart::startsAnywayWithoutPanel()
 void tst_LoginStart::endsWithTheDisplay()
 {
     QProcess display;
-    display.start(QStringLiteral("Xvfb"),
-                  {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-nolisten"),
-                   QStringLiteral("tcp"), QStringLiteral("-nolisten"), QStringLiteral("local"),
-                   QStringLiteral("-noreset")});
+    display.start(u"Xvfb"_s,
+                  {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s, u"-nolisten"_s, u"local"_s, u"-noreset"_s});
     QTRY_VERIFY(display.canReadLine());
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), QLatin1Char(':') + QString::fromLatin1(display.readLine().trimmed()));
+    environment.insert(u"DISPLAY"_s, QLatin1Char(':') + QString::fromLatin1(display.readLine().trimmed()));
     Login login;
     login.setProcessEnvironment(environment);
     login.start();

@@ -4,7 +4,7 @@
 #include "DesktopTest.h"
 
 namespace {
-const QString c_strCalls = QStringLiteral("/tmp/cancel-calls");
+const QString c_strCalls = u"/tmp/cancel-calls"_s;
 } // namespace
 
 /// Printers with names that a user's language, a joke or a fault gives them.
@@ -20,16 +20,16 @@ private slots:
 
 void tst_Names::initTestCase()
 {
-    FakeProgram(QStringLiteral("cancel"), "printf '%s\\n' \"$@\" >> " + c_strCalls.toLocal8Bit() + "\n");
+    FakeProgram(u"cancel"_s, "printf '%s\\n' \"$@\" >> " + c_strCalls.toLocal8Bit() + "\n");
 }
 
 void tst_Names::anyNameIsFollowedAndAnnouncedOnTheScreen_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("file"); // short enough for a file
-    QTest::newRow("emoji") << QStringLiteral("打印👩‍👩‍👧🖨️") << true;
-    QTest::newRow("right to left") << QStringLiteral("مدپسة מדפסת 3") << true;
-    QTest::newRow("override") << QStringLiteral("Lab\u202Etxt.eciffO") << true;
+    QTest::newRow("emoji") << u"打印👩‍👩‍👧🖨️"_s << true;
+    QTest::newRow("right to left") << u"مدپسة מדפסת 3"_s << true;
+    QTest::newRow("override") << u"Lab\u202Etxt.eciffO"_s << true;
     QTest::newRow("127 narrow bytes") << QString(127, QLatin1Char('i')) << true;
     QTest::newRow("127 wide bytes") << QString(127, QLatin1Char('W')) << true;
     QTest::newRow("4000 characters") << QString(4000, QChar(0x5B9E)) << false;
@@ -40,21 +40,20 @@ void tst_Names::anyNameIsFollowedAndAnnouncedOnTheScreen()
     QFETCH(QString, name);
     QFETCH(bool, file);
     QFile::remove(c_strCalls);
-    WritePrinters({{name, QString(), 1, QString(), QStringLiteral("usb://a")},
-                   {QStringLiteral("Office"), QString(), 1, QString(), QStringLiteral("usb://b")}});
-    WriteStatus(QStringLiteral("Office"), Reply());
+    WritePrinters(
+        {{name, QString(), 1, QString(), u"usb://a"_s}, {u"Office"_s, QString(), 1, QString(), u"usb://b"_s}});
+    WriteStatus(u"Office"_s, Reply());
     if (file) {
         WriteStatus(name, Reply());
     }
     StartWithTray();
-    QTRY_COMPARE(m_tool->Cell(1, 3), QStringLiteral("就绪"));
+    QTRY_COMPARE(m_tool->Cell(1, 3), u"就绪"_s);
     QCOMPARE(m_tool->Cell(0, 0), name);
-    QTRY_COMPARE(m_tool->Cell(0, 3), file ? QStringLiteral("就绪") : QStringLiteral("脱机"));
+    QTRY_COMPARE(m_tool->Cell(0, 3), file ? u"就绪"_s : u"脱机"_s);
     HideWindow();
     if (file) {
         WriteStatus(name, Reply(0x03, {0x6100}));
-        QTRY_VERIFY(m_tool->Access().Find(m_tool->Class(), QStringLiteral("label"),
-                                          QStringLiteral("进纸托盘处无纸,请放入纸张")));
+        QTRY_VERIFY(m_tool->Access().Find(m_tool->Class(), u"label"_s, u"进纸托盘处无纸,请放入纸张"_s));
         QTRY_VERIFY(!Desktop::Windows(m_tool->Class()).isEmpty());
         const QRect screen(0, 0, 1280, 800);
         for (const Desktop::Window& window : Desktop::Windows(m_tool->Class())) {

@@ -15,15 +15,15 @@ constexpr quint8 c_byReady = 0x00;
 constexpr quint8 c_byCanceling = 0x03;
 constexpr quint8 c_byPrinting = 0x10;
 
-const QString c_strReady = QStringLiteral("就绪");
-const QString c_strCanceling = QStringLiteral("正在取消任务");
-const QString c_strPrinting = QStringLiteral("正在打印");
+const QString c_strReady = u"就绪"_s;
+const QString c_strCanceling = u"正在取消任务"_s;
+const QString c_strPrinting = u"正在打印"_s;
 
-const QString c_strOffice = QStringLiteral("Office");
-const QString c_strOther = QStringLiteral("Other");
+const QString c_strOffice = u"Office"_s;
+const QString c_strOther = u"Other"_s;
 
-const QString c_strCalls = QStringLiteral("/tmp/cancel-calls");
-const QString c_strExecuted = QStringLiteral("/tmp/part-of-a-name-was-executed");
+const QString c_strCalls = u"/tmp/cancel-calls"_s;
+const QString c_strExecuted = u"/tmp/part-of-a-name-was-executed"_s;
 
 /// The arguments of all calls of "cancel", one to a line.
 QStringList CancelCalls()
@@ -63,11 +63,10 @@ void tst_PrintServer::initTestCase()
     // The tool takes its surroundings from here.
     qputenv("CUPS_SERVER", PrintServer::Address().toLocal8Bit());
     qputenv("LC_ALL", "C.UTF-8"); // the answers of the print system's commands are read
-    const QByteArray realCancel = QStandardPaths::findExecutable(QStringLiteral("cancel")).toLocal8Bit();
+    const QByteArray realCancel = QStandardPaths::findExecutable(u"cancel"_s).toLocal8Bit();
     QVERIFY(!realCancel.isEmpty());
-    FakeProgram(QStringLiteral("cancel"),
-                "echo \"$@\" >> " + c_strCalls.toLocal8Bit() + "\nexec " + realCancel + " \"$@\"\n");
-    FakeProgram(QStringLiteral("x"), "touch " + c_strExecuted.toLocal8Bit());
+    FakeProgram(u"cancel"_s, "echo \"$@\" >> " + c_strCalls.toLocal8Bit() + "\nexec " + realCancel + " \"$@\"\n");
+    FakeProgram(u"x"_s, "touch " + c_strExecuted.toLocal8Bit());
 }
 
 void tst_PrintServer::StartWithPrinters(const QStringList& listName)
@@ -139,14 +138,11 @@ void tst_PrintServer::cancelsThePrintedJobOfItsQueue()
 void tst_PrintServer::anyNameCancelsForItsOwnQueueOnly()
 {
     // Names of queues that "cancel" or the shell could take for something else.
-    const QStringList listQueue = {QStringLiteral("a$(x);b"), QStringLiteral("a`x`|x&x"), QStringLiteral("Off,ice"),
-                                   QStringLiteral("书房"),    QStringLiteral("*"),        QStringLiteral("~"),
-                                   QStringLiteral("%s"),      QStringLiteral("1"),        QStringLiteral("Other-2"),
-                                   QStringLiteral("Other-")};
-    const QString strOption = QStringLiteral("-a"); // all jobs of all queues
+    const QStringList listQueue = {u"a$(x);b"_s, u"a`x`|x&x"_s, u"Off,ice"_s, u"书房"_s,    u"*"_s,
+                                   u"~"_s,       u"%s"_s,       u"1"_s,       u"Other-2"_s, u"Other-"_s};
+    const QString strOption = u"-a"_s; // all jobs of all queues
     // The server has no queue of such a name.
-    const QStringList listNoQueue = {QStringLiteral("Other'"), QStringLiteral("\"Other\""),
-                                     QStringLiteral("'; x; cancel -a; '"), QStringLiteral("no queue")};
+    const QStringList listNoQueue = {u"Other'"_s, u"\"Other\""_s, u"'; x; cancel -a; '"_s, u"no queue"_s};
 
     PrintServer server;
     QVERIFY(server.Start());
@@ -196,13 +192,10 @@ void tst_PrintServer::CancelAtHaltedServer(PrintServer& server, const QStringLis
 
 QString tst_PrintServer::StatePicture(int iRow) const
 {
-    const std::optional<AccessibleNode> cell =
-        m_tool->Access().CellNode(QStringLiteral("VoraPrinterTool"), iRow, c_iStateColumn);
+    const std::optional<AccessibleNode> cell = m_tool->Access().CellNode(u"VoraPrinterTool"_s, iRow, c_iStateColumn);
     const QRect area = m_tool->Access().Extents(*cell);
-    const QString strArea =
-        QStringLiteral("%1x%2+%3+%4").arg(area.width()).arg(area.height()).arg(area.x()).arg(area.y());
-    return Desktop::Run(QStringLiteral("import"), {QStringLiteral("-window"), QStringLiteral("root"),
-                                                   QStringLiteral("-crop"), strArea, QStringLiteral("txt:-")});
+    const QString strArea = u"%1x%2+%3+%4"_s.arg(area.width()).arg(area.height()).arg(area.x()).arg(area.y());
+    return Desktop::Run(u"import"_s, {u"-window"_s, u"root"_s, u"-crop"_s, strArea, u"txt:-"_s});
 }
 
 void tst_PrintServer::haltedServerHangsNoWindow()
@@ -226,7 +219,7 @@ void tst_PrintServer::haltedServerHangsNoWindow()
 void tst_PrintServer::haltedServerDoesNotDelayTheExit()
 {
     PrintServer server;
-    CancelAtHaltedServer(server, {c_strOffice, QStringLiteral("Second"), QStringLiteral("Third")});
+    CancelAtHaltedServer(server, {c_strOffice, u"Second"_s, u"Third"_s});
     ExitByMenu();
 }
 

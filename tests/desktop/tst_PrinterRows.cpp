@@ -26,7 +26,7 @@ QStringList tst_PrinterRows::ReadRows() const
 {
     QStringList listRow;
     for (int iRow = 0; iRow < m_tool->RowCount(); ++iRow) {
-        listRow.append(m_tool->Cell(iRow, 0) + QStringLiteral(": ") + m_tool->Cell(iRow, 3));
+        listRow.append(m_tool->Cell(iRow, 0) + u": "_s + m_tool->Cell(iRow, 3));
     }
     return listRow;
 }
@@ -40,16 +40,16 @@ QStringList tst_PrinterRows::Rows() const
 
 void tst_PrinterRows::rowsFollowTheList()
 {
-    const QString strA = QStringLiteral("A");
-    const QString strB = QStringLiteral("B");
-    const QString strC = QStringLiteral("C");
-    const QString strRowA = QStringLiteral("A: 正在打印");
-    const QString strRowB = QStringLiteral("B: 正在扫描");
-    const QString strRowC = QStringLiteral("C: 正在复印");
+    const QString strA = u"A"_s;
+    const QString strB = u"B"_s;
+    const QString strC = u"C"_s;
+    const QString strRowA = u"A: 正在打印"_s;
+    const QString strRowB = u"B: 正在扫描"_s;
+    const QString strRowC = u"C: 正在复印"_s;
     const auto write = [this](const QStringList& listName) {
         QList<stPrinterInfo> listPrinter;
         for (const QString& strName : listName) {
-            listPrinter.append({strName, QString(), 1, QString(), QStringLiteral("usb://") + strName});
+            listPrinter.append({strName, QString(), 1, QString(), u"usb://"_s + strName});
         }
         WritePrinters(listPrinter);
     };
@@ -71,8 +71,7 @@ void tst_PrinterRows::rowsFollowTheList()
     // Rows that came, went and came again are followed still.
     WriteStatus(strA, Reply(0x00));
     WriteStatus(strC, Reply(0x02));
-    QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList({QStringLiteral("C: 忙碌"), strRowB, QStringLiteral("A: 就绪")}),
-                              c_iTimeOutMSec);
+    QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList({u"C: 忙碌"_s, strRowB, u"A: 就绪"_s}), c_iTimeOutMSec);
 
     m_folder.RemovePrinterList();
     QTRY_COMPARE_WITH_TIMEOUT(m_tool->RowCount(), 0, c_iTimeOutMSec);
@@ -81,13 +80,12 @@ void tst_PrinterRows::rowsFollowTheList()
 
 void tst_PrinterRows::namesAreShownAsTheyAre()
 {
-    const QStringList listName = {QStringLiteral("书房打印机"), QStringLiteral("Off,ice"), QStringLiteral("a$(x);b"),
-                                  QStringLiteral("a b"),        QStringLiteral("100%s"),   QStringLiteral("<b>A&B"),
-                                  QStringLiteral("\"q'"),       QStringLiteral("-a"),      QStringLiteral("a\\b")};
+    const QStringList listName = {u"书房打印机"_s, u"Off,ice"_s, u"a$(x);b"_s, u"a b"_s, u"100%s"_s,
+                                  u"<b>A&B"_s,     u"\"q'"_s,    u"-a"_s,      u"a\\b"_s};
     WriteReadyPrinters(listName);
     QStringList listRow;
     for (const QString& strName : listName) {
-        listRow.append(strName + QStringLiteral(": 就绪"));
+        listRow.append(strName + u": 就绪"_s);
     }
     m_tool->Start();
     QTRY_COMPARE_WITH_TIMEOUT(Rows(), listRow, c_iTimeOutMSec);
@@ -100,8 +98,8 @@ void tst_PrinterRows::emptyListHasNoRows()
     QTRY_VERIFY(m_tool->MainWindow());
     QTRY_COMPARE(m_tool->Access().ColumnHeaders(m_tool->Class()).size(), 4);
     QCOMPARE(m_tool->RowCount(), 0);
-    WriteReadyPrinters({QStringLiteral("Office")});
-    QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList{QStringLiteral("Office: 就绪")}, c_iTimeOutMSec);
+    WriteReadyPrinters({u"Office"_s});
+    QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList{u"Office: 就绪"_s}, c_iTimeOutMSec);
     WritePrinters({});
     QTRY_COMPARE_WITH_TIMEOUT(m_tool->RowCount(), 0, c_iTimeOutMSec);
 }

@@ -9,8 +9,8 @@
 
 namespace {
 
-const QString c_strToolFolder = QStringLiteral(VORA_PACKAGE_PATH "tool");
-const QString c_strProcessList = c_strToolFolder + QStringLiteral("/pslist.tmp");
+const QString c_strToolFolder = u"" VORA_PACKAGE_PATH "tool"_s;
+const QString c_strProcessList = c_strToolFolder + u"/pslist.tmp"_s;
 const QByteArray c_ownLine = "    100 ?        00:00:00 VoraPrinterTool\n";
 
 } // namespace
@@ -37,8 +37,8 @@ private:
 
 void tst_ProcessList::FakeProcessList(const QByteArray& lines)
 {
-    QVERIFY(WriteFile(QStringLiteral("/tmp/lines"), lines));
-    FakeProgram(QStringLiteral("ps"), "echo \"$*\" > /tmp/arguments\ncat /tmp/lines\n");
+    QVERIFY(WriteFile(u"/tmp/lines"_s, lines));
+    FakeProgram(u"ps"_s, "echo \"$*\" > /tmp/arguments\ncat /tmp/lines\n");
 }
 
 /// Whether the program shows its window or the message box.
@@ -81,23 +81,23 @@ void tst_ProcessList::linesThatCount()
     m_tool->Start();
     QTRY_VERIFY(IsUp());
     QCOMPARE(m_tool->MainWindow().has_value(), !running);
-    QCOMPARE(ReadFile(QStringLiteral("/tmp/arguments")), QByteArray("-A\n"));
+    QCOMPARE(ReadFile(u"/tmp/arguments"_s), QByteArray("-A\n"));
     QVERIFY(!QFile::exists(c_strProcessList));
 }
 
 void tst_ProcessList::longNameIsCutToFifteenCharacters_data()
 {
     QTest::addColumn<QString>("second");
-    QTest::newRow("same name") << QStringLiteral("/tmp/copies/printer-assistant-k507");
-    QTest::newRow("name with the same fifteen characters") << QStringLiteral("/tmp/copies/printer-assistance");
+    QTest::newRow("same name") << u"/tmp/copies/printer-assistant-k507"_s;
+    QTest::newRow("name with the same fifteen characters") << u"/tmp/copies/printer-assistance"_s;
 }
 
 void tst_ProcessList::longNameIsCutToFifteenCharacters()
 {
     QFETCH(QString, second);
-    FakeProgram(QStringLiteral("ps"), "exec /bin/ps \"$@\"\n");
-    const QString strFirst = QStringLiteral("/tmp/copies/printer-assistant-k507");
-    QDir().mkpath(QStringLiteral("/tmp/copies"));
+    FakeProgram(u"ps"_s, "exec /bin/ps \"$@\"\n");
+    const QString strFirst = u"/tmp/copies/printer-assistant-k507"_s;
+    QDir().mkpath(u"/tmp/copies"_s);
     for (const QString& strCopy : {strFirst, second}) {
         QVERIFY(QFile::exists(strCopy) || QFile::copy(QStringLiteral(VORA_TOOL), strCopy));
     }
@@ -115,7 +115,7 @@ void tst_ProcessList::longNameIsCutToFifteenCharacters()
 void tst_ProcessList::listThatCannotBeWrittenCountsNothing_data()
 {
     QTest::addColumn<QString>("obstacle");
-    QTest::newRow("a folder in the list's place") << c_strProcessList + QStringLiteral("/inside");
+    QTest::newRow("a folder in the list's place") << c_strProcessList + u"/inside"_s;
     QTest::newRow("a file in the tool folder's place") << c_strToolFolder;
 }
 
@@ -133,18 +133,18 @@ void tst_ProcessList::listThatCannotBeWrittenCountsNothing()
 void tst_ProcessList::whatTakesTheListsPlaceIsLeftAlone_data()
 {
     QTest::addColumn<QString>("target"); // of a link, else it is a FIFO
-    QTest::newRow("link to a file") << QStringLiteral("/tmp/victim");
-    QTest::newRow("link to a device") << QStringLiteral("/dev/zero");
+    QTest::newRow("link to a file") << u"/tmp/victim"_s;
+    QTest::newRow("link to a device") << u"/dev/zero"_s;
     QTest::newRow("FIFO") << QString();
 }
 
 void tst_ProcessList::whatTakesTheListsPlaceIsLeftAlone()
 {
     QFETCH(QString, target);
-    const QString strPlanted = QStringLiteral("/opt/vora/planted");
+    const QString strPlanted = u"/opt/vora/planted"_s;
     FakeProcessList(c_ownLine.repeated(2));
-    QVERIFY(WriteFile(QStringLiteral("/tmp/victim"), "precious"));
-    QVERIFY(QDir().mkpath(QStringLiteral("/opt/vora")));
+    QVERIFY(WriteFile(u"/tmp/victim"_s, "precious"));
+    QVERIFY(QDir().mkpath(u"/opt/vora"_s));
     QVERIFY(target.isEmpty() ? ::mkfifo(QFile::encodeName(strPlanted).constData(), 0666) == 0
                              : QFile::link(target, strPlanted));
     Preload(VORA_PLANT_BEFORE_COMMAND);
@@ -152,7 +152,7 @@ void tst_ProcessList::whatTakesTheListsPlaceIsLeftAlone()
     qunsetenv("LD_PRELOAD");
     QTRY_VERIFY(IsUp());
     QVERIFY(!m_tool->MainWindow()); // the second copy's message: the list was read
-    QCOMPARE(ReadFile(QStringLiteral("/tmp/victim")), QByteArray("precious"));
+    QCOMPARE(ReadFile(u"/tmp/victim"_s), QByteArray("precious"));
     QVERIFY(!QFileInfo(strPlanted).isSymLink() && !QFileInfo::exists(strPlanted));
     QFile::remove(c_strProcessList);
 }

@@ -31,10 +31,8 @@ QByteArray Content(bool bFirst)
     return EncodeStatusReply(reply);
 }
 
-const QStringList c_listFirst = {QStringLiteral("正在打印"),
-                                 QStringLiteral("青色：高   红色：高   黄色：高   黑色：高")};
-const QStringList c_listSecond = {QStringLiteral("正在扫描"),
-                                  QStringLiteral("青色：低   红色：低   黄色：低   黑色：低")};
+const QStringList c_listFirst = {u"正在打印"_s, u"青色：高   红色：高   黄色：高   黑色：高"_s};
+const QStringList c_listSecond = {u"正在扫描"_s, u"青色：低   红色：低   黄色：低   黑色：低"_s};
 
 bool Replace(const QByteArray& content)
 {
@@ -115,7 +113,7 @@ void tst_RewrittenFile::StartReaders()
 {
     QStringList listName;
     for (int i = 0; i < c_iReaders; ++i) {
-        listName.append(QStringLiteral("Reader%1").arg(i));
+        listName.append(u"Reader%1"_s.arg(i));
     }
     StartBeside(listName);
     QVERIFY(Replace(Content(true)));

@@ -20,22 +20,18 @@ private:
 /// A second screen is a larger display here: the window stands in its lower right corner when it goes.
 bool tst_Screens::SetScreen(QSize size) const
 {
-    const QString strSize = QStringLiteral("%1x%2").arg(size.width()).arg(size.height());
-    Desktop::Run(QStringLiteral("xrandr"),
-                 {QStringLiteral("--output"), QStringLiteral("screen"), QStringLiteral("--mode"), strSize});
-    return QTest::qWaitFor([&] {
-        return Desktop::Run(QStringLiteral("xwininfo"), {QStringLiteral("-root")})
-            .contains(QStringLiteral("geometry ") + strSize);
-    });
+    const QString strSize = u"%1x%2"_s.arg(size.width()).arg(size.height());
+    Desktop::Run(u"xrandr"_s, {u"--output"_s, u"screen"_s, u"--mode"_s, strSize});
+    return QTest::qWaitFor(
+        [&] { return Desktop::Run(u"xwininfo"_s, {u"-root"_s}).contains(u"geometry "_s + strSize); });
 }
 
 void tst_Screens::initTestCase()
 {
-    const QString strMode = QStringLiteral("640x480");
-    Desktop::Run(QStringLiteral("xrandr"),
-                 (QStringLiteral("--newmode ") + strMode + QStringLiteral(" 25 640 640 640 640 480 480 480 480"))
-                     .split(QLatin1Char(' ')));
-    Desktop::Run(QStringLiteral("xrandr"), {QStringLiteral("--addmode"), QStringLiteral("screen"), strMode});
+    const QString strMode = u"640x480"_s;
+    Desktop::Run(u"xrandr"_s,
+                 (u"--newmode "_s + strMode + u" 25 640 640 640 640 480 480 480 480"_s).split(QLatin1Char(' ')));
+    Desktop::Run(u"xrandr"_s, {u"--addmode"_s, u"screen"_s, strMode});
 }
 
 void tst_Screens::windowIsReachableOnASmallerScreen_data()
@@ -50,8 +46,7 @@ void tst_Screens::windowIsReachableOnASmallerScreen()
     QFETCH(bool, hidden);
     QVERIFY(SetScreen({1280, 800})); // as the display begins
     StartWithTray();
-    Desktop::Run(QStringLiteral("xdotool"), {QStringLiteral("windowmove"), m_tool->MainWindow()->strId,
-                                             QStringLiteral("700"), QStringLiteral("640")});
+    Desktop::Run(u"xdotool"_s, {u"windowmove"_s, m_tool->MainWindow()->strId, u"700"_s, u"640"_s});
     QTRY_COMPARE(Desktop::FramePosition(*m_tool->MainWindow()), QPoint(700, 640));
     if (hidden) {
         HideWindow();

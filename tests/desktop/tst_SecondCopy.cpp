@@ -21,21 +21,21 @@ Q_DECLARE_METATYPE(Plant)
 
 namespace {
 
-const QString c_strProgram = QStringLiteral("VoraPrinterTool");
-const QString c_strTitle = QStringLiteral("星原喷墨打印机助手");
-const QString c_strText = QStringLiteral("星原喷墨打印机助手已经处于运行中！");
-const QString c_strButton = QStringLiteral("确  定");
+const QString c_strProgram = u"VoraPrinterTool"_s;
+const QString c_strTitle = u"星原喷墨打印机助手"_s;
+const QString c_strText = u"星原喷墨打印机助手已经处于运行中！"_s;
+const QString c_strButton = u"确  定"_s;
 
 constexpr QSize c_mainWindow(860, 300);
 
-const QString c_strOpt = QStringLiteral("/opt/vora");
-const QString c_strToolFolder = QStringLiteral("/opt/vora/vora-printer-k507/tool");
-const QString c_strProcessList = c_strToolFolder + QStringLiteral("/pslist.tmp");
+const QString c_strOpt = u"/opt/vora"_s;
+const QString c_strToolFolder = u"/opt/vora/vora-printer-k507/tool"_s;
+const QString c_strProcessList = c_strToolFolder + u"/pslist.tmp"_s;
 
-const QString c_strNowhere = QStringLiteral("/tmp/nowhere");
-const QString c_strVictim = QStringLiteral("/tmp/victim");
+const QString c_strNowhere = u"/tmp/nowhere"_s;
+const QString c_strVictim = u"/tmp/victim"_s;
 
-const QString c_strOffice = QStringLiteral("Office");
+const QString c_strOffice = u"Office"_s;
 
 std::optional<Desktop::Window> MessageBox()
 {
@@ -45,7 +45,7 @@ std::optional<Desktop::Window> MessageBox()
 int MainWindows()
 {
     int iCount = 0;
-    for (const Desktop::Window& window : Desktop::Windows(QStringLiteral("VoraPrinter"))) {
+    for (const Desktop::Window& window : Desktop::Windows(u"VoraPrinter"_s)) {
         iCount += window.strTitle == c_strTitle && window.geometry.size() == c_mainWindow ? 1 : 0;
     }
     return iCount;
@@ -57,9 +57,7 @@ class IdleProcess
 public:
     explicit IdleProcess(const QString& strName)
     {
-        m_process.start(QStringLiteral("sh"),
-                        {QStringLiteral("-c"), QStringLiteral("printf %s \"$1\" > /proc/$$/comm; read -r line"),
-                         QStringLiteral("sh"), strName});
+        m_process.start(u"sh"_s, {u"-c"_s, u"printf %s \"$1\" > /proc/$$/comm; read -r line"_s, u"sh"_s, strName});
         m_process.waitForStarted();
     }
     ~IdleProcess()
@@ -79,11 +77,11 @@ public:
     explicit RunningCopy(bool bAnotherUser)
     {
         // The build folder may be closed to others.
-        const QString strCopy = QStringLiteral("/tmp/") + c_strProgram;
+        const QString strCopy = u"/tmp/"_s + c_strProgram;
         QFile::copy(QStringLiteral(VORA_TOOL), strCopy);
-        const QStringList listCommand = {QStringLiteral("env"), QStringLiteral("HOME=/nonexistent"), strCopy};
-        const QString strOther = QStringLiteral("--reuid=65534 --regid=65534 --clear-groups");
-        m_process.start(bAnotherUser ? QStringLiteral("setpriv") : listCommand.first(),
+        const QStringList listCommand = {u"env"_s, u"HOME=/nonexistent"_s, strCopy};
+        const QString strOther = u"--reuid=65534 --regid=65534 --clear-groups"_s;
+        m_process.start(bAnotherUser ? u"setpriv"_s : listCommand.first(),
                         bAnotherUser ? strOther.split(QLatin1Char(' ')) + listCommand : listCommand.mid(1));
     }
     ~RunningCopy()
@@ -122,7 +120,7 @@ bool Contains(const QImage& screen, const QImage& picture)
 
 bool ShowsIcon(const Desktop::Window& window, QMessageBox::Icon icon)
 {
-    const QString strPath = QStringLiteral("/tmp/screen.png");
+    const QString strPath = u"/tmp/screen.png"_s;
     Desktop::SavePicture(strPath);
     return Contains(QImage(strPath).copy(window.geometry),
                     QMessageBox(icon, QString(), QString()).iconPixmap().toImage());
@@ -170,10 +168,10 @@ void tst_SecondCopy::messageBoxSaysThatACopyRuns()
     QCOMPARE(MainWindows(), 1);
 
     std::optional<AccessibleNode> box;
-    QTRY_VERIFY(box = second.Access().Find(c_strProgram, QStringLiteral("alert message")));
+    QTRY_VERIFY(box = second.Access().Find(c_strProgram, u"alert message"_s));
     QCOMPARE(second.Access().Name(*box), c_strTitle);
-    QCOMPARE(second.Access().NamesWithin(*box, QStringLiteral("push button")), QStringList(c_strButton));
-    QStringList listLabel = second.Access().NamesWithin(*box, QStringLiteral("label"));
+    QCOMPARE(second.Access().NamesWithin(*box, u"push button"_s), QStringList(c_strButton));
+    QStringList listLabel = second.Access().NamesWithin(*box, u"label"_s);
     listLabel.removeAll(QString()); // the icon
     QCOMPARE(listLabel, QStringList(c_strText));
 
@@ -189,13 +187,12 @@ void tst_SecondCopy::endsWithItsMessageBox_data()
         return [strKey](const Desktop::Window&) { Desktop::PressKey(strKey); };
     };
     QTest::addColumn<End>("end");
-    QTest::newRow("Return") << End(pressing(QStringLiteral("Return")));
-    QTest::newRow("Escape") << End(pressing(QStringLiteral("Escape")));
+    QTest::newRow("Return") << End(pressing(u"Return"_s));
+    QTest::newRow("Escape") << End(pressing(u"Escape"_s));
     QTest::newRow("closed by the window manager") << End(&Desktop::CloseWindow);
     QTest::newRow("click on the button") << End([](const Desktop::Window& window) {
         const Accessibility accessibility;
-        const std::optional<AccessibleNode> button =
-            accessibility.Find(c_strProgram, QStringLiteral("push button"), c_strButton);
+        const std::optional<AccessibleNode> button = accessibility.Find(c_strProgram, u"push button"_s, c_strButton);
         if (button) {
             Desktop::Click(window, accessibility.Extents(*button).center() - window.geometry.topLeft());
         }
@@ -210,7 +207,7 @@ void tst_SecondCopy::endsWithItsMessageBox()
     second.Start();
     std::optional<Desktop::Window> box;
     QTRY_VERIFY(box = MessageBox());
-    QTRY_VERIFY(second.Access().Find(c_strProgram, QStringLiteral("push button"), c_strButton));
+    QTRY_VERIFY(second.Access().Find(c_strProgram, u"push button"_s, c_strButton));
     QTRY_COMPARE(Desktop::ActiveWindow(), box->strId);
     end(*box);
     QVERIFY(second.Process().waitForFinished(5000));
@@ -224,23 +221,23 @@ void tst_SecondCopy::leavesTheFirstCopyAlone()
 {
     WriteReadyPrinters({c_strOffice});
     StartWithTray();
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
     const QRect geometry = m_tool->MainWindow()->geometry;
     const QRect icon = m_tool->TrayIcon()->geometry;
 
     Tool second;
-    second.Start({QStringLiteral("-hide")}); // it says so just the same
+    second.Start({u"-hide"_s}); // it says so just the same
     QTRY_VERIFY(MessageBox());
     WriteStatus(c_strOffice, Reply(0x10));
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在打印"));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在打印"_s);
     QCOMPARE(m_tool->MainWindow()->geometry, geometry);
     QCOMPARE(m_tool->TrayIcon()->geometry, icon);
 
     Desktop::CloseWindow(*MessageBox());
     QVERIFY(second.Process().waitForFinished(5000));
     WriteStatus(c_strOffice, Reply(0x11));
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在扫描"));
-    WriteReadyPrinters({c_strOffice, QStringLiteral("Study")});
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
+    WriteReadyPrinters({c_strOffice, u"Study"_s});
     QTRY_COMPARE(m_tool->RowCount(), 2);
     QCOMPARE(m_tool->MainWindow()->geometry, geometry);
     QCOMPARE(m_tool->TrayIcon()->geometry, icon);
@@ -333,10 +330,9 @@ void tst_SecondCopy::whateverStandsInThePlaceOfTheProcessList()
 void tst_SecondCopy::otherNamesDoNotCount()
 {
     // Of another name, which is shorter than what the system shows of a name.
-    const QString strCopy = QStringLiteral("/tmp/VoraPrinter");
+    const QString strCopy = u"/tmp/VoraPrinter"_s;
     QVERIFY(QFile::exists(strCopy) || QFile::copy(QStringLiteral(VORA_TOOL), strCopy));
-    const QStringList listName = {QStringLiteral("xVoraPrinter"), QStringLiteral("VoraPrinterToo"),
-                                  QStringLiteral("my VoraPrinter"), QStringLiteral("VoraPrinter.")};
+    const QStringList listName = {u"xVoraPrinter"_s, u"VoraPrinterToo"_s, u"my VoraPrinter"_s, u"VoraPrinter."_s};
     std::vector<std::unique_ptr<IdleProcess>> listProcess;
     for (const QString& strName : listName) {
         listProcess.push_back(std::make_unique<IdleProcess>(strName));

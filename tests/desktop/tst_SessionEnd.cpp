@@ -22,20 +22,19 @@ public:
     bool Start()
     {
         // It starts the session's programs with its own address. This one passes that on.
-        const QString strAddress = QStringLiteral("/tmp/session-manager");
+        const QString strAddress = u"/tmp/session-manager"_s;
         QFile::remove(strAddress);
-        if (!WriteScript(QStringLiteral("/tmp/session"), "echo $SESSION_MANAGER > /tmp/session-manager.new\n"
-                                                         "mv /tmp/session-manager.new /tmp/session-manager\n") ||
-            !WriteFile(QDir::homePath() + QStringLiteral("/.xsmstartup"), "/tmp/session\n")) {
+        if (!WriteScript(u"/tmp/session"_s, "echo $SESSION_MANAGER > /tmp/session-manager.new\n"
+                                            "mv /tmp/session-manager.new /tmp/session-manager\n") ||
+            !WriteFile(QDir::homePath() + u"/.xsmstartup"_s, "/tmp/session\n")) {
             return false;
         }
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("SM_SAVE_DIR"), m_folder.path()); // no session of an earlier test to choose
+        environment.insert(u"SM_SAVE_DIR"_s, m_folder.path()); // no session of an earlier test to choose
         m_process.setProcessEnvironment(environment);
         m_process.setProcessChannelMode(QProcess::MergedChannels);
         m_process.setStandardOutputFile(m_strOutput);
-        m_process.start(QStringLiteral("stdbuf"),
-                        {QStringLiteral("-oL"), QStringLiteral("xsm"), QStringLiteral("-verbose")});
+        m_process.start(u"stdbuf"_s, {u"-oL"_s, u"xsm"_s, u"-verbose"_s});
         if (!QTest::qWaitFor([&] { return Window().has_value() && QFile::exists(strAddress); })) {
             return false;
         }
@@ -53,21 +52,18 @@ public:
         if (!window) {
             return false;
         }
-        Desktop::Run(QStringLiteral("wmctrl"), {QStringLiteral("-i"), QStringLiteral("-a"), window->strId});
+        Desktop::Run(u"wmctrl"_s, {u"-i"_s, u"-a"_s, window->strId});
         if (!QTest::qWaitFor([&] { return Desktop::ActiveWindow() == window->strId; })) {
             return false;
         }
         const int iX = window->geometry.width() * 2 / 3;
         const int iY = window->geometry.height();
         Drag(window->strId, {iX, iY * 7 / 10}, {iX, iY * 7 / 6});
-        if (!QTest::qWaitFor([] {
-                return Desktop::FindWindow(QStringLiteral("xsm"), QStringLiteral("Shutdown"), {}, {999, 999})
-                    .has_value();
-            })) {
+        if (!QTest::qWaitFor([] { return Desktop::FindWindow(u"xsm"_s, u"Shutdown"_s, {}, {999, 999}).has_value(); })) {
             return false;
         }
-        Desktop::PressKey(QStringLiteral("a"));
-        Desktop::PressKey(QStringLiteral("Return"));
+        Desktop::PressKey(u"a"_s);
+        Desktop::PressKey(u"Return"_s);
         return true;
     }
 
@@ -76,21 +72,19 @@ public:
 private:
     static std::optional<Desktop::Window> Window()
     {
-        return Desktop::FindWindow(QStringLiteral("xsm"), QStringLiteral("xsm: Default"), {50, 50}, {999, 999});
+        return Desktop::FindWindow(u"xsm"_s, u"xsm: Default"_s, {50, 50}, {999, 999});
     }
 
     static void Drag(const QString& strId, QPoint from, QPoint to)
     {
-        Desktop::Run(QStringLiteral("xdotool"),
-                     {QStringLiteral("mousemove"), QStringLiteral("--window"), strId, QString::number(from.x()),
-                      QString::number(from.y()), QStringLiteral("mousedown"), QStringLiteral("1"),
-                      QStringLiteral("mousemove"), QStringLiteral("--window"), strId, QString::number(to.x()),
-                      QString::number(to.y()), QStringLiteral("sleep"), QStringLiteral("0.3"),
-                      QStringLiteral("mouseup"), QStringLiteral("1")});
+        Desktop::Run(u"xdotool"_s,
+                     {u"mousemove"_s, u"--window"_s, strId, QString::number(from.x()), QString::number(from.y()),
+                      u"mousedown"_s, u"1"_s, u"mousemove"_s, u"--window"_s, strId, QString::number(to.x()),
+                      QString::number(to.y()), u"sleep"_s, u"0.3"_s, u"mouseup"_s, u"1"_s});
     }
 
     QTemporaryDir m_folder;
-    QString m_strOutput = QStringLiteral("/tmp/session-manager.txt");
+    QString m_strOutput = u"/tmp/session-manager.txt"_s;
     QProcess m_process;
 };
 
@@ -115,10 +109,10 @@ private:
 void tst_SessionEnd::StartWithHangingCommand()
 {
     FakeHangingCancel();
-    WriteReadyPrinters({QStringLiteral("Office"), QStringLiteral("Hall")});
+    WriteReadyPrinters({u"Office"_s, u"Hall"_s});
     m_tool->Start();
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
-    WriteStatus(QStringLiteral("Office"), Reply(0x03));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
+    WriteStatus(u"Office"_s, Reply(0x03));
     QTRY_VERIFY(IsCancelRunning());
 }
 
@@ -153,11 +147,11 @@ void tst_SessionEnd::hangingCommandGetsTheInterrupt()
     StartWithHangingCommand();
     const auto id = static_cast<pid_t>(m_tool->Process().processId());
     QCOMPARE(::kill(id, SIGINT), 0);
-    WriteStatus(QStringLiteral("Hall"), Reply(0x20));
-    QTRY_COMPARE(m_tool->Cell(1, 3), QStringLiteral("清洁模式"));
+    WriteStatus(u"Hall"_s, Reply(0x20));
+    QTRY_COMPARE(m_tool->Cell(1, 3), u"清洁模式"_s);
 
     EndHangingCancel();
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在取消任务")); // the command has ended
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在取消任务"_s); // the command has ended
     QCOMPARE(::kill(id, SIGINT), 0);
     QVERIFY(m_tool->Process().waitForFinished(500));
 }
@@ -166,7 +160,7 @@ void tst_SessionEnd::logoutIsNotHeldUp_data()
 {
     QTest::addColumn<QStringList>("listArgument");
     QTest::newRow("window-shown") << QStringList();
-    QTest::newRow("window-hidden") << QStringList(QStringLiteral("-hide"));
+    QTest::newRow("window-hidden") << QStringList(u"-hide"_s);
 }
 
 void tst_SessionEnd::logoutIsNotHeldUp()
@@ -175,7 +169,7 @@ void tst_SessionEnd::logoutIsNotHeldUp()
     SessionManager manager;
     QVERIFY(manager.Start());
     m_tool = std::make_unique<Tool>(); // with the manager's address
-    WriteReadyPrinters({QStringLiteral("Office")});
+    WriteReadyPrinters({u"Office"_s});
     m_tool->Start(listArgument);
     QTRY_COMPARE(manager.Count("received SAVE YOURSELF DONE"), 1); // that of its registration
     QTRY_COMPARE(m_tool->MainWindow().has_value(), listArgument.isEmpty());

@@ -15,9 +15,9 @@
 
 namespace {
 
-const QString c_strPrinter = QStringLiteral("Office");
-const QString c_strReady = QStringLiteral("就绪");
-const QString c_strService = QStringLiteral("org.freedesktop.Notifications");
+const QString c_strPrinter = u"Office"_s;
+const QString c_strReady = u"就绪"_s;
+const QString c_strService = u"org.freedesktop.Notifications"_s;
 
 } // namespace
 
@@ -39,7 +39,7 @@ public:
     explicit PoorServer(enKind enServerKind) : m_enKind(enServerKind)
     {
         QDBusConnection bus = QDBusConnection::sessionBus();
-        bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this, QDBusConnection::ExportAllSlots);
+        bus.registerObject(u"/org/freedesktop/Notifications"_s, this, QDBusConnection::ExportAllSlots);
     }
     /// Takes the name, which the bus gives to the desktop's own server whenever nobody has it.
     bool Start()
@@ -52,14 +52,14 @@ public:
     ~PoorServer() override
     {
         EndOther();
-        QDBusConnection::sessionBus().unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
+        QDBusConnection::sessionBus().unregisterObject(u"/org/freedesktop/Notifications"_s);
         QDBusConnection::sessionBus().unregisterService(c_strService);
     }
 
     int m_iCount = 0;
 
 public slots:
-    QStringList GetCapabilities() { return {QStringLiteral("body")}; }
+    QStringList GetCapabilities() { return {u"body"_s}; }
 
     uint Notify(const QString&, uint, const QString&, const QString&, const QString&, const QStringList&,
                 const QVariantMap&, int)
@@ -75,7 +75,7 @@ public slots:
     }
 
 private:
-    static void EndOther() { Desktop::Run(QStringLiteral("pkill"), {QStringLiteral("-x"), QStringLiteral("dunst")}); }
+    static void EndOther() { Desktop::Run(u"pkill"_s, {u"-x"_s, u"dunst"_s}); }
 
     enKind m_enKind;
 };
@@ -102,10 +102,10 @@ private:
 /// is one.
 qint64 tst_SessionFaults::Looks() const
 {
-    const QString strFolder = QStringLiteral("/proc/%1/task/").arg(m_tool->Process().processId());
+    const QString strFolder = u"/proc/%1/task/"_s.arg(m_tool->Process().processId());
     for (const QString& strTask : QDir(strFolder).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        if (ReadProcFile(strFolder + strTask + QStringLiteral("/comm")) == "vora-status-0\n") {
-            return ProcNumber(ReadProcFile(strFolder + strTask + QStringLiteral("/status")), "voluntary_ctxt_switches");
+        if (ReadProcFile(strFolder + strTask + u"/comm"_s) == "vora-status-0\n") {
+            return ProcNumber(ReadProcFile(strFolder + strTask + u"/status"_s), "voluntary_ctxt_switches");
         }
     }
     return -1;
@@ -132,9 +132,9 @@ void tst_SessionFaults::notificationServerDelaysNothing()
     WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
     QTRY_COMPARE(server.m_iCount, kind == PoorServer::enNone ? 0 : 1);
     WriteStatus(c_strPrinter, Reply(0x11, {}, {0x6160}));
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在扫描"));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
     WriteStatus(c_strPrinter, Reply(0x10));
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在打印"));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在打印"_s);
     ExitByMenu();
 }
 
@@ -155,7 +155,7 @@ void tst_SessionFaults::haltedSessionAndOddTimesAnnounceNothing()
         WriteStatus(c_strPrinter, Reply(byStatus, {}, {0x6160}));
     }
     QCOMPARE(::kill(iPid, SIGCONT), 0);
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在扫描"));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
     QTRY_COMPARE(server.m_iCount, 2);
 
     // A clock that is set gives the files times in the future and in the past.
@@ -165,10 +165,10 @@ void tst_SessionFaults::haltedSessionAndOddTimesAnnounceNothing()
         QCOMPARE(::utimensat(AT_FDCWD, path.constData(), times, 0), 0);
         const qint64 iBefore = Looks();
         QTRY_VERIFY(Looks() >= iBefore + 5);
-        QCOMPARE(m_tool->Cell(0, 3), QStringLiteral("正在扫描"));
+        QCOMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
     }
     WriteStatus(c_strPrinter, Reply(0x10, {}, {0x6160})); // and it still follows
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在打印(墨水量低)"));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在打印(墨水量低)"_s);
     QTRY_COMPARE(server.m_iCount, 3);
 }
 
@@ -182,13 +182,11 @@ void tst_SessionFaults::lostBusCostsNoTime_data()
 void tst_SessionFaults::lostBusCostsNoTime()
 {
     QFETCH(bool, atFirst);
-    const QString strAddress = QStringLiteral("unix:path=/tmp/lost-bus");
+    const QString strAddress = u"unix:path=/tmp/lost-bus"_s;
     QProcess bus;
     if (atFirst) {
-        bus.start(QStringLiteral("dbus-daemon"),
-                  {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-                   QStringLiteral("--address=") + strAddress});
-        QTRY_VERIFY(QFile::exists(QStringLiteral("/tmp/lost-bus")));
+        bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--address="_s + strAddress});
+        QTRY_VERIFY(QFile::exists(u"/tmp/lost-bus"_s));
     }
     WriteReadyPrinters({c_strPrinter});
     const QByteArray old = qgetenv("DBUS_SESSION_BUS_ADDRESS");
@@ -197,12 +195,12 @@ void tst_SessionFaults::lostBusCostsNoTime()
     qputenv("DBUS_SESSION_BUS_ADDRESS", old);
     bus.kill();
     bus.waitForFinished();
-    QFile::remove(QStringLiteral("/tmp/lost-bus"));
+    QFile::remove(u"/tmp/lost-bus"_s);
 
     // Processor time, in ticks of 10 ms, while the status worker looks 30 times at its file.
-    const QString strProc = QStringLiteral("/proc/%1/").arg(m_tool->Process().processId());
+    const QString strProc = u"/proc/%1/"_s.arg(m_tool->Process().processId());
     const auto ticks = [&] {
-        const QList<QByteArray> listField = ReadProcFile(strProc + QStringLiteral("stat")).split(' ');
+        const QList<QByteArray> listField = ReadProcFile(strProc + u"stat"_s).split(' ');
         return listField.value(13).toLongLong() + listField.value(14).toLongLong();
     };
     QTRY_VERIFY(Looks() > 0);
@@ -222,7 +220,7 @@ void tst_SessionFaults::thousandPrintersAreShown()
 {
     QStringList listName;
     for (int i = 0; i < 1000; ++i) {
-        listName.append(QStringLiteral("Printer%1").arg(i));
+        listName.append(u"Printer%1"_s.arg(i));
     }
     WriteReadyPrinters(listName);
     StartWithTray();
@@ -231,7 +229,7 @@ void tst_SessionFaults::thousandPrintersAreShown()
         QTRY_COMPARE_WITH_TIMEOUT(m_tool->Cell(iRow, 3), c_strReady, 20000);
     }
     WriteStatus(listName.at(999), Reply(0x10));
-    QTRY_COMPARE(m_tool->Cell(999, 3), QStringLiteral("正在打印"));
+    QTRY_COMPARE(m_tool->Cell(999, 3), u"正在打印"_s);
     HideWindow();
     QVERIFY(m_tray->ShowWindow(*m_tool));
     ExitByMenu();

@@ -7,17 +7,17 @@
 
 namespace {
 
-const QString c_strProgramFolder = QStringLiteral("/tmp/app/");
-const QString c_strEntryName = QStringLiteral("vora-k507-tool-autostart.desktop");
+const QString c_strProgramFolder = u"/tmp/app/"_s;
+const QString c_strEntryName = u"vora-k507-tool-autostart.desktop"_s;
 const QString c_strSource = c_strProgramFolder + c_strEntryName;
 const QByteArray c_entry = "[Desktop Entry]\nType=Application\nExec=/opt/vora/tool -hide\n";
 
-const QString c_strOK = QStringLiteral("确定");
-const QString c_strCancel = QStringLiteral("取消");
+const QString c_strOK = u"确定"_s;
+const QString c_strCancel = u"取消"_s;
 
 QString AutoStartFolder()
 {
-    return QDir::homePath() + QStringLiteral("/.config/autostart");
+    return QDir::homePath() + u"/.config/autostart"_s;
 }
 
 QString Target()
@@ -53,21 +53,21 @@ private:
 void tst_SettingsWindow::initTestCase()
 {
     QVERIFY(QDir().mkpath(c_strProgramFolder));
-    QVERIFY(QFile::copy(QStringLiteral(VORA_TOOL), c_strProgramFolder + QStringLiteral("VoraPrinterTool")));
+    QVERIFY(QFile::copy(QStringLiteral(VORA_TOOL), c_strProgramFolder + u"VoraPrinterTool"_s));
 }
 
 void tst_SettingsWindow::StartInTray(const QStringList& listArgument)
 {
     m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
     QVERIFY(m_tray->Start());
-    m_tool = std::make_unique<Tool>(c_strProgramFolder + QStringLiteral("VoraPrinterTool"));
+    m_tool = std::make_unique<Tool>(c_strProgramFolder + u"VoraPrinterTool"_s);
     m_tool->Start(listArgument);
     QVERIFY(WaitForTrayIcon());
 }
 
 std::optional<AccessibleNode> tst_SettingsWindow::CheckBox() const
 {
-    return m_tool->Access().Find(m_tool->Class(), QStringLiteral("check box"), QStringLiteral("开机启动"));
+    return m_tool->Access().Find(m_tool->Class(), u"check box"_s, u"开机启动"_s);
 }
 
 bool tst_SettingsWindow::IsChecked() const
@@ -104,7 +104,7 @@ bool tst_SettingsWindow::Leave(const QString& strButton) const
     if (strButton.isEmpty()) {
         Desktop::CloseWindow(*m_tool->SettingsWindow());
     } else {
-        const auto button = m_tool->Access().Find(m_tool->Class(), QStringLiteral("push button"), strButton);
+        const auto button = m_tool->Access().Find(m_tool->Class(), u"push button"_s, strButton);
         if (!button || !Click(*button)) {
             return false;
         }
@@ -119,7 +119,7 @@ void tst_SettingsWindow::isFixedCentredAndLabelled()
     QVERIFY(Open()); // "设置", 400 x 300
     const Desktop::Window window = *m_tool->SettingsWindow();
     QTRY_COMPARE(Desktop::FramePosition(*m_tool->SettingsWindow()), QPoint(440, 250));
-    const QString strHints = Desktop::Property(window, QStringLiteral("WM_NORMAL_HINTS"));
+    const QString strHints = Desktop::Property(window, u"WM_NORMAL_HINTS"_s);
     QVERIFY(strHints.contains(QLatin1String("minimum size: 400 by 300")));
     QVERIFY(strHints.contains(QLatin1String("maximum size: 400 by 300")));
 
@@ -128,10 +128,9 @@ void tst_SettingsWindow::isFixedCentredAndLabelled()
     const QRect checkBox = access.Extents(*CheckBox()).translated(-origin); // no larger than its text
     QCOMPARE(checkBox.left(), 70);
     QVERIFY(QRect(70, 60, 130, 25).contains(checkBox));
-    QCOMPARE(access.Names(m_tool->Class(), QStringLiteral("push button")), QStringList({c_strOK, c_strCancel}));
+    QCOMPARE(access.Names(m_tool->Class(), u"push button"_s), QStringList({c_strOK, c_strCancel}));
     const auto button = [&](const QString& strName) {
-        return access.Extents(*access.Find(m_tool->Class(), QStringLiteral("push button"), strName))
-            .translated(-origin);
+        return access.Extents(*access.Find(m_tool->Class(), u"push button"_s, strName)).translated(-origin);
     };
     QCOMPARE(button(c_strOK), QRect(70, 250, 80, 25));
     QCOMPARE(button(c_strCancel), QRect(250, 250, 80, 25));
@@ -193,7 +192,7 @@ void tst_SettingsWindow::discardingLeavesTheFile()
 
 void tst_SettingsWindow::worksWhileTheMainWindowIsHidden()
 {
-    StartInTray({QStringLiteral("-hide")});
+    StartInTray({u"-hide"_s});
     for (const QString& strButton : {QString(), c_strCancel, c_strOK}) {
         QVERIFY(Open());
         QVERIFY(!m_tool->MainWindow());

@@ -13,7 +13,7 @@
 
 namespace {
 
-const QString c_strFolder = QStringLiteral("/tmp/child/");
+const QString c_strFolder = u"/tmp/child/"_s;
 
 /// A script that notes what it was given by the process that started it.
 const QByteArray c_note = "mkdir -p /tmp/child\n"
@@ -68,7 +68,7 @@ void tst_StartedPrograms::initTestCase()
     for (const int iSignal : {SIGTERM, SIGINT, SIGQUIT, SIGHUP, SIGPIPE}) {
         std::signal(iSignal, SIG_DFL); // as a desktop starts its programs
     }
-    const QStringList listFd = QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System);
+    const QStringList listFd = QDir(u"/proc/self/fd"_s).entryList(QDir::Files | QDir::System);
     for (const QString& strFd : listFd) {
         if (strFd.toInt() > STDERR_FILENO) {
             ::fcntl(strFd.toInt(), F_SETFD, FD_CLOEXEC); // what the shells around this test have left open
@@ -79,34 +79,34 @@ void tst_StartedPrograms::initTestCase()
 /// Of the program that started after this test had begun.
 void tst_StartedPrograms::Check(const QByteArray& environment, const QByteArray& arguments, unsigned dwMayBeIgnored)
 {
-    QTRY_VERIFY(QFile::exists(c_strFolder + QStringLiteral("noted")));
-    QCOMPARE(ReadFile(c_strFolder + QStringLiteral("arguments")), arguments);
-    QCOMPARE(ReadFile(c_strFolder + QStringLiteral("descriptors")), QByteArray("0\n1\n2\n3\n")); // the last is the look
-    const QByteArray sets = ReadFile(c_strFolder + QStringLiteral("signals"));
+    QTRY_VERIFY(QFile::exists(c_strFolder + u"noted"_s));
+    QCOMPARE(ReadFile(c_strFolder + u"arguments"_s), arguments);
+    QCOMPARE(ReadFile(c_strFolder + u"descriptors"_s), QByteArray("0\n1\n2\n3\n")); // the last is the look
+    const QByteArray sets = ReadFile(c_strFolder + u"signals"_s);
     QCOMPARE(StandardSignals(sets, "SigPnd"), 0U);
     QCOMPARE(StandardSignals(sets, "SigBlk"), 0U);
     QCOMPARE(StandardSignals(sets, "SigIgn") & ~dwMayBeIgnored, 0U);
-    QCOMPARE(Entries(ReadFile(c_strFolder + QStringLiteral("environment"))), Entries(environment));
+    QCOMPARE(Entries(ReadFile(c_strFolder + u"environment"_s)), Entries(environment));
     QVERIFY(QDir(c_strFolder).removeRecursively());
 }
 
 void tst_StartedPrograms::cancel()
 {
-    FakeProgram(QStringLiteral("cancel"), c_note);
-    WriteReadyPrinters({QStringLiteral("Office"), QStringLiteral("Hall")});
+    FakeProgram(u"cancel"_s, c_note);
+    WriteReadyPrinters({u"Office"_s, u"Hall"_s});
     m_tool->Start();
     QTRY_VERIFY(m_tool->MainWindow());
-    const QByteArray environment = ReadProcFile(QStringLiteral("/proc/%1/environ").arg(m_tool->Process().processId()));
-    WriteStatus(QStringLiteral("Office"), Reply(0x03));
+    const QByteArray environment = ReadProcFile(u"/proc/%1/environ"_s.arg(m_tool->Process().processId()));
+    WriteStatus(u"Office"_s, Reply(0x03));
     Check(environment, QDir::currentPath().toLocal8Bit() + "\nOffice\n");
 }
 
 void tst_StartedPrograms::updateTool()
 {
-    QVERIFY(WriteScript(QStringLiteral("/opt/vora/vora-printer-k507/bin/voraK507FW"), c_note));
-    WriteReadyPrinters({QStringLiteral("Office")});
+    QVERIFY(WriteScript(u"/opt/vora/vora-printer-k507/bin/voraK507FW"_s, c_note));
+    WriteReadyPrinters({u"Office"_s});
     StartWithTray();
-    const QByteArray environment = ReadProcFile(QStringLiteral("/proc/%1/environ").arg(m_tool->Process().processId()));
+    const QByteArray environment = ReadProcFile(u"/proc/%1/environ"_s.arg(m_tool->Process().processId()));
     QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuUpdateTool));
     Check(environment, QDir::currentPath().toLocal8Bit() + '\n',
           1U << (SIGPIPE - 1)); // by Qt 5.15, which leaves it so in what it detaches
@@ -115,8 +115,8 @@ void tst_StartedPrograms::updateTool()
 /// The starter's display and bus are not handed on.
 void tst_StartedPrograms::toolAfterLogin()
 {
-    const QString strStarter = QStringLiteral("/tmp/login-start/vora-login-start");
-    QVERIFY(WriteScript(QStringLiteral("/tmp/login-start/VoraPrinterTool"), c_note));
+    const QString strStarter = u"/tmp/login-start/vora-login-start"_s;
+    QVERIFY(WriteScript(u"/tmp/login-start/VoraPrinterTool"_s, c_note));
     QVERIFY(QFile::copy(QStringLiteral(VORA_LOGIN_START), strStarter));
     m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
     QVERIFY(m_tray->Start());

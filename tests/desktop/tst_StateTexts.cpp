@@ -8,10 +8,10 @@
 
 namespace {
 
-const QString c_strReady = QStringLiteral("就绪");
-const QString c_strOffline = QStringLiteral("脱机");
-const QString c_strNoPaper = QStringLiteral("进纸托盘处无纸,请放入纸张");
-const QString c_strInkLow = QStringLiteral("墨水量低");
+const QString c_strReady = u"就绪"_s;
+const QString c_strOffline = u"脱机"_s;
+const QString c_strNoPaper = u"进纸托盘处无纸,请放入纸张"_s;
+const QString c_strInkLow = u"墨水量低"_s;
 
 constexpr int c_iOfflineTimeOutMSec = 40000; // eleven reads
 
@@ -55,30 +55,30 @@ void tst_StateTexts::stateCellFollowsTheReply()
 {
     const QList<stCase> listCase = {
         {0x00, {}, {}, c_strReady},
-        {0x10, {}, {}, QStringLiteral("正在打印")},
+        {0x10, {}, {}, u"正在打印"_s},
         // A warning stands in the table while printing alone, the first of them.
-        {0x10, {}, {0x6160}, QStringLiteral("正在打印(墨水量低)")},
-        {0x10, {}, {0x6161, 0x6160}, QStringLiteral("正在打印(COLOR_INK_LOW)")},
-        {0x10, {}, {0x6163}, QStringLiteral("正在打印()")},
+        {0x10, {}, {0x6160}, u"正在打印(墨水量低)"_s},
+        {0x10, {}, {0x6161, 0x6160}, u"正在打印(COLOR_INK_LOW)"_s},
+        {0x10, {}, {0x6163}, u"正在打印()"_s},
         {0x00, {}, {0x6160}, c_strReady},
-        {0x02, {}, {0x6160}, QStringLiteral("忙碌")},
-        {0x12, {}, {0x6160}, QStringLiteral("正在复印")},
-        {0x13, {}, {0x6160}, QStringLiteral("正在打印报告")},
-        {0x23, {}, {0x6160}, QStringLiteral("正在打印Debug报告")},
+        {0x02, {}, {0x6160}, u"忙碌"_s},
+        {0x12, {}, {0x6160}, u"正在复印"_s},
+        {0x13, {}, {0x6160}, u"正在打印报告"_s},
+        {0x23, {}, {0x6160}, u"正在打印Debug报告"_s},
         // An error takes the place of every state and warning, the first of them.
         {0x00, {0x6100}, {}, c_strNoPaper},
         {0x10, {0x6100}, {0x6160}, c_strNoPaper},
-        {0x10, {0x6120, 0x6100}, {0x6160, 0x6161}, QStringLiteral("墨水仓门已打开,请关闭")},
-        {0xFF, {0x5201}, {}, QStringLiteral("故障#5201，请断电重启")},
+        {0x10, {0x6120, 0x6100}, {0x6160, 0x6161}, u"墨水仓门已打开,请关闭"_s},
+        {0xFF, {0x5201}, {}, u"故障#5201，请断电重启"_s},
         {0x00, {0x6165}, {}, QString()}, // has no Chinese text
         // Codes that no printer is known to send.
-        {0x00, {0x1234}, {}, QStringLiteral("错误状态未知")},
-        {0x10, {}, {0x1234}, QStringLiteral("正在打印(错误状态未知)")},
-        {0xFF, {}, {}, QStringLiteral("未知")},
+        {0x00, {0x1234}, {}, u"错误状态未知"_s},
+        {0x10, {}, {0x1234}, u"正在打印(错误状态未知)"_s},
+        {0xFF, {}, {}, u"未知"_s},
     };
     QStringList listName;
     for (int i = 0; i < listCase.size(); ++i) {
-        listName.append(QStringLiteral("Printer%1").arg(i));
+        listName.append(u"Printer%1"_s.arg(i));
     }
     WriteReadyPrinters(listName);
     m_tool->Start();
@@ -92,7 +92,7 @@ void tst_StateTexts::stateCellFollowsTheReply()
         WriteStatus(listName.at(i), reply);
     }
     for (int i = 0; i < listCase.size(); ++i) {
-        QTRY_COMPARE(Ink(i), QStringLiteral("青色：无   红色：无   黄色：无   黑色：高"));
+        QTRY_COMPARE(Ink(i), u"青色：无   红色：无   黄色：无   黑色：高"_s);
         QCOMPARE(State(i), listCase.at(i).strState);
     }
 }
@@ -114,14 +114,14 @@ void tst_StateTexts::balloonNamesThePrinterAndTheTrouble()
     QFETCH(QList<quint16>, warnings);
     QFETCH(QString, message);
     QFETCH(QString, state);
-    const QString strName = QStringLiteral("书房打印机");
+    const QString strName = u"书房打印机"_s;
     WriteReadyPrinters({strName});
     StartWithTray();
     QTRY_COMPARE(State(0), c_strReady);
 
     WriteStatus(strName, Reply(0x00, errors, warnings));
     QTRY_VERIFY(m_tool->Popup());
-    const QStringList listLabel = m_tool->Access().Names(m_tool->Class(), QStringLiteral("label"));
+    const QStringList listLabel = m_tool->Access().Names(m_tool->Class(), u"label"_s);
     QVERIFY2(listLabel.contains(strName), qPrintable(listLabel.join(QLatin1Char('|'))));
     QVERIFY2(listLabel.contains(message), qPrintable(listLabel.join(QLatin1Char('|'))));
     QCOMPARE(State(0), state);
@@ -129,29 +129,29 @@ void tst_StateTexts::balloonNamesThePrinterAndTheTrouble()
 
 void tst_StateTexts::noBalloonWithoutTrouble()
 {
-    WriteReadyPrinters({QStringLiteral("Office"), QStringLiteral("Study")});
+    WriteReadyPrinters({u"Office"_s, u"Study"_s});
     StartWithTray();
     QTRY_COMPARE(State(0), c_strReady);
-    WriteStatus(QStringLiteral("Office"), Reply(0x10));
-    QTRY_COMPARE(State(0), QStringLiteral("正在打印"));
+    WriteStatus(u"Office"_s, Reply(0x10));
+    QTRY_COMPARE(State(0), u"正在打印"_s);
     QVERIFY(!m_tool->Popup());
-    WriteStatus(QStringLiteral("Study"), Reply(0x10, {}, {0x6160})); // a later balloon is the only one
+    WriteStatus(u"Study"_s, Reply(0x10, {}, {0x6160})); // a later balloon is the only one
     QTRY_VERIFY(m_tool->Popup());
-    const QStringList listLabel = m_tool->Access().Names(m_tool->Class(), QStringLiteral("label"));
-    QVERIFY(listLabel.contains(QStringLiteral("Study")));
-    QVERIFY(!listLabel.contains(QStringLiteral("Office")));
+    const QStringList listLabel = m_tool->Access().Names(m_tool->Class(), u"label"_s);
+    QVERIFY(listLabel.contains(u"Study"_s));
+    QVERIFY(!listLabel.contains(u"Office"_s));
 }
 
 void tst_StateTexts::failedReadsMakeOffline()
 {
-    const QString strGone = QStringLiteral("Gone");
-    const QString strKept = QStringLiteral("Kept");
+    const QString strGone = u"Gone"_s;
+    const QString strKept = u"Kept"_s;
     WriteReadyPrinters({strGone, strKept});
     WriteStatus(strGone, Reply(0x10, {0x6100}, {0x6160}));
     m_tool->Start();
     QTRY_COMPARE(State(0), c_strNoPaper);
     QTRY_COMPARE(State(1), c_strReady);
-    const QString strInk = QStringLiteral("青色：高   红色：中   黄色：较低   黑色：低");
+    const QString strInk = u"青色：高   红色：中   黄色：较低   黑色：低"_s;
     QTRY_COMPARE(Ink(0), strInk);
 
     QElapsedTimer timer;
@@ -169,7 +169,7 @@ void tst_StateTexts::failedReadsMakeOffline()
 
 void tst_StateTexts::rejectedReplyLeavesTheRow()
 {
-    const QString strName = QStringLiteral("Office");
+    const QString strName = u"Office"_s;
     WriteReadyPrinters({strName});
     m_tool->Start();
     QTRY_COMPARE(State(0), c_strReady);
@@ -182,7 +182,7 @@ void tst_StateTexts::rejectedReplyLeavesTheRow()
     m_folder.WriteStatus(strName, reply.left(8)); // when it is read, the one before has been dealt with
     QTRY_VERIFY(WasRead(strName));
     QCOMPARE(State(0), c_strReady);
-    QCOMPARE(Ink(0), QStringLiteral("青色：高   红色：中   黄色：较低   黑色：低"));
+    QCOMPARE(Ink(0), u"青色：高   红色：中   黄色：较低   黑色：低"_s);
 
     m_folder.WriteStatus(strName, reply);
     QTRY_COMPARE(State(0), c_strNoPaper);

@@ -25,12 +25,12 @@ void tst_SupportBuild::writesItsLog()
 {
     QFETCH(const QString, program);
     QFETCH(const bool, log);
-    WriteReadyPrinters({QStringLiteral("Office")});
+    WriteReadyPrinters({u"Office"_s});
     m_tool = std::make_unique<Tool>(program);
     m_tool->Start();
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
     const QDir folder(c_strToolPath);
-    const QStringList listLog = folder.entryList({QStringLiteral("log_tool_*.log")});
+    const QStringList listLog = folder.entryList({u"log_tool_*.log"_s});
     QCOMPARE(listLog.isEmpty(), !log);
     if (log) {
         const QString strPath = folder.filePath(listLog.first());

@@ -26,7 +26,7 @@ private:
 void tst_Tray::LetClicksArrive() const
 {
     QVERIFY(m_tray->OpenMenu(*m_tool));
-    Desktop::PressKey(QStringLiteral("Escape"));
+    Desktop::PressKey(u"Escape"_s);
     QTRY_VERIFY(!m_tray->Menu(*m_tool));
 }
 
@@ -58,8 +58,7 @@ void tst_Tray::clickShowsTheWindow()
         cover.kill();
         cover.waitForFinished();
     });
-    cover.start(QStringLiteral("xev"), {QStringLiteral("-geometry"), QStringLiteral("1000x500+140+150"),
-                                        QStringLiteral("-name"), QStringLiteral("cover")});
+    cover.start(u"xev"_s, {u"-geometry"_s, u"1000x500+140+150"_s, u"-name"_s, u"cover"_s});
     QTRY_VERIFY(Desktop::Stacking().size() > iWindows);
     QTRY_VERIFY(!QStringList({QString(), WindowId()}).contains(Desktop::ActiveWindow()));
     const QString strCover = Desktop::ActiveWindow();
@@ -88,17 +87,17 @@ void tst_Tray::iconComesBackWithTheTray()
 
 void tst_Tray::runsWithoutATray()
 {
-    WriteReadyPrinters({QStringLiteral("Office")});
+    WriteReadyPrinters({u"Office"_s});
     m_tool->Start();
     QTRY_VERIFY(m_tool->MainWindow());
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
     QVERIFY(!m_tool->TrayIcon());
 
-    WriteStatus(QStringLiteral("Office"), Reply(0x00, {0x6100}));
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("进纸托盘处无纸,请放入纸张"));
+    WriteStatus(u"Office"_s, Reply(0x00, {0x6100}));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"进纸托盘处无纸,请放入纸张"_s);
     QVERIFY(!m_tool->Popup());
-    WriteStatus(QStringLiteral("Office"), Reply());
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("就绪"));
+    WriteStatus(u"Office"_s, Reply());
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
     QVERIFY(m_tool->MainWindow());
 }
 

@@ -35,7 +35,7 @@ void tst_TrayMenu::Hear(const QDBusMessage& message)
 void tst_TrayMenu::PressDown() const
 {
     const auto iHeard = m_listHeard.size();
-    Desktop::PressKey(QStringLiteral("Down"));
+    Desktop::PressKey(u"Down"_s);
     [[maybe_unused]] const bool bHeard = QTest::qWaitFor([&] { return m_listHeard.size() > iHeard; }, 1000);
 }
 
@@ -47,16 +47,15 @@ void tst_TrayMenu::menuDoesWhatItSays()
     Tool& tool = *m_tool;
     QVERIFY(m_tray->OpenMenu(tool));
     // A key may come before the menu listens, hence once round until the last entry, which the first one follows.
-    for (int i = 0; i < 10 && !m_listHeard.contains(QStringLiteral("退出")); ++i) {
+    for (int i = 0; i < 10 && !m_listHeard.contains(u"退出"_s); ++i) {
         PressDown();
     }
     m_listHeard.clear();
     for (int i = 0; i < 4; ++i) {
         PressDown();
     }
-    QTRY_COMPARE(m_listHeard, (QStringList{QStringLiteral("显示主界面"), QStringLiteral("打印机更新助手"),
-                                           QStringLiteral("设置"), QStringLiteral("退出")}));
-    Desktop::PressKey(QStringLiteral("Escape"));
+    QTRY_COMPARE(m_listHeard, (QStringList{u"显示主界面"_s, u"打印机更新助手"_s, u"设置"_s, u"退出"_s}));
+    Desktop::PressKey(u"Escape"_s);
     QTRY_VERIFY(!m_tray->Menu(tool));
 
     HideWindow();

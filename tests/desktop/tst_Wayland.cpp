@@ -22,10 +22,9 @@ private:
 
 void tst_Wayland::initTestCase()
 {
-    m_compositor.start(QStringLiteral("weston"),
-                       {QStringLiteral("--backend=headless-backend.so"), QStringLiteral("--socket=vora"),
-                        QStringLiteral("--no-config"), QStringLiteral("--idle-time=0")});
-    QTRY_VERIFY(QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/vora")));
+    m_compositor.start(u"weston"_s,
+                       {u"--backend=headless-backend.so"_s, u"--socket=vora"_s, u"--no-config"_s, u"--idle-time=0"_s});
+    QTRY_VERIFY(QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/vora"_s));
 }
 
 void tst_Wayland::cleanupTestCase()
@@ -37,16 +36,16 @@ void tst_Wayland::cleanupTestCase()
 bool tst_Wayland::IsWindowVisible(const QString& strTitle) const
 {
     const Accessibility& access = m_tool->Access();
-    const std::optional<AccessibleNode> window = access.Find(m_tool->Class(), QStringLiteral("filler"), strTitle);
+    const std::optional<AccessibleNode> window = access.Find(m_tool->Class(), u"filler"_s, strTitle);
     return window && access.IsVisible(*window);
 }
 
 void tst_Wayland::runsFromStartToExit()
 {
-    const QString strTitle = QStringLiteral("星原喷墨打印机助手");
-    const QString strSettings = QStringLiteral("设置");
-    WritePrinters({{QStringLiteral("书房"), QStringLiteral("RB9Q"), 1, QString(), QStringLiteral("usb://b")}});
-    WriteStatus(QStringLiteral("书房"), Reply(0x10, {}, {0x6160}));
+    const QString strTitle = u"星原喷墨打印机助手"_s;
+    const QString strSettings = u"设置"_s;
+    WritePrinters({{u"书房"_s, u"RB9Q"_s, 1, QString(), u"usb://b"_s}});
+    WriteStatus(u"书房"_s, Reply(0x10, {}, {0x6160}));
     m_tray = std::make_unique<TrayHost>(TrayHost::enXfcePanel);
     QVERIFY(m_tray->Start());
     qputenv("WAYLAND_DISPLAY", "vora");
@@ -57,11 +56,11 @@ void tst_Wayland::runsFromStartToExit()
     QTRY_VERIFY(IsWindowVisible(strTitle));
     QVERIFY(!m_tool->MainWindow()); // not on the X display
 
-    QTRY_COMPARE(m_tool->Cell(0, 3), QStringLiteral("正在打印(墨水量低)"));
+    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在打印(墨水量低)"_s);
     QCOMPARE(m_tool->RowCount(), 1);
-    QCOMPARE(m_tool->Cell(0, 0), QStringLiteral("书房"));
-    QCOMPARE(m_tool->Cell(0, 1), QStringLiteral("USB"));
-    QCOMPARE(m_tool->Cell(0, 2), QStringLiteral("青色：高   红色：中   黄色：较低   黑色：低"));
+    QCOMPARE(m_tool->Cell(0, 0), u"书房"_s);
+    QCOMPARE(m_tool->Cell(0, 1), u"USB"_s);
+    QCOMPARE(m_tool->Cell(0, 2), u"青色：高   红色：中   黄色：较低   黑色：低"_s);
 
     QVERIFY(!IsWindowVisible(strSettings));
     QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuSettings));

@@ -12,8 +12,8 @@
 
 namespace {
 
-const QString c_strTitle = QStringLiteral("星原喷墨打印机助手");
-const QString c_strLongError = QStringLiteral("纸张尺寸不匹配，请选择匹配的纸张，按OK键取消任务");
+const QString c_strTitle = u"星原喷墨打印机助手"_s;
+const QString c_strLongError = u"纸张尺寸不匹配，请选择匹配的纸张，按OK键取消任务"_s;
 
 // Of _MOTIF_WM_HINTS: "... = flags, functions, decorations, ...".
 constexpr int c_iMaximiseFunction = 0x10;
@@ -34,19 +34,18 @@ class TwoScreens
 public:
     TwoScreens()
     {
-        m_server.start(QStringLiteral("Xvfb"), QStringLiteral(":99 -extension RANDR -screen 0 1280x800x24 "
-                                                              "-screen 1 1920x600x24 +xinerama -nolisten tcp -noreset")
-                                                   .split(QLatin1Char(' ')));
+        m_server.start(u"Xvfb"_s, u":99 -extension RANDR -screen 0 1280x800x24 "
+                                  "-screen 1 1920x600x24 +xinerama -nolisten tcp -noreset"_s.split(QLatin1Char(' ')));
         qputenv("DISPLAY", ":99");
     }
 
     bool StartWindowManager()
     {
-        const auto isServerReady = [] { return !Desktop::Run(QStringLiteral("xdpyinfo"), {}).isEmpty(); };
+        const auto isServerReady = [] { return !Desktop::Run(u"xdpyinfo"_s, {}).isEmpty(); };
         if (!QTest::qWaitFor(isServerReady)) {
             return false;
         }
-        m_windowManager.start(QStringLiteral("openbox"), QStringList());
+        m_windowManager.start(u"openbox"_s, QStringList());
         return QTest::qWaitFor(Desktop::HasWindowManager);
     }
 
@@ -77,7 +76,7 @@ bool IsOfOneColour(const QImage& image)
 
 QImage Screen()
 {
-    const QString strPath = QStringLiteral("/tmp/screen.png");
+    const QString strPath = u"/tmp/screen.png"_s;
     Desktop::SavePicture(strPath);
     return QImage(strPath).convertToFormat(QImage::Format_RGB32);
 }
@@ -127,13 +126,11 @@ void tst_Window::TryToResize() const
 {
     const Desktop::Window window = *m_tool->MainWindow();
     for (const QSize size : {QSize(1000, 500), QSize(400, 200)}) {
-        Desktop::Run(QStringLiteral("xdotool"), {QStringLiteral("windowsize"), window.strId,
-                                                 QString::number(size.width()), QString::number(size.height())});
+        Desktop::Run(u"xdotool"_s,
+                     {u"windowsize"_s, window.strId, QString::number(size.width()), QString::number(size.height())});
     }
-    Desktop::Run(QStringLiteral("wmctrl"), {QStringLiteral("-i"), QStringLiteral("-r"), window.strId,
-                                            QStringLiteral("-b"), QStringLiteral("add,maximized_vert,maximized_horz")});
-    Desktop::Run(QStringLiteral("xdotool"),
-                 {QStringLiteral("windowmove"), window.strId, QStringLiteral("30"), QStringLiteral("40")});
+    Desktop::Run(u"wmctrl"_s, {u"-i"_s, u"-r"_s, window.strId, u"-b"_s, u"add,maximized_vert,maximized_horz"_s});
+    Desktop::Run(u"xdotool"_s, {u"windowmove"_s, window.strId, u"30"_s, u"40"_s});
     const auto isMoved = [&] {
         const QList<Desktop::Window> listWindow = Desktop::Windows(m_tool->Class());
         return std::any_of(listWindow.begin(), listWindow.end(), [&](const Desktop::Window& other) {
@@ -146,7 +143,7 @@ void tst_Window::TryToResize() const
 
 int tst_Window::MotifHint(int iField) const
 {
-    const QString strHints = Desktop::Property(*m_tool->MainWindow(), QStringLiteral("_MOTIF_WM_HINTS"));
+    const QString strHints = Desktop::Property(*m_tool->MainWindow(), u"_MOTIF_WM_HINTS"_s);
     return strHints.section(QLatin1Char('='), 1).section(QLatin1Char(','), iField, iField).trimmed().toInt(nullptr, 16);
 }
 
@@ -177,7 +174,7 @@ QList<QImage> tst_Window::InkAndStatePictures() const
 QStringList tst_Window::ToolTipAt(int iRow, int iColumn) const
 {
     Desktop::MoveMouse(CellRect(iRow, iColumn).center());
-    return m_tool->Access().Names(m_tool->Class(), QStringLiteral("tool tip"));
+    return m_tool->Access().Names(m_tool->Class(), u"tool tip"_s);
 }
 
 void tst_Window::hasTitleAndFixedSize()
@@ -185,8 +182,8 @@ void tst_Window::hasTitleAndFixedSize()
     m_tool->Start();
     QTRY_VERIFY(m_tool->MainWindow()); // with the title, of 860 x 300
     const Desktop::Window window = *m_tool->MainWindow();
-    QVERIFY(Desktop::Property(window, QStringLiteral("_NET_WM_NAME")).contains(c_strTitle));
-    const QString strHints = Desktop::Property(window, QStringLiteral("WM_NORMAL_HINTS"));
+    QVERIFY(Desktop::Property(window, u"_NET_WM_NAME"_s).contains(c_strTitle));
+    const QString strHints = Desktop::Property(window, u"WM_NORMAL_HINTS"_s);
     QVERIFY(strHints.contains(QLatin1String("minimum size: 860 by 300")));
     QVERIFY(strHints.contains(QLatin1String("maximum size: 860 by 300")));
     TryToResize();
@@ -227,15 +224,15 @@ void tst_Window::maximiseButtonIsGoneUntilShownFromTheTray()
 
 void tst_Window::closeButtonHidesIt()
 {
-    WriteReadyPrinters({QStringLiteral("Office")});
+    WriteReadyPrinters({u"Office"_s});
     StartWithTray();
-    QTRY_COMPARE(m_tool->Cell(0, enColumnState), QStringLiteral("就绪"));
+    QTRY_COMPARE(m_tool->Cell(0, enColumnState), u"就绪"_s);
     Desktop::CloseWindow(*m_tool->MainWindow());
     QTRY_VERIFY(!m_tool->MainWindow());
 
-    WriteStatus(QStringLiteral("Office"), Reply(0x11));
+    WriteStatus(u"Office"_s, Reply(0x11));
     QVERIFY(m_tray->ShowWindow(*m_tool));
-    QTRY_COMPARE(m_tool->Cell(0, enColumnState), QStringLiteral("正在扫描"));
+    QTRY_COMPARE(m_tool->Cell(0, enColumnState), u"正在扫描"_s);
     QCOMPARE(m_tool->Process().state(), QProcess::Running);
 }
 
@@ -243,16 +240,15 @@ void tst_Window::hideSwitch_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<bool>("shown");
-    QTest::newRow("-hide") << QStringList{QStringLiteral("-hide")} << false;
-    QTest::newRow("-HIDE") << QStringList{QStringLiteral("-HIDE")} << false;
-    QTest::newRow("x -Hide") << QStringList{QStringLiteral("x"), QStringLiteral("-Hide")} << false;
-    QTest::newRow("-hide x y") << QStringList{QStringLiteral("-hide"), QStringLiteral("x"), QStringLiteral("y")}
-                               << false;
-    QTest::newRow("--hide") << QStringList{QStringLiteral("--hide")} << true;
-    QTest::newRow("-hidden") << QStringList{QStringLiteral("-hidden")} << true;
-    QTest::newRow("-hid") << QStringList{QStringLiteral("-hid")} << true;
-    QTest::newRow("hide") << QStringList{QStringLiteral("hide")} << true;
-    QTest::newRow("blank before") << QStringList{QStringLiteral(" -hide")} << true;
+    QTest::newRow("-hide") << QStringList{u"-hide"_s} << false;
+    QTest::newRow("-HIDE") << QStringList{u"-HIDE"_s} << false;
+    QTest::newRow("x -Hide") << QStringList{u"x"_s, u"-Hide"_s} << false;
+    QTest::newRow("-hide x y") << QStringList{u"-hide"_s, u"x"_s, u"y"_s} << false;
+    QTest::newRow("--hide") << QStringList{u"--hide"_s} << true;
+    QTest::newRow("-hidden") << QStringList{u"-hidden"_s} << true;
+    QTest::newRow("-hid") << QStringList{u"-hid"_s} << true;
+    QTest::newRow("hide") << QStringList{u"hide"_s} << true;
+    QTest::newRow("blank before") << QStringList{u" -hide"_s} << true;
 }
 
 void tst_Window::hideSwitch()
@@ -290,7 +286,7 @@ void tst_Window::columnsHaveTheirHeadersAndWidths()
     }
 
     // The last column reaches the table's right edge but for its frame.
-    const QRect table = access.Extents(*access.Find(m_tool->Class(), QStringLiteral("table")));
+    const QRect table = access.Extents(*access.Find(m_tool->Class(), u"table"_s));
     QCOMPARE(table.topLeft(), m_tool->MainWindow()->geometry.topLeft() + QPoint(20, 20));
     QCOMPARE(table.size(), QSize(820, 260));
     QVERIFY(table.right() - access.Extents(listHeader.last()).right() <= 2);
@@ -302,14 +298,11 @@ void tst_Window::textsFitTheirCells_data()
     QTest::addColumn<QList<int>>("rawStates");
     QTest::addColumn<QStringList>("texts");
     QTest::newRow("first six") << List{0x00, 0x01, 0x02, 0x03, 0x10, 0x11}
-                               << QStringList{QStringLiteral("就绪"),     QStringLiteral("初始化"),
-                                              QStringLiteral("忙碌"),     QStringLiteral("正在取消任务"),
-                                              QStringLiteral("正在打印"), QStringLiteral("正在扫描")};
+                               << QStringList{u"就绪"_s,         u"初始化"_s,   u"忙碌"_s,
+                                              u"正在取消任务"_s, u"正在打印"_s, u"正在扫描"_s};
     QTest::newRow("last seven") << List{0x12, 0x13, 0x20, 0x21, 0x22, 0x23, 0xFF}
-                                << QStringList{QStringLiteral("正在复印"),     QStringLiteral("正在打印报告"),
-                                               QStringLiteral("清洁模式"),     QStringLiteral("校准模式"),
-                                               QStringLiteral("打印机任务中"), QStringLiteral("正在打印Debug报告"),
-                                               QStringLiteral("未知")};
+                                << QStringList{u"正在复印"_s,     u"正在打印报告"_s,      u"清洁模式"_s, u"校准模式"_s,
+                                               u"打印机任务中"_s, u"正在打印Debug报告"_s, u"未知"_s};
 }
 
 /// The printers are off-line at first, so that every cell gets another text than it had.
@@ -317,17 +310,17 @@ void tst_Window::textsFitTheirCells()
 {
     QFETCH(QList<int>, rawStates);
     QFETCH(QStringList, texts);
-    FakeProgram(QStringLiteral("cancel"), "");
+    FakeProgram(u"cancel"_s, "");
     QList<stPrinterInfo> listPrinter;
     for (int i = 0; i < texts.size(); ++i) {
-        listPrinter.append({QStringLiteral("Printer%1").arg(i), QString(), 1, QString(), QString()});
+        listPrinter.append({u"Printer%1"_s.arg(i), QString(), 1, QString(), QString()});
     }
     WritePrinters(listPrinter);
     Desktop::MoveMouse({0, 0});
     m_tool->Start();
     QTRY_COMPARE(m_tool->RowCount(), static_cast<int>(texts.size()));
     for (int iRow = 0; iRow < texts.size(); ++iRow) {
-        QCOMPARE(m_tool->Cell(iRow, enColumnState), QStringLiteral("脱机"));
+        QCOMPARE(m_tool->Cell(iRow, enColumnState), u"脱机"_s);
     }
     QList<QImage> listBefore;
     const auto areWhole = [](const QList<QImage>& listCell) {
@@ -343,7 +336,7 @@ void tst_Window::textsFitTheirCells()
     }
     for (int iRow = 0; iRow < texts.size(); ++iRow) {
         QTRY_COMPARE(m_tool->Cell(iRow, enColumnState), texts.at(iRow));
-        QCOMPARE(m_tool->Cell(iRow, enColumnInk), QStringLiteral("青色：较低   红色：较低   黄色：较低   黑色：较低"));
+        QCOMPARE(m_tool->Cell(iRow, enColumnInk), u"青色：较低   红色：较低   黄色：较低   黑色：较低"_s);
     }
     QList<QImage> listAfter;
     QTRY_VERIFY(std::equal(listBefore.begin(), listBefore.end(), (listAfter = InkAndStatePictures()).begin(),
@@ -353,16 +346,16 @@ void tst_Window::textsFitTheirCells()
 
 void tst_Window::toolTipsCarryWholeTexts()
 {
-    const QString strLongName = QString(QStringLiteral("彩色打印机Office")).repeated(6).left(60);
-    const QString strLongPort = QStringLiteral("printserver.east-wing.example.org");
-    const QString strTagName = QStringLiteral("<b>Office");
+    const QString strLongName = QString(u"彩色打印机Office"_s).repeated(6).left(60);
+    const QString strLongPort = u"printserver.east-wing.example.org"_s;
+    const QString strTagName = u"<b>Office"_s;
     WritePrinters({{strLongName, QString(), 0, strLongPort, QString()},
-                   {QStringLiteral("Office"), QString(), 1, QString(), QString()},
+                   {u"Office"_s, QString(), 1, QString(), QString()},
                    {strTagName, QString(), 1, QString(), QString()}});
     WriteStatus(strLongName, Reply(0x10, {0x6105}));
-    WriteStatus(QStringLiteral("Office"), Reply(0x10, {}, {0x6105}));
+    WriteStatus(u"Office"_s, Reply(0x10, {}, {0x6105}));
     m_tool->Start();
-    const QString strWarning = QStringLiteral("正在打印(") + c_strLongError + QLatin1Char(')');
+    const QString strWarning = u"正在打印("_s + c_strLongError + QLatin1Char(')');
     QTRY_COMPARE(m_tool->Cell(0, enColumnState), c_strLongError);
     QTRY_COMPARE(m_tool->Cell(1, enColumnState), strWarning);
     for (const QPoint cell :
@@ -374,9 +367,8 @@ void tst_Window::toolTipsCarryWholeTexts()
     QTRY_COMPARE(ToolTipAt(0, enColumnState), QStringList{c_strLongError});
     QTRY_COMPARE(ToolTipAt(1, enColumnState), QStringList{strWarning});
     QTRY_COMPARE(ToolTipAt(0, enColumnName), QStringList{strLongName});
-    QTRY_COMPARE(ToolTipAt(0, enColumnConnection),
-                 QStringList{QStringLiteral("网络(") + strLongPort + QLatin1Char(')')});
-    QTRY_COMPARE(ToolTipAt(1, enColumnName), QStringList{QStringLiteral("Office")}); // a text that fits has one too
+    QTRY_COMPARE(ToolTipAt(0, enColumnConnection), QStringList{u"网络("_s + strLongPort + QLatin1Char(')')});
+    QTRY_COMPARE(ToolTipAt(1, enColumnName), QStringList{u"Office"_s}); // a text that fits has one too
     QTRY_COMPARE(ToolTipAt(2, enColumnName), QStringList{strTagName});
 }
 

@@ -8,10 +8,9 @@
 PrinterPark::PrinterPark(const DriverFolder& folder, int iCount) : m_folder(folder)
 {
     for (int i = 0; i < iCount; ++i) {
-        const QString strName = QStringLiteral("Printer%1").arg(i);
-        const stPrinterInfo info = {strName, QStringLiteral("RA7Q"), 0, QStringLiteral("10.0.0.%1").arg(i),
-                                    QStringLiteral("ipp://") + strName};
-        m_listPrinter.append(stPrinter{info, {0x00, {}, {}, QStringLiteral("就绪")}});
+        const QString strName = u"Printer%1"_s.arg(i);
+        const stPrinterInfo info = {strName, u"RA7Q"_s, 0, u"10.0.0.%1"_s.arg(i), u"ipp://"_s + strName};
+        m_listPrinter.append(stPrinter{info, {0x00, {}, {}, u"就绪"_s}});
     }
 }
 
@@ -25,7 +24,7 @@ int PrinterPark::RowOf(const QString& strName) const
 QStringList PrinterPark::Row(int iRow) const
 {
     const stPrinter& printer = m_listPrinter.at(iRow);
-    return {printer.info.strPrinterName, QStringLiteral("网络(%1)").arg(printer.info.strPort), printer.state.strText};
+    return {printer.info.strPrinterName, u"网络(%1)"_s.arg(printer.info.strPort), printer.state.strText};
 }
 
 void PrinterPark::WriteAll() const
@@ -53,7 +52,7 @@ QList<int> PrinterPark::Rename(int iRow)
 {
     stPrinter& printer = m_listPrinter[iRow];
     const QString strOldName = printer.info.strPrinterName;
-    printer.info.strPrinterName = QStringLiteral("Renamed%1").arg(m_iRenamed++);
+    printer.info.strPrinterName = u"Renamed%1"_s.arg(m_iRenamed++);
     // The list last: a printer whose status file is not there yet would show as off-line.
     WriteStatus(printer);
     WriteList();
@@ -63,7 +62,7 @@ QList<int> PrinterPark::Rename(int iRow)
 
 QList<int> PrinterPark::Move(int iRow)
 {
-    m_listPrinter[iRow].info.strPort = QStringLiteral("10.1.0.%1").arg(m_iMoved++);
+    m_listPrinter[iRow].info.strPort = u"10.1.0.%1"_s.arg(m_iMoved++);
     WriteList();
     return {iRow};
 }

@@ -3,6 +3,8 @@
 
 #include "ToolFigures.h"
 
+#include "QtCompat.h"
+
 #include "ProcFile.h"
 
 #include <QDir>
@@ -17,7 +19,7 @@ int FewestDescriptors(const QString& strProcess)
 {
     auto iFewest = std::numeric_limits<int>::max();
     for (int i = 0; i < 10; ++i) {
-        const QDir folder(strProcess + QStringLiteral("/fd"));
+        const QDir folder(strProcess + u"/fd"_s);
         iFewest = std::min(
             iFewest, static_cast<int>(folder.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size()));
         QThread::msleep(2);
@@ -28,9 +30,8 @@ int FewestDescriptors(const QString& strProcess)
 int Workers(const QString& strProcess)
 {
     int iWorkers = 0;
-    for (const QString& strThread : QDir(strProcess + QStringLiteral("/task")).entryList({QStringLiteral("[0-9]*")})) {
-        iWorkers +=
-            ReadProcFile(strProcess + QStringLiteral("/task/%1/comm").arg(strThread)).startsWith("vora-") ? 1 : 0;
+    for (const QString& strThread : QDir(strProcess + u"/task"_s).entryList({u"[0-9]*"_s})) {
+        iWorkers += ReadProcFile(strProcess + u"/task/%1/comm"_s.arg(strThread)).startsWith("vora-") ? 1 : 0;
     }
     return iWorkers;
 }
@@ -38,8 +39,8 @@ int Workers(const QString& strProcess)
 int Zombies(qint64 iParent)
 {
     int iZombies = 0;
-    for (const QString& strPid : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
-        const QByteArray status = ReadProcFile(QStringLiteral("/proc/%1/status").arg(strPid));
+    for (const QString& strPid : QDir(u"/proc"_s).entryList({u"[0-9]*"_s}, QDir::Dirs)) {
+        const QByteArray status = ReadProcFile(u"/proc/%1/status"_s.arg(strPid));
         if (status.contains("\nState:\tZ") && ProcNumber(status, "PPid") == iParent) {
             ++iZombies;
         }
@@ -51,8 +52,8 @@ int Zombies(qint64 iParent)
 
 stToolFigures LookAt(qint64 iPid)
 {
-    const QString strProcess = QStringLiteral("/proc/%1").arg(iPid);
-    const QByteArray status = ReadProcFile(strProcess + QStringLiteral("/status"));
+    const QString strProcess = u"/proc/%1"_s.arg(iPid);
+    const QByteArray status = ReadProcFile(strProcess + u"/status"_s);
     stToolFigures figures;
     figures.iThreads = static_cast<int>(ProcNumber(status, "Threads"));
     figures.iWorkers = Workers(strProcess);

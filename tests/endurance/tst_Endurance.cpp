@@ -28,13 +28,13 @@ constexpr int c_iStepsToAMinute = 60;
 
 int s_iMinutes = 1;
 
-const PrinterPark::stState c_ready = {0x00, {}, {}, QStringLiteral("就绪")};
+const PrinterPark::stState c_ready = {0x00, {}, {}, u"就绪"_s};
 
 // The error, the warning and the cancelling do not stay: each change of the list announces again what is wrong then.
 const QList<PrinterPark::stState> c_listState = {
-    {0x10, {}, {}, QStringLiteral("正在打印")}, {0x10, {0x6100}, {}, QStringLiteral("进纸托盘处无纸,请放入纸张")},
-    {0x11, {}, {}, QStringLiteral("正在扫描")}, {0x10, {}, {0x6160}, QStringLiteral("正在打印(墨水量低)")},
-    {0x02, {}, {}, QStringLiteral("忙碌")},     {0x03, {}, {}, QStringLiteral("正在取消任务")},
+    {0x10, {}, {}, u"正在打印"_s}, {0x10, {0x6100}, {}, u"进纸托盘处无纸,请放入纸张"_s},
+    {0x11, {}, {}, u"正在扫描"_s}, {0x10, {}, {0x6160}, u"正在打印(墨水量低)"_s},
+    {0x02, {}, {}, u"忙碌"_s},     {0x03, {}, {}, u"正在取消任务"_s},
 };
 
 bool Stays(const PrinterPark::stState& state)
@@ -204,7 +204,7 @@ void tst_Endurance::TakeSteps(const NotificationServer& server, PrinterPark& par
 
 void tst_Endurance::StartBeside(NotificationServer& server, const PrinterPark& park)
 {
-    FakeProgram(QStringLiteral("cancel"), "echo >> /tmp/cancelled\n");
+    FakeProgram(u"cancel"_s, "echo >> /tmp/cancelled\n");
     park.WriteAll();
     // The balloons that Qt draws itself beside an XEmbed icon each leave 2.9 kB behind in Qt 6.4.
     QVERIFY(server.Start());
@@ -216,7 +216,7 @@ void tst_Endurance::CheckThatAllHappened(const NotificationServer& server) const
 {
     QVERIFY(m_listFigures.size() > 1);
     QVERIFY(server.Count() > 0);
-    QVERIFY(QFile::exists(QStringLiteral("/tmp/cancelled")));
+    QVERIFY(QFile::exists(u"/tmp/cancelled"_s));
 }
 
 void tst_Endurance::CheckEveryRow(const PrinterPark& park) const

@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
 {
     const QByteArray json(reinterpret_cast<const char*>(pData), static_cast<int>(iSize));
     try {
-        const stScenario scenario = ReadScenario(json, QStringLiteral("input"));
+        const stScenario scenario = ReadScenario(json, u"input"_s);
         EndUnless(!scenario.listPrinter.isEmpty() && scenario.listPrinter.size() <= c_iMaxPrinters);
         // Printers that a count made have the same reply, but for their serial number.
         for (int i = 0; i < std::min<int>(static_cast<int>(scenario.listPrinter.size()), 3); ++i) {

@@ -20,7 +20,7 @@ QString WriteFile(const std::uint8_t* pData, std::size_t iSize)
 {
     static const int s_iFd = ::memfd_create("reply", MFD_CLOEXEC);
     EndUnless(::ftruncate(s_iFd, 0) == 0 && ::pwrite(s_iFd, pData, iSize, 0) == static_cast<ssize_t>(iSize));
-    return QStringLiteral("/proc/self/fd/%1").arg(s_iFd);
+    return u"/proc/self/fd/%1"_s.arg(s_iFd);
 }
 
 enReplyFault ExpectedFault(enVerdict enResult)

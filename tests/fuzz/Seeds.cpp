@@ -32,14 +32,13 @@ void AddScenario(QMap<QString, QByteArray>& seeds, const QString& strName)
 {
     const stScenario scenario = ReadScenario(BuiltInScenario(strName), strName);
     for (int i = 0; i < scenario.listPrinter.size() && i < c_iMaxOfScenario; ++i) {
-        seeds.insert(QStringLiteral("%1-printer-%2").arg(strName).arg(i),
-                     EncodeStatusReply(scenario.listPrinter.at(i).reply));
+        seeds.insert(u"%1-printer-%2"_s.arg(strName).arg(i), EncodeStatusReply(scenario.listPrinter.at(i).reply));
     }
     for (int i = 0; i < scenario.listStep.size() && i < c_iMaxOfScenario; ++i) {
         const stStep& step = scenario.listStep.at(i);
         stStatusReply reply = scenario.listPrinter.at(step.listPrinter.constFirst()).reply;
         ApplyReplyKeys(JsonReader(step.fields, QString()), reply);
-        seeds.insert(QStringLiteral("%1-step-%2").arg(strName).arg(i), EncodeStatusReply(reply));
+        seeds.insert(u"%1-step-%2"_s.arg(strName).arg(i), EncodeStatusReply(reply));
     }
 }
 
@@ -75,9 +74,9 @@ QByteArray ReplyDictionary()
 QMap<QString, QByteArray> ReplySeeds()
 {
     QMap<QString, QByteArray> seeds = {
-        {QStringLiteral("blank"), EncodeStatusReply(stStatusReply())},
-        {QStringLiteral("full"), EncodeStatusReply(FullReply())},
-        {QStringLiteral("widest"), EncodeStatusReply(WidestReply())},
+        {u"blank"_s, EncodeStatusReply(stStatusReply())},
+        {u"full"_s, EncodeStatusReply(FullReply())},
+        {u"widest"_s, EncodeStatusReply(WidestReply())},
     };
     for (const QString& strName : BuiltInScenarios()) {
         AddScenario(seeds, strName);
@@ -93,15 +92,15 @@ QMap<QString, QByteArray> PrinterListSeeds()
         groups += "[printer_" + QByteArray::number(i) + "]\nName=A\n";
     }
     return {
-        {QStringLiteral("variants-nested-30000-times"),
+        {u"variants-nested-30000-times"_s,
          one + "@Variant(" + QByteArray(R"(\0\0\0\x9\0\0\0\x1)").repeated(30000) + ')'},
-        {QStringLiteral("3000-groups"), groups},
-        {QStringLiteral("pieces-of-a-text"), one + QByteArray(1000000, ',')},
-        {QStringLiteral("pieces-in-quotes"), one + QByteArray("\"\"").repeated(500000)},
-        {QStringLiteral("escapes"), one + QByteArray("\\x40").repeated(250000)},
-        {QStringLiteral("entries-of-a-long-group"),
+        {u"3000-groups"_s, groups},
+        {u"pieces-of-a-text"_s, one + QByteArray(1000000, ',')},
+        {u"pieces-in-quotes"_s, one + QByteArray("\"\"").repeated(500000)},
+        {u"escapes"_s, one + QByteArray("\\x40").repeated(250000)},
+        {u"entries-of-a-long-group"_s,
          "[printer_" + QByteArray(500000, '1') + "]\n" + QByteArray("a=\n").repeated(150000)},
-        {QStringLiteral("entries"), "[printer_0]\n" + QByteArray("a=\n").repeated(330000)},
-        {QStringLiteral("long-key"), "[a]\n" + QByteArray("%41").repeated(330000) + '='},
+        {u"entries"_s, "[printer_0]\n" + QByteArray("a=\n").repeated(330000)},
+        {u"long-key"_s, "[a]\n" + QByteArray("%41").repeated(330000) + '='},
     };
 }

@@ -39,17 +39,17 @@ int main(int argc, char** argv)
     try {
         const QMap<QString, QByteArray> seeds = ReplySeeds();
         for (auto seed = seeds.begin(); seed != seeds.end(); ++seed) {
-            Write(strFolder + QStringLiteral("/reply"), seed.key(), seed.value());
+            Write(strFolder + u"/reply"_s, seed.key(), seed.value());
         }
-        Write(strFolder, QStringLiteral("reply.dict"), ReplyDictionary());
+        Write(strFolder, u"reply.dict"_s, ReplyDictionary());
         const QMap<QString, QByteArray> lists = PrinterListSeeds();
         for (auto list = lists.begin(); list != lists.end(); ++list) {
-            Write(strFolder + QStringLiteral("/printer-list"), list.key(), list.value());
+            Write(strFolder + u"/printer-list"_s, list.key(), list.value());
         }
         for (const QString& strName : BuiltInScenarios()) {
             const QByteArray json = BuiltInScenario(strName);
-            Write(strFolder + QStringLiteral("/scenario"), strName, json);
-            WritePrinterList(strFolder + QStringLiteral("/printer-list"), strName, ReadScenario(json, strName));
+            Write(strFolder + u"/scenario"_s, strName, json);
+            WritePrinterList(strFolder + u"/printer-list"_s, strName, ReadScenario(json, strName));
         }
     } catch (const ToolError& error) {
         std::fprintf(stderr, "%s\n", error.what());

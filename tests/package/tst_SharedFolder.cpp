@@ -40,10 +40,10 @@ enum enName
 constexpr uid_t c_uidAnna = 12001;
 constexpr uid_t c_uidBert = 12002;
 
-const QString c_strTool = QStringLiteral("/opt/vora/vora-printer-k507/tool/");
-const QString c_strHome = QStringLiteral("/opt/bert/"); // on the same file system, for the hard link
-const QString c_strPrecious = c_strHome + QStringLiteral("precious");
-const QString c_strNew = c_strHome + QStringLiteral("new");
+const QString c_strTool = u"/opt/vora/vora-printer-k507/tool/"_s;
+const QString c_strHome = u"/opt/bert/"_s; // on the same file system, for the hard link
+const QString c_strPrecious = c_strHome + u"precious"_s;
+const QString c_strNew = c_strHome + u"new"_s;
 
 /// Does it as that user where this may be done, in a process that ends after ten seconds at the latest.
 bool DoAs(uid_t uid, const std::function<bool()>& work)
@@ -81,10 +81,9 @@ QList<QByteArray> NamesToCome(enName name)
     QList<QByteArray> listName;
     const QDateTime now = QDateTime::currentDateTime();
     for (int i = 0; i < 10; ++i) {
-        listName.append(
-            now.addSecs(i)
-                .toString(QStringLiteral("'/opt/vora/vora-printer-k507/tool/log_tool_'yyyyMMdd_hhmmss'_0.log'"))
-                .toLocal8Bit());
+        listName.append(now.addSecs(i)
+                            .toString(u"'/opt/vora/vora-printer-k507/tool/log_tool_'yyyyMMdd_hhmmss'_0.log'"_s)
+                            .toLocal8Bit());
     }
     return listName;
 }
@@ -93,13 +92,13 @@ void UseName(enName name)
 {
     if (name == enLog) {
         SetLogEnable(true);
-        WriteStringLog(__FILE__, __LINE__, __func__, QStringLiteral("a line"));
+        WriteStringLog(__FILE__, __LINE__, __func__, u"a line"_s);
         return;
     }
     qputenv("PATH", "/nonexistent"); // the shell opens the file, no matter what it finds to run
     TrdGetPrinterStatus worker;
     worker.Init(4, nullptr);
-    worker.m_printerManager.printerInfo.strPrinterName = QStringLiteral("Office");
+    worker.m_printerManager.printerInfo.strPrinterName = u"Office"_s;
     worker.m_printerManager.printerInfo.iConnectType = 2;
     worker.m_printerManager.printerState.enCurrentStatus = enStatusReady;
     int iInterval = 0;

@@ -3,6 +3,8 @@
 
 #include "PrintHost.h"
 
+#include "QtCompat.h"
+
 #include "TestFiles.h"
 
 #include <QtTest>
@@ -10,11 +12,11 @@
 namespace {
 
 // What the service and its timer do, more often; then the exporter, as its own service has it.
-const QString c_strCommands = QStringLiteral(R"(
+const QString c_strCommands = uR"(
 while :; do "$1" --prometheus --output "$2/vora.prom"; sleep 0.2; done &
 exec prometheus-node-exporter --web.listen-address="127.0.0.1:$3" --log.level=warn \
     --collector.disable-defaults --collector.textfile --collector.textfile.directory="$2"
-)");
+)"_s;
 
 } // namespace
 
@@ -33,18 +35,15 @@ PrintHost::~PrintHost()
 
 void PrintHost::Start()
 {
-    const QString strDriver = m_strFolder + QStringLiteral("/driver");
-    const QString strTextFiles = m_strFolder + QStringLiteral("/node-exporter");
+    const QString strDriver = m_strFolder + u"/driver"_s;
+    const QString strTextFiles = m_strFolder + u"/node-exporter"_s;
     QVERIFY(QDir().mkpath(strTextFiles));
-    m_simulator.start(QStringLiteral(VORA_PRINTER_SIM), {QStringLiteral("--root"), strDriver, QStringLiteral("--seed"),
-                                                         QStringLiteral("1"), m_strScenario});
+    m_simulator.start(QStringLiteral(VORA_PRINTER_SIM), {u"--root"_s, strDriver, u"--seed"_s, u"1"_s, m_strScenario});
     QTRY_VERIFY(m_simulator.canReadLine()); // the folder is ready
-    m_host.start(QStringLiteral("bwrap"),
-                 {QStringLiteral("--dev-bind"), QStringLiteral("/"), QStringLiteral("/"), QStringLiteral("--bind"),
-                  strDriver, QStringLiteral("/opt/vora/vora-printer-k507"), QStringLiteral("--unshare-pid"),
-                  QStringLiteral("--proc"), QStringLiteral("/proc"), QStringLiteral("--die-with-parent"),
-                  QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"), c_strCommands, QStringLiteral("sh"),
-                  QStringLiteral(VORA_STATUS), strTextFiles, QString::number(m_iPort)});
+    m_host.start(u"bwrap"_s,
+                 {u"--dev-bind"_s, u"/"_s, u"/"_s, u"--bind"_s, strDriver, u"/opt/vora/vora-printer-k507"_s,
+                  u"--unshare-pid"_s, u"--proc"_s, u"/proc"_s, u"--die-with-parent"_s, u"--"_s, u"sh"_s, u"-c"_s,
+                  c_strCommands, u"sh"_s, QStringLiteral(VORA_STATUS), strTextFiles, QString::number(m_iPort)});
     QVERIFY(m_host.waitForStarted());
 }
 

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "QtCompat.h"
+
 #include <QProcess>
 
 /// A machine with simulated printers, seen by Prometheus: its own /opt, vora-status that writes the metrics again and
@@ -17,7 +19,7 @@ public:
     void Start();
     void Kill(); ///< the host is gone, with all that it answered
 
-    QString Instance() const { return QStringLiteral("127.0.0.1:%1").arg(m_iPort); }
+    QString Instance() const { return u"127.0.0.1:%1"_s.arg(m_iPort); }
 
 private:
     QString m_strScenario;

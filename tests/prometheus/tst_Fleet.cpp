@@ -14,10 +14,9 @@ namespace {
 
 constexpr int c_iPatience = 60000; // milliseconds; more than two rounds of a scenario
 
-const QStringList c_listState{QStringLiteral("ready"),     QStringLiteral("initialize"), QStringLiteral("busy"),
-                              QStringLiteral("canceling"), QStringLiteral("printing"),   QStringLiteral("scanning"),
-                              QStringLiteral("copying"),   QStringLiteral("reporting"),  QStringLiteral("cleaning"),
-                              QStringLiteral("alignment"), QStringLiteral("scan-back"),  QStringLiteral("debug")};
+const QStringList c_listState{u"ready"_s,    u"initialize"_s, u"busy"_s,      u"canceling"_s,
+                              u"printing"_s, u"scanning"_s,   u"copying"_s,   u"reporting"_s,
+                              u"cleaning"_s, u"alignment"_s,  u"scan-back"_s, u"debug"_s};
 
 QString Scenario(const char* pName)
 {
@@ -26,14 +25,14 @@ QString Scenario(const char* pName)
 
 QString Label(const QJsonValue& series, const char* pName)
 {
-    return series.toObject().value(QStringLiteral("metric")).toObject().value(QLatin1String(pName)).toString();
+    return series.toObject().value(u"metric"_s).toObject().value(QLatin1String(pName)).toString();
 }
 
 /// The samples of a series by their time.
 std::map<double, double> Samples(const QJsonValue& series)
 {
     std::map<double, double> samples;
-    for (const auto& sample : series.toObject().value(QStringLiteral("values")).toArray()) {
+    for (const auto& sample : series.toObject().value(u"values"_s).toArray()) {
         samples[sample.toArray().at(0).toDouble()] = sample.toArray().at(1).toString().toDouble();
     }
     return samples;
@@ -61,17 +60,15 @@ private slots:
 private:
     bool IsFiring(const QString& strAlert, const QString& strSelector);
 
-    PrintHost m_tour{Scenario("tour.json"), QStringLiteral("/tmp/tour"), 9101};
-    PrintHost m_ink{Scenario("ink.json"), QStringLiteral("/tmp/ink"), 9102};
-    PrintHost m_line{Scenario("line.json"), QStringLiteral("/tmp/line"), 9103};
-    PrometheusServer m_server{QStringLiteral("/tmp/prometheus")};
+    PrintHost m_tour{Scenario("tour.json"), u"/tmp/tour"_s, 9101};
+    PrintHost m_ink{Scenario("ink.json"), u"/tmp/ink"_s, 9102};
+    PrintHost m_line{Scenario("line.json"), u"/tmp/line"_s, 9103};
+    PrometheusServer m_server{u"/tmp/prometheus"_s};
 };
 
 bool tst_Fleet::IsFiring(const QString& strAlert, const QString& strSelector)
 {
-    return !m_server
-                .Query(QStringLiteral("ALERTS{alertname=\"%1\",alertstate=\"firing\",%2}").arg(strAlert, strSelector))
-                .isEmpty();
+    return !m_server.Query(u"ALERTS{alertname=\"%1\",alertstate=\"firing\",%2}"_s.arg(strAlert, strSelector)).isEmpty();
 }
 
 void tst_Fleet::initTestCase()
@@ -81,17 +78,16 @@ void tst_Fleet::initTestCase()
     }
     m_server.Start({m_tour.Instance(), m_ink.Instance(), m_line.Instance()});
     QVERIFY(!QTest::currentTestFailed());
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("sum(vora_printers)")), 5.0, c_iPatience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"sum(vora_printers)"_s), 5.0, c_iPatience);
 }
 
 void tst_Fleet::everyStateArrivesInOrder()
 {
-    QTRY_COMPARE_WITH_TIMEOUT(
-        m_server.Value(QStringLiteral("count(max_over_time(vora_printer_state{queue=\"tour\"}[10m]) == 1)")), 12.0,
-        c_iPatience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"count(max_over_time(vora_printer_state{queue=\"tour\"}[10m]) == 1)"_s),
+                              12.0, c_iPatience);
     std::map<double, QString> stateAt;
     std::map<double, int> statesAt;
-    for (const auto& series : m_server.Query(QStringLiteral("vora_printer_state{queue=\"tour\"}[10m]"))) {
+    for (const auto& series : m_server.Query(u"vora_printer_state{queue=\"tour\"}[10m]"_s)) {
         for (const auto& [dTime, dValue] : Samples(series)) {
             if (dValue == 1) {
                 stateAt[dTime] = Label(series, "state");
@@ -116,7 +112,7 @@ void tst_Fleet::everyStateArrivesInOrder()
 
 void tst_Fleet::everyStateArrivesWithinTwoScrapes()
 {
-    const QString strTimes = QStringLiteral("vora_printer_reply_timestamp_seconds{queue=\"tour\"}[10m]");
+    const QString strTimes = u"vora_printer_reply_timestamp_seconds{queue=\"tour\"}[10m]"_s;
     const auto changes = [&] {
         std::map<double, double> firstSeen; // when a reply was written, when it was seen
         for (const auto& series : m_server.Query(strTimes)) {
@@ -128,7 +124,7 @@ void tst_Fleet::everyStateArrivesWithinTwoScrapes()
     };
     QTRY_VERIFY_WITH_TIMEOUT(changes().size() >= 8, c_iPatience);
     const std::map<double, double> scrapes =
-        Samples(m_server.Query(QStringLiteral("up{instance=\"%1\"}[10m]").arg(m_tour.Instance())).at(0));
+        Samples(m_server.Query(u"up{instance=\"%1\"}[10m]"_s.arg(m_tour.Instance())).at(0));
     QVERIFY(scrapes.size() >= 8);
     for (const auto& [dWritten, dSeen] : changes()) {
         if (dWritten < scrapes.begin()->first || dSeen > scrapes.rbegin()->first) {
@@ -141,73 +137,67 @@ void tst_Fleet::everyStateArrivesWithinTwoScrapes()
 
 void tst_Fleet::printerOffline()
 {
-    const QString strQueue = QStringLiteral("queue=\"Office\"");
-    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(QStringLiteral("VoraPrinterOffline"), strQueue), c_iPatience);
-    QVERIFY(!IsFiring(QStringLiteral("VoraPrinterOffline"), QStringLiteral("queue=\"Store\"")));
+    const QString strQueue = u"queue=\"Office\""_s;
+    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(u"VoraPrinterOffline"_s, strQueue), c_iPatience);
+    QVERIFY(!IsFiring(u"VoraPrinterOffline"_s, u"queue=\"Store\""_s));
     // Nothing but this is told of it.
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("vora_printer_up{queue=\"Office\"}")), 0.0, c_iPatience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"vora_printer_up{queue=\"Office\"}"_s), 0.0, c_iPatience);
     QTRY_VERIFY_WITH_TIMEOUT(
-        m_server
-            .Query(
-                QStringLiteral("vora_printer_state{queue=\"Office\"} and on () vora_printer_up{queue=\"Office\"} == 0"))
+        m_server.Query(u"vora_printer_state{queue=\"Office\"} and on () vora_printer_up{queue=\"Office\"} == 0"_s)
             .isEmpty(),
         c_iPatience);
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("vora_printer_up{queue=\"Office\"}")), 1.0, c_iPatience);
-    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(QStringLiteral("VoraPrinterOffline"), strQueue), c_iPatience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"vora_printer_up{queue=\"Office\"}"_s), 1.0, c_iPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(u"VoraPrinterOffline"_s, strQueue), c_iPatience);
 }
 
 void tst_Fleet::error()
 {
-    const QString strSelector = QStringLiteral("queue=\"前台-打印机\",name=\"paper-jam\",code=\"0x6110\"");
-    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(QStringLiteral("VoraPrinterError"), strSelector), c_iPatience);
-    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(QStringLiteral("VoraPrinterError"), strSelector), c_iPatience);
+    const QString strSelector = u"queue=\"前台-打印机\",name=\"paper-jam\",code=\"0x6110\""_s;
+    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(u"VoraPrinterError"_s, strSelector), c_iPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(u"VoraPrinterError"_s, strSelector), c_iPatience);
 }
 
 void tst_Fleet::inkRunsOut()
 {
-    const QString strSelector = QStringLiteral("queue=\"a\\\"b\\\\c\",color=\"black\"");
-    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(QStringLiteral("VoraPrinterInkLow"), strSelector), c_iPatience);
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("vora_printer_ink_ratio{%1}").arg(strSelector)), 0.0,
-                              c_iPatience);
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("fleet:vora_printer_ink_ratio:min")), 0.0, c_iPatience);
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("vora_printer_ink_ratio{%1}").arg(strSelector)), 1.0,
-                              c_iPatience);
-    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(QStringLiteral("VoraPrinterInkLow"), strSelector), c_iPatience);
+    const QString strSelector = u"queue=\"a\\\"b\\\\c\",color=\"black\""_s;
+    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(u"VoraPrinterInkLow"_s, strSelector), c_iPatience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"vora_printer_ink_ratio{%1}"_s.arg(strSelector)), 0.0, c_iPatience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"fleet:vora_printer_ink_ratio:min"_s), 0.0, c_iPatience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"vora_printer_ink_ratio{%1}"_s.arg(strSelector)), 1.0, c_iPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(u"VoraPrinterInkLow"_s, strSelector), c_iPatience);
 }
 
 void tst_Fleet::hostVanishes()
 {
-    const QString strHost = QStringLiteral("instance=\"%1\"").arg(m_line.Instance());
-    const QString strAbsent = QStringLiteral("absent(vora_printers{%1})").arg(strHost);
+    const QString strHost = u"instance=\"%1\""_s.arg(m_line.Instance());
+    const QString strAbsent = u"absent(vora_printers{%1})"_s.arg(strHost);
     QVERIFY(m_server.Query(strAbsent).isEmpty());
     m_line.Kill();
     QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(strAbsent), 1.0, c_iPatience);
-    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(QStringLiteral("VoraExporterSilent"), strHost), c_iPatience);
-    QCOMPARE(m_server.Value(QStringLiteral("count(ALERTS{alertname=\"VoraExporterSilent\"})")), 1.0);
-    QCOMPARE(m_server.Value(QStringLiteral("sum(vora_printers)")), 3.0);
+    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(u"VoraExporterSilent"_s, strHost), c_iPatience);
+    QCOMPARE(m_server.Value(u"count(ALERTS{alertname=\"VoraExporterSilent\"})"_s), 1.0);
+    QCOMPARE(m_server.Value(u"sum(vora_printers)"_s), 3.0);
     m_line.Start();
     QTRY_VERIFY_WITH_TIMEOUT(m_server.Query(strAbsent).isEmpty(), c_iPatience);
-    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(QStringLiteral("VoraExporterSilent"), strHost), c_iPatience);
-    QCOMPARE(m_server.Value(QStringLiteral("sum(vora_printers)")), 5.0);
+    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(u"VoraExporterSilent"_s, strHost), c_iPatience);
+    QCOMPARE(m_server.Value(u"sum(vora_printers)"_s), 5.0);
 }
 
 void tst_Fleet::queuesByName()
 {
     for (const char* pSelector : {R"(queue="a\"b\\c")", R"(queue="前台-打印机")"}) {
-        const QJsonArray listSeries =
-            m_server.Query(QStringLiteral("vora_printer_info{%1}").arg(QString::fromUtf8(pSelector)));
+        const QJsonArray listSeries = m_server.Query(u"vora_printer_info{%1}"_s.arg(QString::fromUtf8(pSelector)));
         QCOMPARE(listSeries.size(), 1);
-        QCOMPARE(Label(listSeries.at(0), "connection"), QStringLiteral("network"));
+        QCOMPARE(Label(listSeries.at(0), "connection"), u"network"_s);
     }
-    QCOMPARE(Label(m_server.Query(QStringLiteral("vora_printer_info{model=\"RB9Q\",queue=~\"a.b.c\"}")).at(0), "queue"),
-             QStringLiteral("a\"b\\c"));
+    QCOMPARE(Label(m_server.Query(u"vora_printer_info{model=\"RB9Q\",queue=~\"a.b.c\"}"_s).at(0), "queue"),
+             u"a\"b\\c"_s);
 }
 
 void tst_Fleet::nothingIsRefused()
 {
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(QStringLiteral("count(node_textfile_scrape_error == 0)")), 3.0,
-                              c_iPatience);
-    QCOMPARE(m_server.Value(QStringLiteral("max(max_over_time(node_textfile_scrape_error[10m]))")), 0.0);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"count(node_textfile_scrape_error == 0)"_s), 3.0, c_iPatience);
+    QCOMPARE(m_server.Value(u"max(max_over_time(node_textfile_scrape_error[10m]))"_s), 0.0);
 }
 
 QTEST_GUILESS_MAIN(tst_Fleet)

@@ -19,45 +19,40 @@ private slots:
 void tst_PromTool::metrics()
 {
     const DriverFolder folder = StatusFolder();
-    const QStringList listName{QStringLiteral("Office"), QStringLiteral("a\"b\\c"), QStringLiteral("前台"),
-                               QStringLiteral("line\nfeed \r\033"), QString()};
+    const QStringList listName{u"Office"_s, u"a\"b\\c"_s, u"前台"_s, u"line\nfeed \r\033"_s, QString()};
     QList<stPrinterInfo> listPrinter;
     for (const QString& strName : listName) {
-        listPrinter.append(Printer(strName, QStringLiteral("RA7QX"), 2, QStringLiteral("10.0.0.9")));
+        listPrinter.append(Printer(strName, u"RA7QX"_s, 2, u"10.0.0.9"_s));
         folder.WriteStatus(strName, HandMadeReply());
     }
-    listPrinter.append(Printer(QStringLiteral("gone"), QStringLiteral("RA7QX"), 2, QString()));
+    listPrinter.append(Printer(u"gone"_s, u"RA7QX"_s, 2, QString()));
     folder.WritePrinterList(listPrinter);
-    const QByteArray metrics = Run({QStringLiteral("--prometheus")}).output;
+    const QByteArray metrics = Run({u"--prometheus"_s}).output;
     QCOMPARE(metrics.count("vora_printer_up{"), 6);
     const stRun check =
-        RunCommand(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("promtool check metrics < \"$0\""),
-                                          Write(metrics, QStringLiteral("vora.prom"))});
+        RunCommand(u"sh"_s, {u"-c"_s, u"promtool check metrics < \"$0\""_s, Write(metrics, u"vora.prom"_s)});
     QCOMPARE(check.output + check.messages, QByteArray());
     QCOMPARE(check.iExit, 0);
 }
 
 void tst_PromTool::findsFaultWithOtherMetrics()
 {
-    const stRun check =
-        RunCommand(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("promtool check metrics < \"$0\""),
-                                          Write("# TYPE pages counter\npages 1\n", QStringLiteral("other.prom"))});
+    const stRun check = RunCommand(u"sh"_s, {u"-c"_s, u"promtool check metrics < \"$0\""_s,
+                                             Write("# TYPE pages counter\npages 1\n", u"other.prom"_s)});
     QVERIFY(check.iExit != 0);
 }
 
 void tst_PromTool::rules()
 {
-    const stRun run = RunCommand(QStringLiteral("promtool"),
-                                 {QStringLiteral("check"), QStringLiteral("rules"), QStringLiteral("--lint=all"),
-                                  QStringLiteral("--lint-fatal"), QStringLiteral(VORA_RULES)});
+    const stRun run = RunCommand(
+        u"promtool"_s, {u"check"_s, u"rules"_s, u"--lint=all"_s, u"--lint-fatal"_s, QStringLiteral(VORA_RULES)});
     QVERIFY2(run.output.contains("SUCCESS: 6 rules found"), run.output + run.messages);
     QCOMPARE(run.iExit, 0);
 }
 
 void tst_PromTool::rulesUnderTest()
 {
-    const stRun run = RunCommand(QStringLiteral("promtool"),
-                                 {QStringLiteral("test"), QStringLiteral("rules"), QStringLiteral(VORA_RULES_TEST)});
+    const stRun run = RunCommand(u"promtool"_s, {u"test"_s, u"rules"_s, QStringLiteral(VORA_RULES_TEST)});
     QVERIFY2(run.iExit == 0, run.output + run.messages);
 }
 

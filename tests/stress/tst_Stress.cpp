@@ -32,11 +32,11 @@ constexpr std::chrono::milliseconds c_rewrite(10);
 constexpr std::chrono::milliseconds c_repaint(10);
 constexpr int c_iNotEnded = 99;
 
-const QString c_strCfgFolder = QStringLiteral("/opt/vora/vora-printer-k507/cfg");
+const QString c_strCfgFolder = u"/opt/vora/vora-printer-k507/cfg"_s;
 
 QString Name(int i)
 {
-    return QStringLiteral("Printer") + QString::number(i);
+    return u"Printer"_s + QString::number(i);
 }
 
 /// The list changes in a circle: all printers, the first half of them, all in reverse order.
@@ -53,7 +53,7 @@ void WriteForm(const DriverFolder& folder, int iForm)
 {
     QList<stPrinterInfo> listInfo;
     for (const QString& strName : NamesOfForm(iForm)) {
-        listInfo.append({strName, QStringLiteral("RA7QX"), 1, QString(), QStringLiteral("usb://") + strName});
+        listInfo.append({strName, u"RA7QX"_s, 1, QString(), u"usb://"_s + strName});
     }
     folder.WritePrinterList(listInfo);
 }
@@ -169,7 +169,7 @@ void tst_Stress::startAndQuit()
         }
         if (iForm < iChanges) {
             WriteForm(folder, ++iForm);
-        } else if (ColumnTexts(*pTable, 3).contains(QStringLiteral("正在打印"))) {
+        } else if (ColumnTexts(*pTable, 3).contains(u"正在打印"_s)) {
             pWindow->m_pActionExit->trigger();
         }
     });

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "QtCompat.h"
+
 #include "TestFiles.h"
 
 #include <QByteArrayList>
@@ -14,7 +16,7 @@ class FakeCommand
 {
 public:
     explicit FakeCommand(const QString& strName, const QByteArray& script = QByteArray())
-        : m_path(qgetenv("PATH")), m_strCallsPath(m_folder.filePath(QStringLiteral("calls")))
+        : m_path(qgetenv("PATH")), m_strCallsPath(m_folder.filePath(u"calls"_s))
     {
         // One write for each call, so that calls side by side do not mix.
         WriteScript(m_folder.filePath(strName),

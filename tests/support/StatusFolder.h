@@ -11,7 +11,7 @@
 /// The folder in which the program looks for status files.
 inline DriverFolder StatusFolder()
 {
-    return DriverFolder(QStringLiteral("/opt/vora/vora-printer-k507/cfg"));
+    return DriverFolder(u"/opt/vora/vora-printer-k507/cfg"_s);
 }
 
 /// Puts a reply into a queue's status file. A file's time moves in ticks of some milliseconds; within one tick the new
@@ -27,14 +27,14 @@ inline void WriteNewStatus(const QString& strName, const QByteArray& reply)
 
 inline QString ToolPath()
 {
-    return QStringLiteral("/opt/vora/vora-printer-k507/tool/");
+    return u"/opt/vora/vora-printer-k507/tool/"_s;
 }
 
 /// What all log files hold together.
 inline QByteArray LogText()
 {
     QByteArray text;
-    for (const QFileInfo& info : QDir(ToolPath()).entryInfoList({QStringLiteral("log_tool_*.log")})) {
+    for (const QFileInfo& info : QDir(ToolPath()).entryInfoList({u"log_tool_*.log"_s})) {
         text += ReadFile(info.filePath());
     }
     return text;
@@ -44,5 +44,5 @@ inline QByteArray LogText()
 inline int DescriptorCount()
 {
     return static_cast<int>(
-        QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System).size());
+        QDir(u"/proc/self/fd"_s).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System).size());
 }

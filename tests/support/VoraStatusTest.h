@@ -27,10 +27,7 @@ struct stRun
 
     QStringList Lines() const { return QString::fromUtf8(output).split(QLatin1Char('\n')); }
     QJsonObject Json() const { return QJsonDocument::fromJson(output).object(); }
-    QJsonObject Report(int iIndex = 0) const
-    {
-        return Json().value(QStringLiteral("reports")).toArray().at(iIndex).toObject();
-    }
+    QJsonObject Report(int iIndex = 0) const { return Json().value(u"reports"_s).toArray().at(iIndex).toObject(); }
 };
 
 inline stRun RunCommand(const QString& strProgram, const QStringList& listArgument,
@@ -56,7 +53,7 @@ inline stRun Run(const QStringList& listArgument)
 /// Every field of the replies.
 inline stRun RunFields(const QStringList& listArgument)
 {
-    return Run(QStringList(QStringLiteral("--fields")) + listArgument);
+    return Run(QStringList(u"--fields"_s) + listArgument);
 }
 
 inline stStatusReply Ready()
@@ -88,7 +85,7 @@ inline stPrinterInfo Printer(const QString& strName, const QString& strModel, in
     info.enType = strModel;
     info.iConnectType = iConnectType;
     info.strPort = strPort;
-    info.strURI = QStringLiteral("vora://") + strName;
+    info.strURI = u"vora://"_s + strName;
     return info;
 }
 
@@ -98,7 +95,7 @@ class VoraStatusTest : public QObject
     Q_OBJECT
 
 protected:
-    QString Write(const QByteArray& content, const QString& strName = QStringLiteral("reply.dat")) const
+    QString Write(const QByteArray& content, const QString& strName = u"reply.dat"_s) const
     {
         const QString strPath = Path(strName);
         return WriteFile(strPath, content) ? strPath : QString();
@@ -111,7 +108,7 @@ private slots:
         m_pDir = std::make_unique<QTemporaryDir>();
         QVERIFY(m_pDir->isValid());
         QDir::setCurrent(m_pDir->path());
-        QDir(QStringLiteral("/opt/vora")).removeRecursively();
+        QDir(u"/opt/vora"_s).removeRecursively();
     }
 
 private:

@@ -9,6 +9,7 @@
 
 #include <QDir>
 #include <QRandomGenerator>
+#include <QSettings>
 #include <QTemporaryDir>
 
 #include <cerrno>
@@ -19,12 +20,12 @@
 
 namespace {
 
-const QString c_strWriterKey = QStringLiteral("Main/WrittenBy"); // of no meaning to the list's readers
-constexpr int c_iMaxHead = 4096;                                 // bytes of a list within which its writer stands
+const QString c_strWriterKey = u"Main/WrittenBy"_s; // of no meaning to the list's readers
+constexpr int c_iMaxHead = 4096;                    // bytes of a list within which its writer stands
 
 [[noreturn]] void FailToWrite(const QString& strPath, const QString& strReason, enExitStatus enStatus)
 {
-    throw ToolError(enStatus, QStringLiteral("cannot write %1: %2").arg(strPath, strReason));
+    throw ToolError(enStatus, u"cannot write %1: %2"_s.arg(strPath, strReason));
 }
 
 /// What stands there itself, not what it leads to.
@@ -45,7 +46,7 @@ void Remove(const QString& strPath)
 {
     QFile file(strPath);
     if (!file.remove() && Exists(strPath)) {
-        throw ToolError(enExitIo, QStringLiteral("cannot remove %1: %2").arg(strPath, file.errorString()));
+        throw ToolError(enExitIo, u"cannot remove %1: %2"_s.arg(strPath, file.errorString()));
     }
 }
 
@@ -54,7 +55,7 @@ void Remove(const QString& strPath)
 void ReplaceFile(const QString& strPath, const QByteArray& content, enExitStatus enFailure)
 {
     const quint32 dwSuffix = QRandomGenerator::global()->generate();
-    QFile file(QStringLiteral("%1.%2").arg(strPath).arg(dwSuffix, 8, 16, QLatin1Char('0')));
+    QFile file(u"%1.%2"_s.arg(strPath).arg(dwSuffix, 8, 16, QLatin1Char('0')));
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
         FailToWrite(strPath, file.errorString(), enFailure);
     }
@@ -131,15 +132,15 @@ void DriverFolder::WritePrinterList(const QList<stPrinterInfo>& listPrinter, enE
     if (!m_strWriter.isEmpty()) {
         settings.setValue(c_strWriterKey, m_strWriter);
     }
-    settings.setValue(QStringLiteral("Main/Count"), static_cast<int>(listPrinter.size()));
+    settings.setValue(u"Main/Count"_s, static_cast<int>(listPrinter.size()));
     for (int i = 0; i < listPrinter.size(); ++i) {
         const stPrinterInfo& info = listPrinter.at(i);
         settings.beginGroup(QString::asprintf("printer_%d", i));
-        settings.setValue(QStringLiteral("Name"), info.strPrinterName);
-        settings.setValue(QStringLiteral("Model"), info.enType);
-        settings.setValue(QStringLiteral("ConnectType"), info.iConnectType);
-        settings.setValue(QStringLiteral("Port"), info.strPort);
-        settings.setValue(QStringLiteral("URI"), info.strURI);
+        settings.setValue(u"Name"_s, info.strPrinterName);
+        settings.setValue(u"Model"_s, info.enType);
+        settings.setValue(u"ConnectType"_s, info.iConnectType);
+        settings.setValue(u"Port"_s, info.strPort);
+        settings.setValue(u"URI"_s, info.strURI);
         settings.endGroup();
     }
     settings.sync();

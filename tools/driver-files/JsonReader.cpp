@@ -3,6 +3,8 @@
 
 #include "JsonReader.h"
 
+#include "QtCompat.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
@@ -14,13 +16,13 @@ namespace {
 QString Describe(const QJsonValue& value)
 {
     switch (value.type()) {
-    case QJsonValue::Undefined: return QStringLiteral("nothing");
-    case QJsonValue::Null: return QStringLiteral("null");
-    case QJsonValue::Bool: return value.toBool() ? QStringLiteral("true") : QStringLiteral("false");
+    case QJsonValue::Undefined: return u"nothing"_s;
+    case QJsonValue::Null: return u"null"_s;
+    case QJsonValue::Bool: return value.toBool() ? u"true"_s : u"false"_s;
     case QJsonValue::Double: return QString::number(value.toDouble(), 'g', 12);
     case QJsonValue::String: return QLatin1Char('"') + value.toString().left(60) + QLatin1Char('"');
-    case QJsonValue::Array: return QStringLiteral("a list");
-    case QJsonValue::Object: return QStringLiteral("an object");
+    case QJsonValue::Array: return u"a list"_s;
+    case QJsonValue::Object: return u"an object"_s;
     }
     return QString();
 }
@@ -46,21 +48,20 @@ JsonReader JsonReader::FromBytes(const QByteArray& json, const QString& strSourc
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError) {
         const auto iLine = json.left(error.offset).count('\n') + 1;
-        throw ToolError(enExitData,
-                        QStringLiteral("%1:%2: expected JSON: %3").arg(strSource).arg(iLine).arg(error.errorString()));
+        throw ToolError(enExitData, u"%1:%2: expected JSON: %3"_s.arg(strSource).arg(iLine).arg(error.errorString()));
     }
     if (!document.isObject()) {
-        throw ToolError(enExitData, QStringLiteral("%1:1: expected an object, found a list").arg(strSource));
+        throw ToolError(enExitData, u"%1:1: expected an object, found a list"_s.arg(strSource));
     }
-    return {document.object(), strSource + QStringLiteral(": ")};
+    return {document.object(), strSource + u": "_s};
 }
 
 void JsonReader::AllowOnly(const QStringList& listKey) const
 {
     for (const QString& strKey : m_object.keys()) {
         if (!listKey.contains(strKey)) {
-            throw ToolError(m_enFailure, QStringLiteral("%1%2: unknown key, expected one of %3")
-                                             .arg(m_strPath, strKey, listKey.join(QLatin1String(", "))));
+            throw ToolError(m_enFailure, u"%1%2: unknown key, expected one of %3"_s.arg(
+                                             m_strPath, strKey, listKey.join(QLatin1String(", "))));
         }
     }
 }
@@ -71,7 +72,7 @@ QString JsonReader::Text(const QString& strKey, const std::optional<QString>& st
         return *strDefault;
     }
     if (!Value(strKey).isString()) {
-        Fail(strKey, QStringLiteral("a text"));
+        Fail(strKey, u"a text"_s);
     }
     return Value(strKey).toString();
 }
@@ -79,7 +80,7 @@ QString JsonReader::Text(const QString& strKey, const std::optional<QString>& st
 bool JsonReader::Flag(const QString& strKey, bool bDefault) const
 {
     if (Has(strKey) && !Value(strKey).isBool()) {
-        Fail(strKey, QStringLiteral("true or false"));
+        Fail(strKey, u"true or false"_s);
     }
     return Value(strKey).toBool(bDefault);
 }
@@ -91,7 +92,7 @@ double JsonReader::Number(const QString& strKey, double dMin, double dMax, std::
     }
     const double dNumber = Value(strKey).toDouble(dMin - 1);
     if (dNumber < dMin || dNumber > dMax) {
-        Fail(strKey, QStringLiteral("a number from %1 to %2").arg(dMin).arg(dMax));
+        Fail(strKey, u"a number from %1 to %2"_s.arg(dMin).arg(dMax));
     }
     return dNumber;
 }
@@ -103,19 +104,19 @@ qint64 JsonReader::Whole(const QString& strKey, qint64 iMin, qint64 iMax, std::o
     }
     const std::optional<qint64> iNumber = WholeNumber(Value(strKey));
     if (!iNumber || *iNumber < iMin || *iNumber > iMax) {
-        Fail(strKey, QStringLiteral("a whole number from %1 to %2").arg(iMin).arg(iMax));
+        Fail(strKey, u"a whole number from %1 to %2"_s.arg(iMin).arg(iMax));
     }
     return *iNumber;
 }
 
 QByteArray JsonReader::Hex(const QString& strKey, int iMinSize, int iMaxSize) const
 {
-    static const QRegularExpression pairs(QStringLiteral("\\A([0-9A-Fa-f]{2})*\\z"));
+    static const QRegularExpression pairs(u"\\A([0-9A-Fa-f]{2})*\\z"_s);
     const QString strDigits = Text(strKey);
     if (!pairs.match(strDigits).hasMatch() || strDigits.size() < iMinSize * 2 || strDigits.size() > iMaxSize * 2) {
         const QString strSize =
-            iMinSize == iMaxSize ? QString::number(iMinSize) : QStringLiteral("%1 to %2").arg(iMinSize).arg(iMaxSize);
-        Fail(strKey, strSize + QStringLiteral(" bytes as pairs of hexadecimal digits"));
+            iMinSize == iMaxSize ? QString::number(iMinSize) : u"%1 to %2"_s.arg(iMinSize).arg(iMaxSize);
+        Fail(strKey, strSize + u" bytes as pairs of hexadecimal digits"_s);
     }
     return QByteArray::fromHex(strDigits.toLatin1());
 }
@@ -123,7 +124,7 @@ QByteArray JsonReader::Hex(const QString& strKey, int iMinSize, int iMaxSize) co
 JsonReader JsonReader::Child(const QString& strKey) const
 {
     if (!Value(strKey).isObject()) {
-        Fail(strKey, QStringLiteral("an object"));
+        Fail(strKey, u"an object"_s);
     }
     return {Value(strKey).toObject(), m_strPath + strKey + QLatin1Char('.'), m_enFailure};
 }
@@ -134,10 +135,9 @@ QList<JsonReader> JsonReader::Children(const QString& strKey, int iMax) const
     for (const QJsonValue& item : Items(strKey, iMax)) {
         const int iIndex = static_cast<int>(listChild.size());
         if (!item.isObject()) {
-            FailItem(strKey, iIndex, QStringLiteral("an object"));
+            FailItem(strKey, iIndex, u"an object"_s);
         }
-        listChild.append(
-            {item.toObject(), QStringLiteral("%1%2[%3].").arg(m_strPath, strKey).arg(iIndex), m_enFailure});
+        listChild.append({item.toObject(), u"%1%2[%3]."_s.arg(m_strPath, strKey).arg(iIndex), m_enFailure});
     }
     return listChild;
 }
@@ -145,11 +145,11 @@ QList<JsonReader> JsonReader::Children(const QString& strKey, int iMax) const
 QList<QJsonValue> JsonReader::Items(const QString& strKey, int iMax) const
 {
     if (Has(strKey) && !Value(strKey).isArray()) {
-        Fail(strKey, QStringLiteral("a list"));
+        Fail(strKey, u"a list"_s);
     }
     const QJsonArray array = Value(strKey).toArray();
     if (array.size() > iMax) {
-        Fail(strKey, QStringLiteral("at most %1 entries").arg(iMax));
+        Fail(strKey, u"at most %1 entries"_s.arg(iMax));
     }
     QList<QJsonValue> listItem;
     for (const QJsonValue item : array) {
@@ -165,12 +165,10 @@ void JsonReader::Fail(const QString& strKey, const QString& strExpected) const
 
 void JsonReader::FailItem(const QString& strKey, int iIndex, const QString& strExpected) const
 {
-    FailAt(QStringLiteral("%1%2[%3]").arg(m_strPath, strKey).arg(iIndex), strExpected,
-           Value(strKey).toArray().at(iIndex));
+    FailAt(u"%1%2[%3]"_s.arg(m_strPath, strKey).arg(iIndex), strExpected, Value(strKey).toArray().at(iIndex));
 }
 
 void JsonReader::FailAt(const QString& strPath, const QString& strExpected, const QJsonValue& found) const
 {
-    throw ToolError(m_enFailure,
-                    QStringLiteral("%1: expected %2, found %3").arg(strPath, strExpected, Describe(found)));
+    throw ToolError(m_enFailure, u"%1: expected %2, found %3"_s.arg(strPath, strExpected, Describe(found)));
 }

@@ -15,12 +15,12 @@ namespace {
 constexpr int c_iMaxEntries = 255;
 constexpr int c_iMaxText = 65535;
 
-const QString c_strState = QStringLiteral("state");
-const QString c_strErrors = QStringLiteral("errors");
-const QString c_strWarnings = QStringLiteral("warnings");
-const QString c_strSupplies = QStringLiteral("supplies");
-const QString c_strSupplySerial = QStringLiteral("supply-serial");
-const QString c_strUnexamined = QStringLiteral("unexamined");
+const QString c_strState = u"state"_s;
+const QString c_strErrors = u"errors"_s;
+const QString c_strWarnings = u"warnings"_s;
+const QString c_strSupplies = u"supplies"_s;
+const QString c_strSupplySerial = u"supply-serial"_s;
+const QString c_strUnexamined = u"unexamined"_s;
 
 /// The supplies records that hold a number, inks first.
 struct stNumberField
@@ -75,7 +75,7 @@ QByteArray Latin1(const JsonReader& reader, const QString& strKey, int iMaxSize)
     const QString strText = reader.Text(strKey);
     const QByteArray text = strText.toLatin1();
     if (text.size() > iMaxSize || QString::fromLatin1(text) != strText) {
-        reader.Fail(strKey, QStringLiteral("at most %1 Latin-1 characters").arg(iMaxSize));
+        reader.Fail(strKey, u"at most %1 Latin-1 characters"_s.arg(iMaxSize));
     }
     return text;
 }
@@ -103,12 +103,12 @@ std::optional<Code> CodeOf(const QJsonValue& value, std::optional<Code> (*pByNam
 
 QString ExpectedState()
 {
-    return QStringLiteral("a code from 0x00 to 0xFF or one of ") + StateNames().join(QLatin1String(", "));
+    return u"a code from 0x00 to 0xFF or one of "_s + StateNames().join(QLatin1String(", "));
 }
 
 QString ExpectedError()
 {
-    return QStringLiteral("a code from 0x0000 to 0xFFFF or one of ") + ErrorNames().join(QLatin1String(", "));
+    return u"a code from 0x0000 to 0xFFFF or one of "_s + ErrorNames().join(QLatin1String(", "));
 }
 
 template <typename Code>
@@ -131,8 +131,8 @@ void ApplySupplies(const JsonReader& reader, stStatusReply& reply)
     if (reader.Has(c_strSupplies)) {
         reply.listSupplies.clear();
         for (const JsonReader& record : reader.Children(c_strSupplies, c_iMaxEntries)) {
-            const QString strKey = QStringLiteral("key");
-            const QString strData = QStringLiteral("data");
+            const QString strKey = u"key"_s;
+            const QString strData = u"data"_s;
             record.AllowOnly({strKey, strData});
             reply.listSupplies.append({static_cast<quint16>(record.Whole(strKey, 0, 0xFFFF)),
                                        record.Hex(strData, 0, ReplyLayout::c_iMaxSuppliesData)});
@@ -155,12 +155,12 @@ void ApplySupplies(const JsonReader& reader, stStatusReply& reply)
 
 QList<stReplyKey> ReplyKeys()
 {
-    const QString strNumber = QStringLiteral("N");
-    const QString strText = QStringLiteral("TEXT");
-    const QString strHex = QStringLiteral("HEX");
-    const QString strRaw = QStringLiteral("raw, without known meaning");
+    const QString strNumber = u"N"_s;
+    const QString strText = u"TEXT"_s;
+    const QString strHex = u"HEX"_s;
+    const QString strRaw = u"raw, without known meaning"_s;
     QList<stReplyKey> listField = {
-        {c_strState, QStringLiteral("state, raw or by name"), QStringLiteral("CODE"), false, false},
+        {c_strState, u"state, raw or by name"_s, u"CODE"_s, false, false},
         {c_strErrors, QString(), QString(), true, false},
         {c_strWarnings, QString(), QString(), true, false},
         {c_strSupplies, QString(), QString(), true, false},
@@ -168,7 +168,7 @@ QList<stReplyKey> ReplyKeys()
     for (const stNumberField& field : c_numberFieldList) {
         QString strMeaning = QString::fromLatin1(field.pstrMeaning);
         if (field.enKey == enSuppliesNumberOfPages) {
-            strMeaning += QStringLiteral("; prints too where those are not given");
+            strMeaning += u"; prints too where those are not given"_s;
         }
         listField.append({QString::fromLatin1(field.pstrKey), strMeaning, strNumber, false, false});
     }
@@ -176,8 +176,8 @@ QList<stReplyKey> ReplyKeys()
         const QString strMeaning = QString::fromLatin1(field.pstrMeaning);
         listField.append({QString::fromLatin1(field.pstrKey), strMeaning, strText, false, true});
     }
-    listField.append({c_strSupplySerial, QStringLiteral("serial number of the supply"), strText, false, true});
-    listField.append({c_strUnexamined, QStringLiteral("the first seven bytes"), strHex, false, true});
+    listField.append({c_strSupplySerial, u"serial number of the supply"_s, strText, false, true});
+    listField.append({c_strUnexamined, u"the first seven bytes"_s, strHex, false, true});
     for (const auto& field : c_byteFieldList) {
         listField.append({QString::fromLatin1(field.pstrKey), strRaw, strNumber, false, false});
     }

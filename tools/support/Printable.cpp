@@ -3,6 +3,8 @@
 
 #include "Printable.h"
 
+#include "QtCompat.h"
+
 #include "UtilText.h"
 
 namespace {
@@ -32,12 +34,12 @@ QString Escaped(const QString& strText, const QString& strBackslashed)
 
 QString Printable(const QString& strText)
 {
-    return Escaped(strText, QStringLiteral("\\"));
+    return Escaped(strText, u"\\"_s);
 }
 
 QString Quoted(const QString& strText)
 {
-    return QLatin1Char('"') + Escaped(strText, QStringLiteral("\\\"")) + QLatin1Char('"');
+    return QLatin1Char('"') + Escaped(strText, u"\\\""_s) + QLatin1Char('"');
 }
 
 QByteArray PrintableJson(const QByteArray& json)

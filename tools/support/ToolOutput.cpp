@@ -3,6 +3,8 @@
 
 #include "ToolOutput.h"
 
+#include "QtCompat.h"
+
 #include "EndSignals.h"
 #include "Printable.h"
 #include "ToolError.h"
@@ -44,7 +46,7 @@ int WriteOutput(const QByteArray& bytes, const EndSignals* pEndSignals)
 
 void WriteMessage(const QString& strText, const EndSignals* pEndSignals)
 {
-    const QString strLine = QCoreApplication::applicationName() + QStringLiteral(": ") + Printable(strText);
+    const QString strLine = QCoreApplication::applicationName() + u": "_s + Printable(strText);
     WriteAll(STDERR_FILENO, strLine.toUtf8() + '\n', pEndSignals);
 }
 

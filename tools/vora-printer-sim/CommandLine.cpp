@@ -3,6 +3,8 @@
 
 #include "CommandLine.h"
 
+#include "QtCompat.h"
+
 #include "Printable.h"
 #include "ToolError.h"
 #include "ToolOutput.h"
@@ -25,15 +27,14 @@ void Print(const QByteArray& bytes, const EndSignals* pEndSignals)
 {
     const int iError = WriteOutput(bytes, pEndSignals);
     if (iError != 0 && iError != EINTR) {
-        throw ToolError(enExitIo, QStringLiteral("cannot write to standard output: ") + qt_error_string(iError));
+        throw ToolError(enExitIo, u"cannot write to standard output: "_s + qt_error_string(iError));
     }
 }
 
 bool ParseArguments(QCommandLineParser& parser, const QStringList& listArgument, int iMaxPositional)
 {
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this text."));
-    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
-                                     QStringLiteral("Show the version."));
+    const QCommandLineOption help({u"h"_s, u"help"_s}, u"Show this text."_s);
+    const QCommandLineOption version({u"v"_s, u"version"_s}, u"Show the version."_s);
     parser.addOptions({help, version});
     if (!parser.parse(listArgument)) {
         throw ToolError(enExitUsage, parser.errorText());
@@ -50,9 +51,8 @@ bool ParseArguments(QCommandLineParser& parser, const QStringList& listArgument,
         return false;
     }
     if (parser.positionalArguments().size() > iMaxPositional) {
-        throw ToolError(
-            enExitUsage,
-            QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().at(iMaxPositional)));
+        throw ToolError(enExitUsage,
+                        u"unexpected argument \"%1\""_s.arg(parser.positionalArguments().at(iMaxPositional)));
     }
     return true;
 }
@@ -63,10 +63,10 @@ QByteArray ReadInput(const QString& strPath)
     const bool bOpen = file.open(QIODevice::ReadOnly);
     const QByteArray bytes = bOpen ? file.read(c_iMaxInputSize + 1) : QByteArray();
     if (file.error() != QFileDevice::NoError) {
-        throw ToolError(enExitNoInput, QStringLiteral("cannot read %1: %2").arg(strPath, file.errorString()));
+        throw ToolError(enExitNoInput, u"cannot read %1: %2"_s.arg(strPath, file.errorString()));
     }
     if (bytes.size() > c_iMaxInputSize) {
-        throw ToolError(enExitData, QStringLiteral("%1: expected at most 16 MiB").arg(strPath));
+        throw ToolError(enExitData, u"%1: expected at most 16 MiB"_s.arg(strPath));
     }
     return bytes;
 }

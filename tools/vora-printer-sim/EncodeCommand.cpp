@@ -15,22 +15,22 @@
 
 namespace {
 
-const QString c_strOutput = QStringLiteral("output");
-const QString c_strJson = QStringLiteral("json");
-const QString c_strError = QStringLiteral("error");
-const QString c_strWarning = QStringLiteral("warning");
-const QString c_strSupply = QStringLiteral("supply");
+const QString c_strOutput = u"output"_s;
+const QString c_strJson = u"json"_s;
+const QString c_strError = u"error"_s;
+const QString c_strWarning = u"warning"_s;
+const QString c_strSupply = u"supply"_s;
 
 void AddOptions(QCommandLineParser& parser)
 {
     const auto add = [&parser](const QString& strName, const QString& strMeaning, const QString& strValue) {
         parser.addOption({strName, strMeaning, strValue});
     };
-    parser.addOption({{QStringLiteral("o"), c_strOutput}, QStringLiteral("Write to FILE."), QStringLiteral("FILE")});
-    add(c_strJson, QStringLiteral("Take the fields from a JSON object in FILE."), QStringLiteral("FILE"));
-    add(c_strError, QStringLiteral("An error, raw or by name; repeatable."), QStringLiteral("CODE"));
-    add(c_strWarning, QStringLiteral("A warning, likewise."), QStringLiteral("CODE"));
-    add(c_strSupply, QStringLiteral("A supplies record, such as 0x4043=0032; repeatable."), QStringLiteral("KEY=HEX"));
+    parser.addOption({{u"o"_s, c_strOutput}, u"Write to FILE."_s, u"FILE"_s});
+    add(c_strJson, u"Take the fields from a JSON object in FILE."_s, u"FILE"_s);
+    add(c_strError, u"An error, raw or by name; repeatable."_s, u"CODE"_s);
+    add(c_strWarning, u"A warning, likewise."_s, u"CODE"_s);
+    add(c_strSupply, u"A supplies record, such as 0x4043=0032; repeatable."_s, u"KEY=HEX"_s);
     for (const stReplyKey& field : ReplyKeys()) {
         if (!field.bList) {
             add(field.strKey, field.strMeaning, field.strValue);
@@ -62,11 +62,11 @@ QJsonObject FieldsOf(const QCommandLineParser& parser)
     QJsonArray listSupplies;
     for (const QString& strRecord : parser.values(c_strSupply)) {
         const auto iEqual = strRecord.indexOf(QLatin1Char('='));
-        listSupplies.append(QJsonObject{{QStringLiteral("key"), strRecord.left(std::max<qsizetype>(iEqual, 0))},
-                                        {QStringLiteral("data"), strRecord.mid(iEqual + 1)}});
+        listSupplies.append(QJsonObject{{u"key"_s, strRecord.left(std::max<qsizetype>(iEqual, 0))},
+                                        {u"data"_s, strRecord.mid(iEqual + 1)}});
     }
     if (!listSupplies.isEmpty()) {
-        object.insert(QStringLiteral("supplies"), listSupplies);
+        object.insert(u"supplies"_s, listSupplies);
     }
     return object;
 }
@@ -83,7 +83,7 @@ stStatusReply ReplyFromFile(const QString& strPath)
 stStatusReply ReplyFromOptions(const QCommandLineParser& parser)
 {
     stStatusReply reply;
-    ApplyReplyKeys(JsonReader(FieldsOf(parser), QStringLiteral("--"), enExitUsage), reply);
+    ApplyReplyKeys(JsonReader(FieldsOf(parser), u"--"_s, enExitUsage), reply);
     return reply;
 }
 
@@ -95,7 +95,7 @@ void Write(const QByteArray& bytes, const QString& strPath)
     }
     const QFileInfo fileInfo(strPath);
     if (fileInfo.exists() && !fileInfo.isFile()) {
-        throw ToolError(enExitCannotCreate, QStringLiteral("cannot write %1: not a regular file").arg(strPath));
+        throw ToolError(enExitCannotCreate, u"cannot write %1: not a regular file"_s.arg(strPath));
     }
     ReplaceFile(strPath, bytes);
 }
@@ -105,14 +105,14 @@ void Write(const QByteArray& bytes, const QString& strPath)
 void RunEncode(const QStringList& listArgument)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Writes one status reply. What is not given is zero or empty."));
+    parser.setApplicationDescription(u"Writes one status reply. What is not given is zero or empty."_s);
     AddOptions(parser);
     if (!ParseArguments(parser, listArgument, 0)) {
         return;
     }
     const bool bJson = parser.isSet(c_strJson);
     if (bJson && !FieldsOf(parser).isEmpty()) {
-        throw ToolError(enExitUsage, QStringLiteral("--json: expected no other field beside it"));
+        throw ToolError(enExitUsage, u"--json: expected no other field beside it"_s);
     }
     const stStatusReply reply = bJson ? ReplyFromFile(parser.value(c_strJson)) : ReplyFromOptions(parser);
     Write(EncodeStatusReply(reply), parser.value(c_strOutput));

@@ -24,8 +24,8 @@
 
 namespace {
 
-const QString c_strWriter = QStringLiteral("vora-printer-sim");
-const QString c_strDefaultScenario = QStringLiteral("everyday");
+const QString c_strWriter = u"vora-printer-sim"_s;
+const QString c_strDefaultScenario = u"everyday"_s;
 
 struct stPlayOptions
 {
@@ -54,8 +54,7 @@ std::optional<Number> NumberOption(const QCommandLineParser& parser, const char*
     const bool bInRange = bNumber && dNumber >= static_cast<double>(min) && dNumber <= static_cast<double>(max);
     if (!bInRange || static_cast<double>(static_cast<Number>(dNumber)) != dNumber) {
         const QString strKind = QLatin1String(std::is_integral_v<Number> ? "a whole number" : "a number");
-        throw ToolError(enExitUsage, QStringLiteral("--%1: expected %2 from %3 to %4, found \"%5\"")
-                                         .arg(strOption, strKind)
+        throw ToolError(enExitUsage, u"--%1: expected %2 from %3 to %4, found \"%5\""_s.arg(strOption, strKind)
                                          .arg(min)
                                          .arg(max)
                                          .arg(parser.value(strOption)));
@@ -68,7 +67,7 @@ QHostAddress UdpAddress(const QString& strAddress)
     QHostAddress address(QHostAddress::LocalHost);
     if (!strAddress.isEmpty() &&
         (!address.setAddress(strAddress) || address.protocol() != QAbstractSocket::IPv4Protocol)) {
-        throw ToolError(enExitUsage, QStringLiteral("--udp: expected an IPv4 address, found \"%1\"").arg(strAddress));
+        throw ToolError(enExitUsage, u"--udp: expected an IPv4 address, found \"%1\""_s.arg(strAddress));
     }
     return address;
 }
@@ -79,7 +78,7 @@ QByteArray ScenarioText(const QString& strScenario)
         return BuiltInScenario(strScenario);
     }
     if (!QFile::exists(strScenario)) {
-        throw ToolError(enExitNoInput, QStringLiteral("%1: expected a file or a name of --list").arg(strScenario));
+        throw ToolError(enExitNoInput, u"%1: expected a file or a name of --list"_s.arg(strScenario));
     }
     return ReadInput(strScenario);
 }
@@ -102,8 +101,7 @@ QString UdpPrinter(const stPlayOptions& options, const stScenario& scenario)
             return options.strUdpPrinter;
         }
     }
-    throw ToolError(enExitUsage,
-                    QStringLiteral("--udp-printer: the scenario has no printer \"%1\"").arg(options.strUdpPrinter));
+    throw ToolError(enExitUsage, u"--udp-printer: the scenario has no printer \"%1\""_s.arg(options.strUdpPrinter));
 }
 
 /// Removed again with the object.
@@ -111,12 +109,11 @@ std::unique_ptr<QTemporaryDir> MakeTemporaryFolder()
 {
     const QString strParent = QDir::tempPath();
     if (strParent.isEmpty()) { // a TMPDIR that is not there; the new folder would stand in the root of the file system
-        throw ToolError(enExitCannotCreate, QStringLiteral("cannot make a temporary folder: TMPDIR is not a folder"));
+        throw ToolError(enExitCannotCreate, u"cannot make a temporary folder: TMPDIR is not a folder"_s);
     }
-    auto pFolder = std::make_unique<QTemporaryDir>(strParent + QStringLiteral("/vora-printer-sim-XXXXXX"));
+    auto pFolder = std::make_unique<QTemporaryDir>(strParent + u"/vora-printer-sim-XXXXXX"_s);
     if (!pFolder->isValid()) {
-        throw ToolError(enExitCannotCreate,
-                        QStringLiteral("cannot make a temporary folder: ") + pFolder->errorString());
+        throw ToolError(enExitCannotCreate, u"cannot make a temporary folder: "_s + pFolder->errorString());
     }
     return pFolder;
 }
@@ -126,7 +123,7 @@ quint32 Seed(const stPlayOptions& options, const stScenario& scenario)
 {
     const quint32 dwSeed = options.dwSeed.value_or(QRandomGenerator::global()->generate());
     if (!options.dwSeed && scenario.UsesChance()) {
-        WriteMessage(QStringLiteral("--seed %1 plays this again").arg(dwSeed));
+        WriteMessage(u"--seed %1 plays this again"_s.arg(dwSeed));
     }
     return dwSeed;
 }
@@ -183,7 +180,7 @@ void Play(const stPlayOptions& options)
         pTemporary = MakeTemporaryFolder();
     }
     const QString strRoot = pTemporary ? pTemporary->path() : options.strRoot;
-    const DriverFolder folder(strRoot + QStringLiteral("/cfg"), c_strWriter);
+    const DriverFolder folder(strRoot + u"/cfg"_s, c_strWriter);
 
     Player player(scenario, folder, options.dSpeed, dwSeed);
     if (options.bOnce) {
@@ -210,13 +207,11 @@ std::optional<stPlayOptions> ReadOptions(const QStringList& listArgument)
         parser.addOption(
             {QString::fromLatin1(pstrName), QString::fromLatin1(pstrMeaning), QString::fromLatin1(pstrValue)});
     };
-    parser.setApplicationDescription(
-        QStringLiteral("Plays inkjet printers: writes the printer list and the status files of the\n"
-                       "printer driver package, and removes them at the end or on Ctrl-C.\n\n"
-                       "vora-printer-sim encode [options]  writes one status reply (encode --help)."));
-    parser.addPositionalArgument(QStringLiteral("SCENARIO"),
-                                 QStringLiteral("A name of --list or a JSON file; \"everyday\" when it is not given."),
-                                 QStringLiteral("[SCENARIO]"));
+    parser.setApplicationDescription(u"Plays inkjet printers: writes the printer list and the status files of the\n"
+                                     "printer driver package, and removes them at the end or on Ctrl-C.\n\n"
+                                     "vora-printer-sim encode [options]  writes one status reply (encode --help)."_s);
+    parser.addPositionalArgument(
+        u"SCENARIO"_s, u"A name of --list or a JSON file; \"everyday\" when it is not given."_s, u"[SCENARIO]"_s);
     add("list", "Name the built-in scenarios.");
     add("root", "Write into DIR/cfg instead of a new temporary folder.", "DIR");
     add("force", "Replace a printer list and status files of somebody else.");
@@ -230,24 +225,24 @@ std::optional<stPlayOptions> ReadOptions(const QStringList& listArgument)
     if (!ParseArguments(parser, listArgument, 1)) {
         return std::nullopt;
     }
-    if (parser.isSet(QStringLiteral("list"))) {
+    if (parser.isSet(u"list"_s)) {
         PrintList();
         return std::nullopt;
     }
     stPlayOptions options;
     options.strScenario = parser.positionalArguments().value(0, c_strDefaultScenario);
-    options.strRoot = parser.value(QStringLiteral("root"));
-    options.bForce = parser.isSet(QStringLiteral("force"));
-    options.bOnce = parser.isSet(QStringLiteral("once"));
+    options.strRoot = parser.value(u"root"_s);
+    options.bForce = parser.isSet(u"force"_s);
+    options.bOnce = parser.isSet(u"once"_s);
     options.dSpeed = NumberOption(parser, "speed", 0.1, 1000.0).value_or(1);
     options.dwSeed = NumberOption<quint32>(parser, "seed", 0, 0xFFFFFFFF);
     options.iPrinters = NumberOption(parser, "printers", 1, c_iMaxPrinters).value_or(-1);
-    options.bMisbehave = parser.isSet(QStringLiteral("misbehave"));
-    options.strUdpPrinter = parser.value(QStringLiteral("udp-printer"));
-    if (parser.isSet(QStringLiteral("udp"))) {
-        options.udpAddress = UdpAddress(parser.value(QStringLiteral("udp")));
+    options.bMisbehave = parser.isSet(u"misbehave"_s);
+    options.strUdpPrinter = parser.value(u"udp-printer"_s);
+    if (parser.isSet(u"udp"_s)) {
+        options.udpAddress = UdpAddress(parser.value(u"udp"_s));
     } else if (options.bMisbehave || !options.strUdpPrinter.isEmpty()) {
-        throw ToolError(enExitUsage, QStringLiteral("--misbehave and --udp-printer: expected --udp beside them"));
+        throw ToolError(enExitUsage, u"--misbehave and --udp-printer: expected --udp beside them"_s);
     }
     return options;
 }

@@ -234,7 +234,6 @@ bool Player::IsForeign(const QString& strName) const
 
 void Player::Refuse(const QString& strPath) const
 {
-    throw ToolError(
-        m_enFailure,
-        QStringLiteral("%1 was not written by this program and stays as it is; --force replaces it").arg(strPath));
+    throw ToolError(m_enFailure,
+                    u"%1 was not written by this program and stays as it is; --force replaces it"_s.arg(strPath));
 }

@@ -16,18 +16,18 @@ constexpr double c_dMaxSeconds = 86400;
 constexpr qint64 c_iAfterLastStepMSec = 2000;
 constexpr int c_iMaxFileName = 240; // with suffix, and the random one of a file that is being written
 
-const QString c_strName = QStringLiteral("name");
-const QString c_strCount = QStringLiteral("count");
-const QString c_strPresent = QStringLiteral("present");
-const QString c_strFile = QStringLiteral("file");
-const QString c_strWalk = QStringLiteral("walk");
-const QString c_strPrinter = QStringLiteral("printer");
-const QString c_strPrinters = QStringLiteral("printers");
-const QString c_strTimeline = QStringLiteral("timeline");
-const QString c_strAt = QStringLiteral("at");
-const QString c_strLoop = QStringLiteral("loop");
-const QString c_strDuration = QStringLiteral("duration");
-const QString c_strDescription = QStringLiteral("description");
+const QString c_strName = u"name"_s;
+const QString c_strCount = u"count"_s;
+const QString c_strPresent = u"present"_s;
+const QString c_strFile = u"file"_s;
+const QString c_strWalk = u"walk"_s;
+const QString c_strPrinter = u"printer"_s;
+const QString c_strPrinters = u"printers"_s;
+const QString c_strTimeline = u"timeline"_s;
+const QString c_strAt = u"at"_s;
+const QString c_strLoop = u"loop"_s;
+const QString c_strDuration = u"duration"_s;
+const QString c_strDescription = u"description"_s;
 
 qint64 MSec(double dSeconds)
 {
@@ -49,16 +49,16 @@ bool IsFileName(const QString& strName)
 
 enFileContent ReadContent(const JsonReader& reader)
 {
-    const auto content = FileContentByName(reader.Text(c_strFile, QStringLiteral("good")));
+    const auto content = FileContentByName(reader.Text(c_strFile, u"good"_s));
     if (!content) {
-        reader.Fail(c_strFile, QStringLiteral("one of ") + FileContentNames().join(QLatin1String(", ")));
+        reader.Fail(c_strFile, u"one of "_s + FileContentNames().join(QLatin1String(", ")));
     }
     return *content;
 }
 
 const stModelInfo& ReadModel(const JsonReader& reader)
 {
-    const QString strKey = QStringLiteral("model");
+    const QString strKey = u"model"_s;
     const QString strModel = reader.Text(strKey, c_stModelInfoList[0].strModel);
     const auto found = std::find_if(std::begin(c_stModelInfoList), std::end(c_stModelInfoList),
                                     [&strModel](const stModelInfo& model) { return model.strModel == strModel; });
@@ -67,29 +67,29 @@ const stModelInfo& ReadModel(const JsonReader& reader)
         for (const stModelInfo& model : c_stModelInfoList) {
             listModel.append(model.strModel);
         }
-        reader.Fail(strKey, QStringLiteral("one of ") + listModel.join(QLatin1String(", ")));
+        reader.Fail(strKey, u"one of "_s + listModel.join(QLatin1String(", ")));
     }
     return *found;
 }
 
 int ReadConnectType(const JsonReader& reader)
 {
-    const QString strKey = QStringLiteral("connection");
-    const QString strConnection = reader.Text(strKey, QStringLiteral("network"));
+    const QString strKey = u"connection"_s;
+    const QString strConnection = reader.Text(strKey, u"network"_s);
     if (strConnection != QLatin1String("usb") && strConnection != QLatin1String("network")) {
-        reader.Fail(strKey, QStringLiteral("\"usb\" or \"network\""));
+        reader.Fail(strKey, u"\"usb\" or \"network\""_s);
     }
     return strConnection == QLatin1String("usb") ? c_iConnectUsb : 2;
 }
 
 stWalk ReadWalk(const JsonReader& reader)
 {
-    const QString strEvery = QStringLiteral("every");
-    const QString strStates = QStringLiteral("states");
-    const QString strErrors = QStringLiteral("errors");
-    const QString strWarnings = QStringLiteral("warnings");
-    const QString strChance = QStringLiteral("chance");
-    const QString strInk = QStringLiteral("ink");
+    const QString strEvery = u"every"_s;
+    const QString strStates = u"states"_s;
+    const QString strErrors = u"errors"_s;
+    const QString strWarnings = u"warnings"_s;
+    const QString strChance = u"chance"_s;
+    const QString strInk = u"ink"_s;
     reader.AllowOnly({strEvery, strStates, strErrors, strWarnings, strChance, strInk});
     stWalk walk;
     walk.iEveryMSec = MSec(reader.Number(strEvery, 0.1, c_dMaxSeconds));
@@ -123,8 +123,7 @@ public:
     {
         m_iBytes += iBytes;
         if (m_iBytes > c_iMaxReplyBytes) {
-            reader.FailItem(strList, iIndex,
-                            QStringLiteral("replies of at most %1 bytes in all").arg(c_iMaxReplyBytes));
+            reader.FailItem(strList, iIndex, u"replies of at most %1 bytes in all"_s.arg(c_iMaxReplyBytes));
         }
     }
 
@@ -132,8 +131,7 @@ public:
     {
         m_iChanges += iPrinters;
         if (m_iChanges > c_iMaxChanges) {
-            reader.FailItem(c_strTimeline, iStep,
-                            QStringLiteral("at most %1 changes of a printer in all steps").arg(c_iMaxChanges));
+            reader.FailItem(c_strTimeline, iStep, u"at most %1 changes of a printer in all steps"_s.arg(c_iMaxChanges));
         }
     }
 
@@ -162,10 +160,10 @@ public:
             bCount = bCount || printer.Has(c_strCount);
         }
         if (m_scenario.listPrinter.isEmpty()) {
-            reader.Fail(c_strPrinters, QStringLiteral("at least one printer"));
+            reader.Fail(c_strPrinters, u"at least one printer"_s);
         }
         if (m_iPrinters >= 0 && !bCount) {
-            reader.Fail(c_strPrinters, QStringLiteral("an entry with a count, to make %1 of it").arg(m_iPrinters));
+            reader.Fail(c_strPrinters, u"an entry with a count, to make %1 of it"_s.arg(m_iPrinters));
         }
     }
 
@@ -181,7 +179,7 @@ public:
             }
         }
         if (listIndex.isEmpty()) {
-            step.Fail(c_strPrinter, QStringLiteral("the name of one of the printers"));
+            step.Fail(c_strPrinter, u"the name of one of the printers"_s);
         }
         return listIndex;
     }
@@ -190,10 +188,10 @@ private:
     template <typename AddBytes>
     void ReadEntry(const JsonReader& reader, bool bCountFromOutside, const AddBytes& addBytes)
     {
-        const QString strPort = QStringLiteral("port");
-        const QString strUri = QStringLiteral("uri");
-        reader.AllowOnly(QStringList{c_strName, QStringLiteral("model"), QStringLiteral("connection"), strPort, strUri,
-                                     c_strCount, c_strPresent, c_strFile, c_strWalk} +
+        const QString strPort = u"port"_s;
+        const QString strUri = u"uri"_s;
+        reader.AllowOnly(QStringList{c_strName, u"model"_s, u"connection"_s, strPort, strUri, c_strCount, c_strPresent,
+                                     c_strFile, c_strWalk} +
                          ReplyKeyNames());
         const QString strName = reader.Text(c_strName);
         const stModelInfo& model = ReadModel(reader);
@@ -211,7 +209,7 @@ private:
             iCount = m_iPrinters;
         }
         if (bCount && !strName.contains(QLatin1String("%1"))) {
-            reader.Fail(c_strName, QStringLiteral("\"%1\", where the printer's number goes, because there is a count"));
+            reader.Fail(c_strName, u"\"%1\", where the printer's number goes, because there is a count"_s);
         }
         for (int i = 1; i <= iCount; ++i) {
             const auto text = [bCount, i](const QString& strText) { return bCount ? Numbered(strText, i) : strText; };
@@ -229,16 +227,15 @@ private:
     {
         const QString& strName = printer.info.strPrinterName;
         if (!IsFileName(strName)) {
-            reader.Fail(
-                c_strName,
-                QStringLiteral("a name of 1 to %1 bytes without \"/\" and control characters").arg(c_iMaxFileName));
+            reader.Fail(c_strName,
+                        u"a name of 1 to %1 bytes without \"/\" and control characters"_s.arg(c_iMaxFileName));
         }
         const auto sameName = [&strName](const stSimPrinter& other) { return other.info.strPrinterName == strName; };
         if (std::any_of(m_scenario.listPrinter.cbegin(), m_scenario.listPrinter.cend(), sameName)) {
-            reader.Fail(c_strName, QStringLiteral("a name that no other printer has"));
+            reader.Fail(c_strName, u"a name that no other printer has"_s);
         }
         if (m_scenario.listPrinter.size() == c_iMaxPrinters) {
-            reader.Fail(c_strCount, QStringLiteral("at most %1 printers in all").arg(c_iMaxPrinters));
+            reader.Fail(c_strCount, u"at most %1 printers in all"_s.arg(c_iMaxPrinters));
         }
         m_scenario.listPrinter.append(printer);
         m_listEntryName.append(strEntryName);

@@ -15,9 +15,9 @@ static void InitResources()
 }
 
 namespace {
-const QString c_strFolder = QStringLiteral(":/scenarios/");
-const QString c_strSuffix = QStringLiteral(".json");
-const QString c_strEveryError = QStringLiteral("every-error"); // made of the table of errors, not a file
+const QString c_strFolder = u":/scenarios/"_s;
+const QString c_strSuffix = u".json"_s;
+const QString c_strEveryError = u"every-error"_s; // made of the table of errors, not a file
 
 QByteArray EveryError()
 {
@@ -25,10 +25,9 @@ QByteArray EveryError()
     int iAt = 0;
     for (const QString& strName : ErrorNames()) {
         iAt += 2;
-        strSteps +=
-            QStringLiteral("    {\"at\": %1, \"state\": \"busy\", \"errors\": [\"%2\"]},\n").arg(iAt).arg(strName);
+        strSteps += u"    {\"at\": %1, \"state\": \"busy\", \"errors\": [\"%2\"]},\n"_s.arg(iAt).arg(strName);
     }
-    return QStringLiteral(R"({
+    return uR"({
   "description": "All %1 errors, one after the other",
   "duration": %2,
   "printers": [
@@ -41,8 +40,7 @@ QByteArray EveryError()
 %3    {"at": %4, "state": "ready", "errors": []}
   ]
 }
-)")
-        .arg(ErrorNames().size())
+)"_s.arg(ErrorNames().size())
         .arg(iAt + 5)
         .arg(strSteps)
         .arg(iAt + 2)

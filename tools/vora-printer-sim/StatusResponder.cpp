@@ -3,6 +3,8 @@
 
 #include "StatusResponder.h"
 
+#include "QtCompat.h"
+
 #include "ToolError.h"
 
 #include <QNetworkDatagram>
@@ -23,8 +25,7 @@ StatusResponder::StatusResponder(std::function<QByteArray()> reply) : m_reply(st
 void StatusResponder::Listen(const QHostAddress& address)
 {
     if (!m_socket.bind(address, c_wPort, QAbstractSocket::DontShareAddress)) {
-        throw ToolError(enExitUnavailable, QStringLiteral("--udp: cannot listen on %1 port %2: %3")
-                                               .arg(address.toString())
+        throw ToolError(enExitUnavailable, u"--udp: cannot listen on %1 port %2: %3"_s.arg(address.toString())
                                                .arg(c_wPort)
                                                .arg(m_socket.errorString()));
     }

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "EncodeCommand.h"
+
 #include "PlayCommand.h"
+#include "QtCompat.h"
 #include "ToolError.h"
 #include "ToolOutput.h"
 
@@ -34,7 +36,7 @@ int Run(QStringList listArgument)
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("vora-printer-sim"));
+    QCoreApplication::setApplicationName(u"vora-printer-sim"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(VORA_VERSION));
     std::signal(SIGPIPE, SIG_IGN); // a reader of our output that goes away is no reason to leave files behind
     return Run(QCoreApplication::arguments());

@@ -70,16 +70,16 @@ enLanguage LocaleLanguage()
 
 void StatusOptions::Parse(const QStringList& listArgument)
 {
-    const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
-    const QCommandLineOption lang(QStringLiteral("lang"), QString(), QStringLiteral("zh|en"));
-    const QCommandLineOption udp(QStringLiteral("udp"), QString(), QStringLiteral("ADDRESS"));
-    const QCommandLineOption json(QStringLiteral("json"));
-    const QCommandLineOption hex(QStringLiteral("hex"));
-    const QCommandLineOption watch(QStringLiteral("watch"));
-    const QCommandLineOption fields(QStringLiteral("fields"));
-    const QCommandLineOption prometheus(QStringLiteral("prometheus"));
-    const QCommandLineOption output(QStringLiteral("output"), QString(), QStringLiteral("FILE"));
-    const QCommandLineOption version(QStringLiteral("version"));
+    const QCommandLineOption help(QStringList{u"h"_s, u"help"_s});
+    const QCommandLineOption lang(u"lang"_s, QString(), u"zh|en"_s);
+    const QCommandLineOption udp(u"udp"_s, QString(), u"ADDRESS"_s);
+    const QCommandLineOption json(u"json"_s);
+    const QCommandLineOption hex(u"hex"_s);
+    const QCommandLineOption watch(u"watch"_s);
+    const QCommandLineOption fields(u"fields"_s);
+    const QCommandLineOption prometheus(u"prometheus"_s);
+    const QCommandLineOption output(u"output"_s, QString(), u"FILE"_s);
+    const QCommandLineOption version(u"version"_s);
     QCommandLineParser parser;
     parser.addOptions({help, lang, udp, json, hex, watch, fields, prometheus, output, version});
     const bool bParsed = parser.parse(listArgument);

@@ -27,8 +27,7 @@ constexpr int c_iJsonFormat = 1; // counts up when a key goes or changes its mea
 
 QByteArray JsonDocument(const QJsonArray& listReport, bool bOneLine)
 {
-    const QJsonDocument document(
-        QJsonObject{{QStringLiteral("format"), c_iJsonFormat}, {QStringLiteral("reports"), listReport}});
+    const QJsonDocument document(QJsonObject{{u"format"_s, c_iJsonFormat}, {u"reports"_s, listReport}});
     return PrintableJson(bOneLine ? document.toJson(QJsonDocument::Compact) + '\n' : document.toJson());
 }
 

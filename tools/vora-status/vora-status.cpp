@@ -42,7 +42,7 @@ enExitStatus Run(const QStringList& listArgument)
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("vora-status"));
+    QCoreApplication::setApplicationName(u"vora-status"_s);
     try {
         return Run(QCoreApplication::arguments());
     } catch (const ToolError& error) {

@@ -3,6 +3,8 @@
 
 #include "Accessibility.h"
 
+#include "QtCompat.h"
+
 #include "Desktop.h"
 
 #include <QDBusArgument>
@@ -12,22 +14,20 @@
 
 namespace {
 
-const QString c_strAccessible = QStringLiteral("org.a11y.atspi.Accessible");
-const QString c_strTable = QStringLiteral("org.a11y.atspi.Table");
-const QString c_strBusName = QStringLiteral("vora-accessibility");
+const QString c_strAccessible = u"org.a11y.atspi.Accessible"_s;
+const QString c_strTable = u"org.a11y.atspi.Table"_s;
+const QString c_strBusName = u"vora-accessibility"_s;
 
 QDBusConnection ConnectToBus()
 {
     const QDBusMessage address = QDBusConnection::sessionBus().call(
-        QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
-                                       QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress")));
+        QDBusMessage::createMethodCall(u"org.a11y.Bus"_s, u"/org/a11y/bus"_s, u"org.a11y.Bus"_s, u"GetAddress"_s));
     const QString strAddress = address.arguments().value(0).toString();
 
     // As on a desktop whose bus knows its display. Without this property Qt 5.15 calls the accessibility bus before it
     // is connected in about every second start ("Error in contacting registry"), and the program stays hidden from it.
-    const QString strProperty = QStringLiteral("AT_SPI_BUS");
-    Desktop::Run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("-f"), strProperty,
-                                           QStringLiteral("8s"), QStringLiteral("-set"), strProperty, strAddress});
+    const QString strProperty = u"AT_SPI_BUS"_s;
+    Desktop::Run(u"xprop"_s, {u"-root"_s, u"-f"_s, strProperty, u"8s"_s, u"-set"_s, strProperty, strAddress});
     return QDBusConnection::connectToBus(strAddress, c_strBusName);
 }
 
@@ -48,49 +48,48 @@ Accessibility::Accessibility() : m_bus(ConnectToBus()) {}
 
 QVariant Accessibility::Property(const AccessibleNode& node, const QString& strInterface, const QString& strName) const
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        node.strService, node.strPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(node.strService, node.strPath, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
     call << strInterface << strName;
     return m_bus.call(call).arguments().value(0).value<QDBusVariant>().variant();
 }
 
 QString Accessibility::Name(const AccessibleNode& node) const
 {
-    return Property(node, c_strAccessible, QStringLiteral("Name")).toString();
+    return Property(node, c_strAccessible, u"Name"_s).toString();
 }
 
 QString Accessibility::Role(const AccessibleNode& node) const
 {
-    const QDBusMessage reply = m_bus.call(
-        QDBusMessage::createMethodCall(node.strService, node.strPath, c_strAccessible, QStringLiteral("GetRoleName")));
+    const QDBusMessage reply =
+        m_bus.call(QDBusMessage::createMethodCall(node.strService, node.strPath, c_strAccessible, u"GetRoleName"_s));
     return reply.arguments().value(0).toString();
 }
 
 void Accessibility::Hear(const QString& strEvent, const QString& strMember, QObject* pReceiver, const char* pSlot)
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/registry"),
-        QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("RegisterEvent"));
+    QDBusMessage call = QDBusMessage::createMethodCall(u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/registry"_s,
+                                                       u"org.a11y.atspi.Registry"_s, u"RegisterEvent"_s);
     call << strEvent;
     m_bus.call(call);
-    m_bus.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"), strMember,
+    m_bus.connect(QString(), QString(), u"org.a11y.atspi.Event.Object"_s, strMember,
                   {strEvent.section(QLatin1Char(':'), 2)}, QString(), pReceiver, pSlot);
 }
 
 void Accessibility::HearFocus(QObject* pReceiver, const char* pSlot)
 {
-    Hear(QStringLiteral("object:state-changed:focused"), QStringLiteral("StateChanged"), pReceiver, pSlot);
+    Hear(u"object:state-changed:focused"_s, u"StateChanged"_s, pReceiver, pSlot);
 }
 
 void Accessibility::HearNames(QObject* pReceiver, const char* pSlot)
 {
-    Hear(QStringLiteral("object:property-change:accessible-name"), QStringLiteral("PropertyChange"), pReceiver, pSlot);
+    Hear(u"object:property-change:accessible-name"_s, u"PropertyChange"_s, pReceiver, pSlot);
 }
 
 QRect Accessibility::Extents(const AccessibleNode& node) const
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        node.strService, node.strPath, QStringLiteral("org.a11y.atspi.Component"), QStringLiteral("GetExtents"));
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(node.strService, node.strPath, u"org.a11y.atspi.Component"_s, u"GetExtents"_s);
     call << quint32(0); // of the screen
     const QDBusMessage reply = m_bus.call(call);
     int iX = 0;
@@ -108,8 +107,8 @@ QRect Accessibility::Extents(const AccessibleNode& node) const
 
 bool Accessibility::HasState(const AccessibleNode& node, int iState) const
 {
-    const QDBusMessage reply = m_bus.call(
-        QDBusMessage::createMethodCall(node.strService, node.strPath, c_strAccessible, QStringLiteral("GetState")));
+    const QDBusMessage reply =
+        m_bus.call(QDBusMessage::createMethodCall(node.strService, node.strPath, c_strAccessible, u"GetState"_s));
     const QList<unsigned> listState = qdbus_cast<QList<unsigned>>(reply.arguments().value(0));
     return (listState.value(iState / 32) >> (iState % 32) & 1U) != 0;
 }
@@ -127,8 +126,8 @@ bool Accessibility::IsVisible(const AccessibleNode& node) const
 QList<AccessibleNode> Accessibility::Children(const AccessibleNode& node) const
 {
     QList<AccessibleNode> listChild;
-    const QDBusMessage reply = m_bus.call(
-        QDBusMessage::createMethodCall(node.strService, node.strPath, c_strAccessible, QStringLiteral("GetChildren")));
+    const QDBusMessage reply =
+        m_bus.call(QDBusMessage::createMethodCall(node.strService, node.strPath, c_strAccessible, u"GetChildren"_s));
     if (reply.type() != QDBusMessage::ReplyMessage) {
         return listChild;
     }
@@ -156,8 +155,7 @@ void Accessibility::Collect(const AccessibleNode& node, const QString& strRole, 
 
 QList<AccessibleNode> Accessibility::Applications(const QString& strProgram) const
 {
-    const AccessibleNode registry{QStringLiteral("org.a11y.atspi.Registry"),
-                                  QStringLiteral("/org/a11y/atspi/accessible/root")};
+    const AccessibleNode registry{u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/accessible/root"_s};
     QList<AccessibleNode> listFound;
     for (const AccessibleNode& application : Children(registry)) {
         if (Name(application) == strProgram) {
@@ -222,7 +220,7 @@ QStringList Accessibility::Names(const QString& strProgram, const QString& strRo
 std::optional<AccessibleNode> Accessibility::Table(const QString& strProgram) const
 {
     if (!m_hashTable.contains(strProgram)) {
-        const std::optional<AccessibleNode> table = Find(strProgram, QStringLiteral("table"));
+        const std::optional<AccessibleNode> table = Find(strProgram, u"table"_s);
         if (!table) {
             return std::nullopt;
         }
@@ -237,8 +235,8 @@ std::optional<AccessibleNode> Accessibility::CellNode(const QString& strProgram,
     if (!table) {
         return std::nullopt;
     }
-    QDBusMessage call = QDBusMessage::createMethodCall(table->strService, table->strPath, c_strTable,
-                                                       QStringLiteral("GetAccessibleAt"));
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(table->strService, table->strPath, c_strTable, u"GetAccessibleAt"_s);
     call << iRow << iColumn;
     const QDBusMessage reply = m_bus.call(call);
     if (reply.type() != QDBusMessage::ReplyMessage) {
@@ -270,5 +268,5 @@ QList<AccessibleNode> Accessibility::ColumnHeaders(const QString& strProgram) co
 int Accessibility::RowCount(const QString& strProgram) const
 {
     const std::optional<AccessibleNode> table = Table(strProgram);
-    return table ? Property(*table, c_strTable, QStringLiteral("NRows")).toInt() : 0;
+    return table ? Property(*table, c_strTable, u"NRows"_s).toInt() : 0;
 }

@@ -3,6 +3,8 @@
 
 #include "Desktop.h"
 
+#include "QtCompat.h"
+
 #include <QProcess>
 #include <QRegularExpression>
 
@@ -21,8 +23,7 @@ QString VisibleIds(const QString& strClass)
 {
     QProcess search;
     do {
-        search.start(QStringLiteral("xdotool"),
-                     {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--class"), strClass});
+        search.start(u"xdotool"_s, {u"search"_s, u"--onlyvisible"_s, u"--class"_s, strClass});
         search.waitForFinished();
     } while (search.readAllStandardError().contains("BadWindow"));
     return QString::fromUtf8(search.readAllStandardOutput());
@@ -42,9 +43,8 @@ QList<Window> Windows(const QString& strClass)
 {
     QList<Window> listWindow;
     for (const QString& strId : VisibleIds(strClass).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
-        const QString strInfo = Run(QStringLiteral("xwininfo"), {QStringLiteral("-id"), strId});
-        const QString strTitle =
-            QRegularExpression(QStringLiteral("Window id: \\S+ \"(.*)\"")).match(strInfo).captured(1);
+        const QString strInfo = Run(u"xwininfo"_s, {u"-id"_s, strId});
+        const QString strTitle = QRegularExpression(u"Window id: \\S+ \"(.*)\""_s).match(strInfo).captured(1);
         listWindow.append({strId, strTitle,
                            QRect(Number(strInfo, "Absolute upper-left X: +(-?\\d+)"),
                                  Number(strInfo, "Absolute upper-left Y: +(-?\\d+)"), Number(strInfo, "Width: (\\d+)"),
@@ -66,62 +66,57 @@ std::optional<Window> FindWindow(const QString& strClass, const QString& strTitl
 
 void Click(const Window& window, QPoint position, enButton button)
 {
-    Run(QStringLiteral("xdotool"),
-        {QStringLiteral("mousemove"), QStringLiteral("--window"), window.strId, QString::number(position.x()),
-         QString::number(position.y()), QStringLiteral("click"), QString::number(button)});
+    Run(u"xdotool"_s, {u"mousemove"_s, u"--window"_s, window.strId, QString::number(position.x()),
+                       QString::number(position.y()), u"click"_s, QString::number(button)});
 }
 
 void DoubleClick(const Window& window, QPoint position)
 {
-    Run(QStringLiteral("xdotool"),
-        {QStringLiteral("mousemove"), QStringLiteral("--window"), window.strId, QString::number(position.x()),
-         QString::number(position.y()), QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("2"),
-         QStringLiteral("--delay"), QStringLiteral("50"), QString::number(enButtonLeft)});
+    Run(u"xdotool"_s,
+        {u"mousemove"_s, u"--window"_s, window.strId, QString::number(position.x()), QString::number(position.y()),
+         u"click"_s, u"--repeat"_s, u"2"_s, u"--delay"_s, u"50"_s, QString::number(enButtonLeft)});
 }
 
 void PressKey(const QString& strKey)
 {
-    Run(QStringLiteral("xdotool"), {QStringLiteral("key"), strKey});
+    Run(u"xdotool"_s, {u"key"_s, strKey});
 }
 
 void MoveMouse(QPoint position)
 {
-    Run(QStringLiteral("xdotool"),
-        {QStringLiteral("mousemove"), QString::number(position.x()), QString::number(position.y())});
+    Run(u"xdotool"_s, {u"mousemove"_s, QString::number(position.x()), QString::number(position.y())});
 }
 
 QPoint FramePosition(const Window& window)
 {
-    const QString strExtents = Property(window, QStringLiteral("_NET_FRAME_EXTENTS")); // left, right, top, bottom
+    const QString strExtents = Property(window, u"_NET_FRAME_EXTENTS"_s); // left, right, top, bottom
     return window.geometry.topLeft() -
            QPoint(Number(strExtents, "= (\\d+), "), Number(strExtents, "= \\d+, \\d+, (\\d+)"));
 }
 
 bool HasWindowManager()
 {
-    return Run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")})
-        .contains(QLatin1String("window id"));
+    return Run(u"xprop"_s, {u"-root"_s, u"_NET_SUPPORTING_WM_CHECK"_s}).contains(QLatin1String("window id"));
 }
 
 void CloseWindow(const Window& window)
 {
-    Run(QStringLiteral("wmctrl"), {QStringLiteral("-i"), QStringLiteral("-c"), window.strId});
+    Run(u"wmctrl"_s, {u"-i"_s, u"-c"_s, window.strId});
 }
 
 QString Property(const Window& window, const QString& strName)
 {
-    return Run(QStringLiteral("xprop"), {QStringLiteral("-id"), window.strId, strName});
+    return Run(u"xprop"_s, {u"-id"_s, window.strId, strName});
 }
 
 QString ActiveWindow()
 {
-    return Run(QStringLiteral("xdotool"), {QStringLiteral("getactivewindow")}).trimmed();
+    return Run(u"xdotool"_s, {u"getactivewindow"_s}).trimmed();
 }
 
 QStringList Stacking()
 {
-    const QString strList = Run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("-notype"),
-                                                          QStringLiteral("_NET_CLIENT_LIST_STACKING")});
+    const QString strList = Run(u"xprop"_s, {u"-root"_s, u"-notype"_s, u"_NET_CLIENT_LIST_STACKING"_s});
     QStringList listId;
     for (const QString& strId : strList.section(QLatin1Char('#'), 1).split(QLatin1Char(','))) {
         listId.append(QString::number(strId.trimmed().toULongLong(nullptr, 16)));
@@ -131,17 +126,15 @@ QStringList Stacking()
 
 QStringList ProcessNames()
 {
-    QStringList listName =
-        Run(QStringLiteral("ps"), {QStringLiteral("-A"), QStringLiteral("-o"), QStringLiteral("comm=")})
-            .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    listName.removeOne(QStringLiteral("ps"));
+    QStringList listName = Run(u"ps"_s, {u"-A"_s, u"-o"_s, u"comm="_s}).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    listName.removeOne(u"ps"_s);
     listName.sort();
     return listName;
 }
 
 void SavePicture(const QString& strPath)
 {
-    Run(QStringLiteral("import"), {QStringLiteral("-window"), QStringLiteral("root"), strPath});
+    Run(u"import"_s, {u"-window"_s, u"root"_s, strPath});
 }
 
 } // namespace Desktop

@@ -6,7 +6,7 @@
 #include <QDir>
 
 namespace {
-const QString c_strCancelRuns = QStringLiteral("/tmp/cancel-runs");
+const QString c_strCancelRuns = u"/tmp/cancel-runs"_s;
 } // namespace
 
 stStatusReply DesktopTest::Reply(quint8 byStatus, const QList<quint16>& listError, const QList<quint16>& listWarning)
@@ -32,15 +32,14 @@ void DesktopTest::cleanup()
 {
     if (QTest::currentTestFailed()) {
         const char* pTag = QTest::currentDataTag();
-        const QString strFolder =
-            QStringLiteral(VORA_FAILURES "/%1-%2%3")
-                .arg(QLatin1String(metaObject()->className()), QLatin1String(QTest::currentTestFunction()),
-                     pTag == nullptr ? QString() : QLatin1Char('-') + QLatin1String(pTag));
+        const QString strFolder = u"" VORA_FAILURES "/%1-%2%3"_s.arg(
+            QLatin1String(metaObject()->className()), QLatin1String(QTest::currentTestFunction()),
+            pTag == nullptr ? QString() : QLatin1Char('-') + QLatin1String(pTag));
         QDir().mkpath(strFolder);
-        Desktop::SavePicture(strFolder + QStringLiteral("/screen.png"));
-        QFile::remove(strFolder + QStringLiteral("/output.txt"));
-        QFile::copy(m_tool->OutputPath(), strFolder + QStringLiteral("/output.txt"));
-        Desktop::Run(QStringLiteral("cp"), {QStringLiteral("-r"), QStringLiteral(VORA_PACKAGE_PATH), strFolder});
+        Desktop::SavePicture(strFolder + u"/screen.png"_s);
+        QFile::remove(strFolder + u"/output.txt"_s);
+        QFile::copy(m_tool->OutputPath(), strFolder + u"/output.txt"_s);
+        Desktop::Run(u"cp"_s, {u"-r"_s, QStringLiteral(VORA_PACKAGE_PATH), strFolder});
     }
     m_tool.reset();
     m_tray.reset();
@@ -56,8 +55,7 @@ void DesktopTest::WriteReadyPrinters(const QStringList& listName) const
     QList<stPrinterInfo> listPrinter;
     for (const QString& strName : listName) {
         WriteStatus(strName, Reply());
-        listPrinter.append(
-            {strName, QStringLiteral("RA7Q"), 0, QStringLiteral("192.168.1.20"), QStringLiteral("ipp://") + strName});
+        listPrinter.append({strName, u"RA7Q"_s, 0, u"192.168.1.20"_s, u"ipp://"_s + strName});
     }
     WritePrinters(listPrinter);
 }
@@ -119,7 +117,7 @@ void DesktopTest::ExitByMenu(int iTimeOutMSec) const
 
 void DesktopTest::FakeProgram(const QString& strName, const QByteArray& script)
 {
-    const QString strFolder = QStringLiteral("/tmp/fake-programs");
+    const QString strFolder = u"/tmp/fake-programs"_s;
     QVERIFY(WriteScript(strFolder + QLatin1Char('/') + strName, script));
     const QByteArray path = qgetenv("PATH");
     if (!path.startsWith(strFolder.toLocal8Bit())) {
@@ -130,9 +128,8 @@ void DesktopTest::FakeProgram(const QString& strName, const QByteArray& script)
 void DesktopTest::FakeHangingCancel()
 {
     QFile::remove(c_strCancelRuns);
-    Desktop::Run(QStringLiteral("mkfifo"), {QStringLiteral("/tmp/nobody-writes")});
-    FakeProgram(QStringLiteral("cancel"),
-                "touch " + c_strCancelRuns.toLocal8Bit() + "\nread line < /tmp/nobody-writes\n");
+    Desktop::Run(u"mkfifo"_s, {u"/tmp/nobody-writes"_s});
+    FakeProgram(u"cancel"_s, "touch " + c_strCancelRuns.toLocal8Bit() + "\nread line < /tmp/nobody-writes\n");
 }
 
 bool DesktopTest::IsCancelRunning()
@@ -142,7 +139,7 @@ bool DesktopTest::IsCancelRunning()
 
 void DesktopTest::EndHangingCancel()
 {
-    Desktop::Run(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("echo > /tmp/nobody-writes")});
+    Desktop::Run(u"sh"_s, {u"-c"_s, u"echo > /tmp/nobody-writes"_s});
 }
 
 void DesktopTest::Preload(const char* pModule)

@@ -12,12 +12,12 @@ constexpr int c_iMaxExitMSec = 2000;
 
 void FaultTest::StartBeside(const QStringList& listName)
 {
-    m_listName = QStringList{QStringLiteral("Neighbour")} + listName;
+    m_listName = QStringList{u"Neighbour"_s} + listName;
     m_iSlowestMSec = 0;
     WriteReadyPrinters(m_listName);
     StartWithTray();
     for (int iRow = 0; iRow < m_listName.size(); ++iRow) {
-        QTRY_COMPARE_WITH_TIMEOUT(State(iRow), QStringLiteral("就绪"), c_iTimeOutMSec);
+        QTRY_COMPARE_WITH_TIMEOUT(State(iRow), u"就绪"_s, c_iTimeOutMSec);
     }
 }
 
@@ -33,7 +33,7 @@ QString FaultTest::State(int iRow)
 void FaultTest::CheckNeighbour()
 {
     const QList<std::pair<quint8, QString>> listState = {
-        {0x10, QStringLiteral("正在打印")}, {0x11, QStringLiteral("正在扫描")}, {0x02, QStringLiteral("忙碌")}};
+        {0x10, u"正在打印"_s}, {0x11, u"正在扫描"_s}, {0x02, u"忙碌"_s}};
     for (const auto& state : listState) {
         WriteStatus(m_listName.first(), Reply(state.first));
         QTRY_COMPARE_WITH_TIMEOUT(State(0), state.second, c_iTimeOutMSec);

@@ -3,6 +3,8 @@
 
 #include "NotificationServer.h"
 
+#include "QtCompat.h"
+
 #include "TestFiles.h"
 
 #include <QDBusConnectionInterface>
@@ -17,11 +19,11 @@ NotificationServer::~NotificationServer()
 bool NotificationServer::Start()
 {
     m_process.setStandardOutputFile(m_strOutput);
-    m_process.start(QStringLiteral("dunst"), {QStringLiteral("-print")});
+    m_process.start(u"dunst"_s, {u"-print"_s});
     return QTest::qWaitFor([] {
         return QDBusConnection::sessionBus()
             .interface()
-            ->isServiceRegistered(QStringLiteral("org.freedesktop.Notifications"))
+            ->isServiceRegistered(u"org.freedesktop.Notifications"_s)
             .value();
     });
 }
@@ -29,10 +31,10 @@ bool NotificationServer::Start()
 QString NotificationServer::Last(const QString& strField) const
 {
     const QStringList listLine = QString::fromUtf8(Output())
-                                     .section(QStringLiteral("\n}\n"), -2)
+                                     .section(u"\n}\n"_s, -2)
                                      .split(QLatin1Char('\n'))
                                      .filter(QLatin1Char('\t') + strField + QLatin1String(": "));
-    return listLine.value(0).section(QStringLiteral(": "), 1).remove(QLatin1Char('\''));
+    return listLine.value(0).section(u": "_s, 1).remove(QLatin1Char('\''));
 }
 
 int NotificationServer::Count() const

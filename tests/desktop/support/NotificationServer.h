@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "QtCompat.h"
+
 #include <QProcess>
 
 /// A desktop's notification server, which says what it is told. Killed with this object.
@@ -23,6 +25,6 @@ public:
 private:
     QByteArray Output() const;
 
-    QString m_strOutput = QStringLiteral("/tmp/notifications.txt");
+    QString m_strOutput = u"/tmp/notifications.txt"_s;
     QProcess m_process;
 };

@@ -3,6 +3,8 @@
 
 #include "PrintServer.h"
 
+#include "QtCompat.h"
+
 #include "Desktop.h"
 #include "TestFiles.h"
 
@@ -20,8 +22,8 @@
 namespace {
 
 const QString c_strFolder = QStringLiteral(SERVER_FOLDER);
-const QString c_strDocument = c_strFolder + QStringLiteral("/document");
-const QString c_strBackend = c_strFolder + QStringLiteral("/bin/backend/endless");
+const QString c_strDocument = c_strFolder + u"/document"_s;
+const QString c_strBackend = c_strFolder + u"/bin/backend/endless"_s;
 
 constexpr char c_configuration[] = "Listen " SERVER_FOLDER "/socket\n"
                                    "Browsing Off\n"
@@ -44,14 +46,14 @@ constexpr char c_files[] = "FileDevice Yes\n"
 QString ServerProgram(const QString& strName)
 {
     const QString strPath = QStandardPaths::findExecutable(strName);
-    return strPath.isEmpty() ? QStringLiteral("/usr/sbin/") + strName : strPath;
+    return strPath.isEmpty() ? u"/usr/sbin/"_s + strName : strPath;
 }
 
 } // namespace
 
 QString PrintServer::Address()
 {
-    return c_strFolder + QStringLiteral("/socket");
+    return c_strFolder + u"/socket"_s;
 }
 
 bool PrintServer::Start()
@@ -60,53 +62,46 @@ bool PrintServer::Start()
     for (const char* pName : {"cache", "spool/tmp", "bin/backend", "root", "state"}) {
         QDir(c_strFolder).mkpath(QLatin1String(pName));
     }
-    if (!WriteFile(c_strFolder + QStringLiteral("/cupsd.conf"), c_configuration) ||
-        !WriteFile(c_strFolder + QStringLiteral("/cups-files.conf"), c_files) ||
-        !WriteFile(c_strDocument, "a page\n") || !WriteFile(c_strBackend, "#!/bin/sh\nexec sleep infinity\n")) {
+    if (!WriteFile(c_strFolder + u"/cupsd.conf"_s, c_configuration) ||
+        !WriteFile(c_strFolder + u"/cups-files.conf"_s, c_files) || !WriteFile(c_strDocument, "a page\n") ||
+        !WriteFile(c_strBackend, "#!/bin/sh\nexec sleep infinity\n")) {
         return false;
     }
     // Readable and executable for all, which the server insists on, and started by a program of its own.
     QFile::setPermissions(c_strBackend, QFile::Permissions(0x5555));
-    QFile::link(QStringLiteral("/usr/lib/cups/daemon"), c_strFolder + QStringLiteral("/bin/daemon"));
+    QFile::link(u"/usr/lib/cups/daemon"_s, c_strFolder + u"/bin/daemon"_s);
 
-    m_process.start(ServerProgram(QStringLiteral("cupsd")),
-                    {QStringLiteral("-f"), QStringLiteral("-c"), c_strFolder + QStringLiteral("/cupsd.conf"),
-                     QStringLiteral("-s"), c_strFolder + QStringLiteral("/cups-files.conf")});
-    return QTest::qWaitFor([] {
-        return Desktop::Run(QStringLiteral("lpstat"), {QStringLiteral("-r")}) ==
-               QLatin1String("scheduler is running\n");
-    });
+    m_process.start(ServerProgram(u"cupsd"_s),
+                    {u"-f"_s, u"-c"_s, c_strFolder + u"/cupsd.conf"_s, u"-s"_s, c_strFolder + u"/cups-files.conf"_s});
+    return QTest::qWaitFor(
+        [] { return Desktop::Run(u"lpstat"_s, {u"-r"_s}) == QLatin1String("scheduler is running\n"); });
 }
 
 bool PrintServer::AddQueue(const QString& strQueue, enQueue enKind)
 {
-    const QString strUri =
-        enKind == enQueuePrinting ? QStringLiteral("endless:/printer") : QStringLiteral("file:/dev/null");
-    QStringList listArgument = {QStringLiteral("-p"), strQueue,
-                                QStringLiteral("-v"), strUri,
-                                QStringLiteral("-m"), QStringLiteral("raw"),
-                                QStringLiteral("-o"), QStringLiteral("printer-is-accepting-jobs=true")};
+    const QString strUri = enKind == enQueuePrinting ? u"endless:/printer"_s : u"file:/dev/null"_s;
+    QStringList listArgument = {u"-p"_s, strQueue, u"-v"_s, strUri,
+                                u"-m"_s, u"raw"_s, u"-o"_s, u"printer-is-accepting-jobs=true"_s};
     if (enKind == enQueuePrinting) {
-        listArgument.append(QStringLiteral("-E"));
+        listArgument.append(u"-E"_s);
     }
     QProcess process;
-    process.start(ServerProgram(QStringLiteral("lpadmin")), listArgument);
+    process.start(ServerProgram(u"lpadmin"_s), listArgument);
     return process.waitForFinished() && process.exitCode() == 0;
 }
 
 int PrintServer::AddJob(const QString& strQueue)
 {
-    const QString strAnswer = Desktop::Run(QStringLiteral("lp"), {QStringLiteral("-d"), strQueue, c_strDocument});
-    static const QRegularExpression c_number(QStringLiteral("^request id is .*-(\\d+) \\(1 file"));
+    const QString strAnswer = Desktop::Run(u"lp"_s, {u"-d"_s, strQueue, c_strDocument});
+    static const QRegularExpression c_number(u"^request id is .*-(\\d+) \\(1 file"_s);
     return c_number.match(strAnswer).captured(1).toInt();
 }
 
 QList<int> PrintServer::Jobs() const
 {
-    static const QRegularExpression c_number(QStringLiteral("^\\S+-(\\d+) "), QRegularExpression::MultilineOption);
+    static const QRegularExpression c_number(u"^\\S+-(\\d+) "_s, QRegularExpression::MultilineOption);
     QList<int> listJob;
-    QRegularExpressionMatchIterator match =
-        c_number.globalMatch(Desktop::Run(QStringLiteral("lpstat"), {QStringLiteral("-o")}));
+    QRegularExpressionMatchIterator match = c_number.globalMatch(Desktop::Run(u"lpstat"_s, {u"-o"_s}));
     while (match.hasNext()) {
         listJob.append(match.next().captured(1).toInt());
     }
@@ -116,8 +111,7 @@ QList<int> PrintServer::Jobs() const
 
 bool PrintServer::IsPrinting(const QString& strQueue, int iJob) const
 {
-    return Desktop::Run(QStringLiteral("lpstat"), {QStringLiteral("-p")})
-        .contains(QStringLiteral("printer %1 now printing %1-%2.").arg(strQueue).arg(iJob));
+    return Desktop::Run(u"lpstat"_s, {u"-p"_s}).contains(u"printer %1 now printing %1-%2."_s.arg(strQueue).arg(iJob));
 }
 
 void PrintServer::Halt()

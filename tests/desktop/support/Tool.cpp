@@ -3,11 +3,13 @@
 
 #include "Tool.h"
 
+#include "QtCompat.h"
+
 #include <QFileInfo>
 
 namespace {
-const QString c_strPreload = QStringLiteral("LD_PRELOAD");
-const QString c_strSanitizer = QStringLiteral("ASAN_OPTIONS");
+const QString c_strPreload = u"LD_PRELOAD"_s;
+const QString c_strSanitizer = u"ASAN_OPTIONS"_s;
 
 bool IsInRealTime()
 {
@@ -29,18 +31,18 @@ Tool::~Tool()
 
 QString Tool::OutputPath() const
 {
-    return QStringLiteral("/tmp/tool-output.txt");
+    return u"/tmp/tool-output.txt"_s;
 }
 
 void Tool::Start(const QStringList& listArgument)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+    environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
     if (!IsInRealTime()) {
         const QString strOthers = environment.value(c_strPreload);
         environment.insert(c_strPreload, strOthers + QStringLiteral(" " VORA_SHORT_SLEEP));
         const QString strOptions = environment.value(c_strSanitizer);
-        environment.insert(c_strSanitizer, strOptions + QStringLiteral(":verify_asan_link_order=0"));
+        environment.insert(c_strSanitizer, strOptions + u":verify_asan_link_order=0"_s);
     }
     m_process.setProcessEnvironment(environment);
     m_process.start(m_strProgram, listArgument);
@@ -54,12 +56,12 @@ int Tool::PauseMSec()
 
 std::optional<Desktop::Window> Tool::MainWindow() const
 {
-    return Desktop::FindWindow(m_strClass, QStringLiteral("星原喷墨打印机助手"), {860, 300}, {860, 300});
+    return Desktop::FindWindow(m_strClass, u"星原喷墨打印机助手"_s, {860, 300}, {860, 300});
 }
 
 std::optional<Desktop::Window> Tool::SettingsWindow() const
 {
-    return Desktop::FindWindow(m_strClass, QStringLiteral("设置"), {400, 300}, {400, 300});
+    return Desktop::FindWindow(m_strClass, u"设置"_s, {400, 300}, {400, 300});
 }
 
 // The tray icon, the menu and the balloon have the program's name for a title and are told apart by their size.

@@ -3,6 +3,8 @@
 
 #include "TrayHost.h"
 
+#include "QtCompat.h"
+
 #include "TestFiles.h"
 #include "Tool.h"
 
@@ -17,15 +19,15 @@
 
 namespace {
 
-const QString c_strWatcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString c_strWatcher = u"org.kde.StatusNotifierWatcher"_s;
 constexpr int c_iMenuEntries = 4;
-const QString c_strPlugin = QStringLiteral("wrapper-2.0"); // the panel runs its tray in a process of this name
+const QString c_strPlugin = u"wrapper-2.0"_s; // the panel runs its tray in a process of this name
 
 /// A panel with nothing but a tray, so that the plugin's one window is the icon.
 bool ConfigureXfcePanel()
 {
-    const QString strFolder = QDir::homePath() + QStringLiteral("/.config/xfce4/xfconf/xfce-perchannel-xml");
-    return WriteFile(strFolder + QStringLiteral("/xfce4-panel.xml"), R"(<?xml version="1.0" encoding="UTF-8"?>
+    const QString strFolder = QDir::homePath() + u"/.config/xfce4/xfconf/xfce-perchannel-xml"_s;
+    return WriteFile(strFolder + u"/xfce4-panel.xml"_s, R"(<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
   <property name="configver" type="int" value="2"/>
   <property name="panels" type="array">
@@ -48,10 +50,9 @@ bool ConfigureXfcePanel()
 
 bool IsWatched()
 {
-    QDBusMessage get =
-        QDBusMessage::createMethodCall(c_strWatcher, QStringLiteral("/StatusNotifierWatcher"),
-                                       QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-    get << c_strWatcher << QStringLiteral("RegisteredStatusNotifierItems");
+    QDBusMessage get = QDBusMessage::createMethodCall(c_strWatcher, u"/StatusNotifierWatcher"_s,
+                                                      u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    get << c_strWatcher << u"RegisteredStatusNotifierItems"_s;
     const QDBusReply<QVariant> reply = QDBusConnection::sessionBus().call(get);
     return !reply.value().toStringList().isEmpty();
 }
@@ -77,16 +78,13 @@ QPoint Centre(const Desktop::Window& window)
 bool TrayHost::Start()
 {
     switch (m_enKind) {
-    case enTint2: m_process.start(QStringLiteral("tint2"), QStringList()); break;
-    case enTrayer:
-        m_process.start(QStringLiteral("trayer"), {QStringLiteral("--widthtype"), QStringLiteral("request"),
-                                                   QStringLiteral("--height"), QStringLiteral("24")});
-        break;
+    case enTint2: m_process.start(u"tint2"_s, QStringList()); break;
+    case enTrayer: m_process.start(u"trayer"_s, {u"--widthtype"_s, u"request"_s, u"--height"_s, u"24"_s}); break;
     case enXfcePanel:
         if (!ConfigureXfcePanel()) {
             return false;
         }
-        m_process.start(QStringLiteral("xfce4-panel"), {QStringLiteral("--disable-wm-check")});
+        m_process.start(u"xfce4-panel"_s, {u"--disable-wm-check"_s});
         break;
     }
     return m_process.waitForStarted() &&

@@ -73,7 +73,7 @@ inline stPrinterManager SharedAt(const QList<stPrinterManager>& listPrinter, int
 inline stPrinterManager NamedPrinter(const QString& strName, int iStatus)
 {
     stPrinterManager printer;
-    printer.printerInfo = {strName, QStringLiteral("RA7QX"), 2, QStringLiteral("192.0.2.7"), QStringLiteral("ipp://a")};
+    printer.printerInfo = {strName, u"RA7QX"_s, 2, u"192.0.2.7"_s, u"ipp://a"_s};
     printer.printerState.enCurrentStatus = iStatus;
     return printer;
 }

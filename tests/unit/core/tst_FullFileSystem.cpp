@@ -16,7 +16,7 @@ private slots:
     void logLosesLinesQuietly();
 
 private:
-    static QString FillerPath() { return ToolPath() + QStringLiteral("filler"); }
+    static QString FillerPath() { return ToolPath() + u"filler"_s; }
     static qint64 Fill();
 };
 
@@ -35,7 +35,7 @@ qint64 tst_FullFileSystem::Fill()
 
 void tst_FullFileSystem::logLosesLinesQuietly()
 {
-    const auto log = [](const char* pText) { WriteStringLog(__FILE__, __LINE__, "log", QStringLiteral("%s"), pText); };
+    const auto log = [](const char* pText) { WriteStringLog(__FILE__, __LINE__, "log", u"%s"_s, pText); };
     SetLogEnable(true);
     log("first");
     const qint64 iFilled = Fill();

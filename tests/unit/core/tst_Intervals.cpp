@@ -51,7 +51,7 @@ private slots:
 
 void tst_Intervals::statusIsReadEverySecond()
 {
-    const QString strName = QStringLiteral("Queue");
+    const QString strName = u"Queue"_s;
     StatusFolder().WriteStatus(strName, "no reply");
     QList<stPrinterManager> listPrinter{NamedPrinter(strName, enStatusOffline)}; // whose file is read each time
     TrdGetPrinterStatus worker;
@@ -67,7 +67,7 @@ void tst_Intervals::statusIsReadEverySecond()
 
 void tst_Intervals::listIsReadEveryThreeSeconds()
 {
-    StatusFolder().WritePrinterList({NamedPrinter(QStringLiteral("Queue"), 0).printerInfo});
+    StatusFolder().WritePrinterList({NamedPrinter(u"Queue"_s, 0).printerInfo});
     QList<stPrinterManager> listPrinter;
     TrdDeviceManage worker;
     worker.Init(&listPrinter);

@@ -31,14 +31,14 @@ namespace {
 stPrinterState FilledState()
 {
     stPrinterState state;
-    state.strPrinterSerialNumber = QStringLiteral("SN1");
+    state.strPrinterSerialNumber = u"SN1"_s;
     state.enCurrentStatus = 8;
-    state.strFWVersion = QStringLiteral("1.2");
-    state.strVenderName = QStringLiteral("Vora");
-    state.strProductName = QStringLiteral("RA7QX");
+    state.strFWVersion = u"1.2"_s;
+    state.strVenderName = u"Vora"_s;
+    state.strProductName = u"RA7QX"_s;
     state.listErrorStatus = {enErrorNoPaper};
     state.listWarningStatus = {enErrorCyanInkLow, enErrorNetwork};
-    state.strSupplySerialNumber = QStringLiteral("SN2");
+    state.strSupplySerialNumber = u"SN2"_s;
     state.enSpplyType = 3;
     unsigned long dwFigure = 10;
 #define VORA_FILL(enKey, wKey, iBytes, Stem, ...) state.dw##Stem = dwFigure++;
@@ -69,20 +69,19 @@ void CompareWithReset(const stPrinterState& state)
 
 void tst_PrinterCommon::pathsOfTheDriverPackage()
 {
-    QCOMPARE(c_strToolPath, QStringLiteral("/opt/vora/vora-printer-k507/tool/"));
-    QCOMPARE(c_strCfgPath, QStringLiteral("/opt/vora/vora-printer-k507/cfg/"));
-    QCOMPARE(c_strBinPath, QStringLiteral("/opt/vora/vora-printer-k507/bin/"));
-    QCOMPARE(c_strPrinterListName, QStringLiteral("printerlist.ini"));
-    QCOMPARE(c_strStatusFileSuffix, QStringLiteral(".dat"));
+    QCOMPARE(c_strToolPath, u"/opt/vora/vora-printer-k507/tool/"_s);
+    QCOMPARE(c_strCfgPath, u"/opt/vora/vora-printer-k507/cfg/"_s);
+    QCOMPARE(c_strBinPath, u"/opt/vora/vora-printer-k507/bin/"_s);
+    QCOMPARE(c_strPrinterListName, u"printerlist.ini"_s);
+    QCOMPARE(c_strStatusFileSuffix, u".dat"_s);
 }
 
 void tst_PrinterCommon::resetInfo()
 {
-    stPrinterInfo info{QStringLiteral("Office"), QStringLiteral("RA7QX"), 1, QStringLiteral("10.0.0.7"),
-                       QStringLiteral("socket://10.0.0.7")};
+    stPrinterInfo info{u"Office"_s, u"RA7QX"_s, 1, u"10.0.0.7"_s, u"socket://10.0.0.7"_s};
     TrdDeviceManage().InitStPrinterInfo(info);
     QCOMPARE(info.strPrinterName, QString());
-    QCOMPARE(info.enType, QStringLiteral("-1"));
+    QCOMPARE(info.enType, u"-1"_s);
     QCOMPARE(info.iConnectType, 0);
     QCOMPARE(info.strPort, QString());
     QCOMPARE(info.strURI, QString());
@@ -105,7 +104,7 @@ void tst_PrinterCommon::countersAreUnsigned64Bit()
 {
     stPrinterState state;
     state.dwPrinterNumOfPrint = 0xFFFFFFFFFFFFFFFFul;
-    QCOMPARE(QString::asprintf("%lu", state.dwPrinterNumOfPrint), QStringLiteral("18446744073709551615"));
+    QCOMPARE(QString::asprintf("%lu", state.dwPrinterNumOfPrint), u"18446744073709551615"_s);
 }
 
 void tst_PrinterCommon::catalogueIsComplete()
@@ -145,8 +144,8 @@ void tst_PrinterCommon::catalogue()
 void tst_PrinterCommon::catalogueNamesFollowFromTheCode()
 {
     for (const stModelInfo& info : c_stModelInfoList) {
-        QCOMPARE(info.strDisplayName, QStringLiteral("Vora ") + info.strModel);
-        QCOMPARE(info.strPPDName, QStringLiteral("Vora_") + info.strModel + QStringLiteral(".ppd"));
+        QCOMPARE(info.strDisplayName, u"Vora "_s + info.strModel);
+        QCOMPARE(info.strPPDName, u"Vora_"_s + info.strModel + u".ppd"_s);
     }
 }
 

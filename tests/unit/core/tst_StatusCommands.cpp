@@ -24,7 +24,7 @@ using PrinterList = QList<stPrinterManager>;
 constexpr quint8 c_byReady = 0x00;
 constexpr quint8 c_byCanceling = 0x03;
 
-const QString c_strName = QStringLiteral("Queue");
+const QString c_strName = u"Queue"_s;
 
 void WriteState(const QString& strName, quint8 byStatus)
 {
@@ -37,7 +37,7 @@ QString LongName(const QString& strCharacter, int iCount)
 {
     QString strName;
     for (int i = 1; i <= iCount; ++i) {
-        strName += i % 61 == 0 ? QStringLiteral("/") : strCharacter;
+        strName += i % 61 == 0 ? u"/"_s : strCharacter;
     }
     return strName;
 }
@@ -55,7 +55,7 @@ public:
     bool Open() const { return WriteFile(m_strPath, QByteArray()); }
 
 private:
-    const QString m_strPath = QStringLiteral("/tmp/gate");
+    const QString m_strPath = u"/tmp/gate"_s;
 };
 
 } // namespace
@@ -93,7 +93,7 @@ private slots:
 
 void tst_StatusCommands::cancelsOnceForEachChange()
 {
-    const FakeCommand cancel(QStringLiteral("cancel"));
+    const FakeCommand cancel(u"cancel"_s);
     WriteState(c_strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(c_strName, 3)};
     RunningWorker running(0, &listPrinter);
@@ -135,7 +135,7 @@ void tst_StatusCommands::cancelsOnlyWhenTheStateIsNew()
 {
     QFETCH(int, iBefore);
     QFETCH(int, byStatus);
-    const FakeCommand cancel(QStringLiteral("cancel"));
+    const FakeCommand cancel(u"cancel"_s);
     WriteState(c_strName, static_cast<quint8>(byStatus));
     PrinterList listPrinter{NamedPrinter(c_strName, iBefore)};
     CountedWorker counted(0, &listPrinter);
@@ -147,7 +147,7 @@ void tst_StatusCommands::cancelsOnlyWhenTheStateIsNew()
 
 void tst_StatusCommands::cancelsOnceForTwoWorkersOnOnePrinter()
 {
-    const FakeCommand cancel(QStringLiteral("cancel"));
+    const FakeCommand cancel(u"cancel"_s);
     WriteState(c_strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(c_strName, 3)};
     // Both have taken the old state before either reads the file.
@@ -167,25 +167,25 @@ void tst_StatusCommands::cancelsOnceForTwoWorkersOnOnePrinter()
 void tst_StatusCommands::cancelGetsTheNameAsOneArgument_data()
 {
     QTest::addColumn<QString>("strName");
-    const QStringList listName = {QStringLiteral("Off,ice"),
-                                  QStringLiteral("two words"),
-                                  QStringLiteral(" "),
-                                  QStringLiteral("it's"),
-                                  QStringLiteral("'"),
-                                  QStringLiteral("''\"''"),
-                                  QStringLiteral("$(touch owned)"),
-                                  QStringLiteral("`touch owned`"),
-                                  QStringLiteral("$HOME"),
-                                  QStringLiteral("a;touch owned"),
-                                  QStringLiteral("a&b|c>d<e"),
-                                  QStringLiteral("line\nbreak"),
-                                  QStringLiteral("星原 一号"),
-                                  QStringLiteral("*"),
-                                  QStringLiteral("~"),
-                                  QStringLiteral("#1"),
-                                  QStringLiteral("back\\slash\\"),
-                                  QStringLiteral("100%s%n"),
-                                  QStringLiteral("a -a")};
+    const QStringList listName = {u"Off,ice"_s,
+                                  u"two words"_s,
+                                  u" "_s,
+                                  u"it's"_s,
+                                  u"'"_s,
+                                  u"''\"''"_s,
+                                  u"$(touch owned)"_s,
+                                  u"`touch owned`"_s,
+                                  u"$HOME"_s,
+                                  u"a;touch owned"_s,
+                                  u"a&b|c>d<e"_s,
+                                  u"line\nbreak"_s,
+                                  u"星原 一号"_s,
+                                  u"*"_s,
+                                  u"~"_s,
+                                  u"#1"_s,
+                                  u"back\\slash\\"_s,
+                                  u"100%s%n"_s,
+                                  u"a -a"_s};
     for (const QString& strName : listName) {
         QTest::newRow(qPrintable(strName)) << strName;
     }
@@ -194,13 +194,13 @@ void tst_StatusCommands::cancelGetsTheNameAsOneArgument_data()
 void tst_StatusCommands::cancelGetsTheNameAsOneArgument()
 {
     QFETCH(QString, strName);
-    const FakeCommand cancel(QStringLiteral("cancel"));
+    const FakeCommand cancel(u"cancel"_s);
     WriteState(strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(strName, 3)};
     CountedWorker counted(0, &listPrinter);
     counted.RunOneCycle();
     QCOMPARE(cancel.Calls(), QList<QByteArrayList>{{strName.toUtf8()}});
-    QVERIFY(!QFile::exists(QStringLiteral("owned")));
+    QVERIFY(!QFile::exists(u"owned"_s));
 }
 
 void tst_StatusCommands::cancelGetsTheBeginningOfALongName_data()
@@ -208,21 +208,20 @@ void tst_StatusCommands::cancelGetsTheBeginningOfALongName_data()
     // The word "cancel", a blank and two quotes take 9 of the 255 bytes.
     QTest::addColumn<QString>("strName");
     QTest::addColumn<int>("iKept");
-    QTest::newRow("246 bytes") << LongName(QStringLiteral("a"), 246) << 246;
-    QTest::newRow("247 bytes") << LongName(QStringLiteral("a"), 247) << 246;
-    QTest::newRow("300 quotes of 4 bytes each") << LongName(QStringLiteral("'"), 300) << 62;
-    QTest::newRow("300 times 3 bytes") << LongName(QStringLiteral("星"), 300) << 82;
-    QTest::newRow("300 times 4 bytes") << LongName(QStringLiteral("😀"), 300) << 60 * 2 + 1 + 2;
+    QTest::newRow("246 bytes") << LongName(u"a"_s, 246) << 246;
+    QTest::newRow("247 bytes") << LongName(u"a"_s, 247) << 246;
+    QTest::newRow("300 quotes of 4 bytes each") << LongName(u"'"_s, 300) << 62;
+    QTest::newRow("300 times 3 bytes") << LongName(u"星"_s, 300) << 82;
+    QTest::newRow("300 times 4 bytes") << LongName(u"😀"_s, 300) << 60 * 2 + 1 + 2;
     // Room for what would stand for half a character.
-    QTest::newRow("3 bytes short of the next character")
-        << QStringLiteral("ab") + LongName(QStringLiteral("😀"), 300) << 2 + 60 * 2 + 1;
+    QTest::newRow("3 bytes short of the next character") << u"ab"_s + LongName(u"😀"_s, 300) << 2 + 60 * 2 + 1;
 }
 
 void tst_StatusCommands::cancelGetsTheBeginningOfALongName()
 {
     QFETCH(QString, strName);
     QFETCH(int, iKept);
-    const FakeCommand cancel(QStringLiteral("cancel"));
+    const FakeCommand cancel(u"cancel"_s);
     WriteState(strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(strName, 3)};
     CountedWorker counted(0, &listPrinter);
@@ -233,16 +232,16 @@ void tst_StatusCommands::cancelGetsTheBeginningOfALongName()
 void tst_StatusCommands::cancelIsNotRunForAnOption_data()
 {
     QTest::addColumn<QString>("strName");
-    QTest::newRow("every job of every queue") << QStringLiteral("-a");
-    QTest::newRow("standard input") << QStringLiteral("-");
-    QTest::newRow("two dashes") << QStringLiteral("--");
+    QTest::newRow("every job of every queue") << u"-a"_s;
+    QTest::newRow("standard input") << u"-"_s;
+    QTest::newRow("two dashes") << u"--"_s;
     QTest::newRow("empty") << QString();
 }
 
 void tst_StatusCommands::cancelIsNotRunForAnOption()
 {
     QFETCH(QString, strName);
-    const FakeCommand cancel(QStringLiteral("cancel"));
+    const FakeCommand cancel(u"cancel"_s);
     WriteState(strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(strName, 3)};
     CountedWorker counted(0, &listPrinter);
@@ -260,8 +259,8 @@ void tst_StatusCommands::cancelIsNotRunForAnOption()
 
 void tst_StatusCommands::cancelIsLoggedOnce()
 {
-    const FakeCommand cancel(QStringLiteral("cancel"));
-    const QString strName = QStringLiteral("100%s 星原");
+    const FakeCommand cancel(u"cancel"_s);
+    const QString strName = u"100%s 星原"_s;
     WriteState(strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(strName, 3)};
     CountedWorker counted(0, &listPrinter);
@@ -279,7 +278,7 @@ void tst_StatusCommands::cancelIsLoggedOnce()
 void tst_StatusCommands::listIsFreeWhileCancelHangs()
 {
     const Gate gate;
-    const FakeCommand cancel(QStringLiteral("cancel"), gate.Script());
+    const FakeCommand cancel(u"cancel"_s, gate.Script());
     WriteState(c_strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(c_strName, 3)};
     RunningWorker running(0, &listPrinter);
@@ -296,7 +295,7 @@ void tst_StatusCommands::listIsFreeWhileCancelHangs()
 void tst_StatusCommands::listCanBeTakenAwayWhileCancelHangs()
 {
     const Gate gate;
-    const FakeCommand cancel(QStringLiteral("cancel"), gate.Script());
+    const FakeCommand cancel(u"cancel"_s, gate.Script());
     WriteState(c_strName, c_byCanceling);
     PrinterList listPrinter{NamedPrinter(c_strName, 3)};
     RunningWorker running(0, &listPrinter);
@@ -331,7 +330,7 @@ void tst_StatusCommands::needsStatus()
 {
     QFETCH(int, iConnectType);
     QFETCH(int, iStatus);
-    const FakeCommand lpstat(QStringLiteral("lpstat"));
+    const FakeCommand lpstat(u"lpstat"_s);
     TrdGetPrinterStatus worker;
     worker.m_printerManager = NamedPrinter(c_strName, iStatus);
     worker.m_printerManager.printerInfo.iConnectType = iConnectType;
@@ -363,7 +362,7 @@ void tst_StatusCommands::readyNetworkPrinterAsksThePrintSystem()
     QFETCH(QByteArray, script);
     QFETCH(bool, bPrinting);
     QVERIFY(QDir().mkpath(ToolPath()));
-    const FakeCommand lpstat(QStringLiteral("lpstat"), script);
+    const FakeCommand lpstat(u"lpstat"_s, script);
     TrdGetPrinterStatus worker;
     worker.Init(4, nullptr);
     worker.m_printerManager = NamedPrinter(c_strName, 3);
@@ -371,41 +370,41 @@ void tst_StatusCommands::readyNetworkPrinterAsksThePrintSystem()
     QCOMPARE(worker.CheckNeedStatus(iFound), bPrinting);
     QCOMPARE(iFound, bPrinting ? 1000 : 100);
     QCOMPARE(lpstat.Calls(), (QList<QByteArrayList>{{"-p", "Queue"}}));
-    QVERIFY(!QFileInfo::exists(ToolPath() + QStringLiteral("printer_4.tmp")));
+    QVERIFY(!QFileInfo::exists(ToolPath() + u"printer_4.tmp"_s));
 }
 
 void tst_StatusCommands::lpstatGetsTheNameAsOneArgument()
 {
     QVERIFY(QDir().mkpath(ToolPath()));
-    const FakeCommand lpstat(QStringLiteral("lpstat"));
+    const FakeCommand lpstat(u"lpstat"_s);
     TrdGetPrinterStatus worker;
-    worker.m_printerManager = NamedPrinter(QStringLiteral("a\" $(touch owned);'星"), 3);
+    worker.m_printerManager = NamedPrinter(u"a\" $(touch owned);'星"_s, 3);
     int iFound = -7;
     QVERIFY(!worker.CheckNeedStatus(iFound));
     QCOMPARE(lpstat.Calls(), (QList<QByteArrayList>{{"-p", "a\" $(touch owned);'星"}}));
-    QVERIFY(!QFile::exists(QStringLiteral("owned")));
+    QVERIFY(!QFile::exists(u"owned"_s));
 }
 
 void tst_StatusCommands::lpstatWritesToItsTemporaryFile()
 {
     QVERIFY(QDir().mkpath(ToolPath()));
-    const FakeCommand lpstat(QStringLiteral("lpstat"), "readlink /proc/self/fd/3 3>&1 > /tmp/output");
+    const FakeCommand lpstat(u"lpstat"_s, "readlink /proc/self/fd/3 3>&1 > /tmp/output");
     TrdGetPrinterStatus worker;
     worker.Init(12, nullptr);
     worker.m_printerManager = NamedPrinter(c_strName, 3);
     int iFound = -7;
     QVERIFY(!worker.CheckNeedStatus(iFound));
-    QCOMPARE(ReadFile(QStringLiteral("/tmp/output")), "/opt/vora/vora-printer-k507/tool/printer_12.tmp\n");
+    QCOMPARE(ReadFile(u"/tmp/output"_s), "/opt/vora/vora-printer-k507/tool/printer_12.tmp\n");
 }
 
 void tst_StatusCommands::linkAtTemporaryFileIsNotFollowed()
 {
-    const QString strVictim = QStringLiteral("/tmp/victim");
-    const QString strTemporary = ToolPath() + QStringLiteral("printer_4.tmp");
+    const QString strVictim = u"/tmp/victim"_s;
+    const QString strTemporary = ToolPath() + u"printer_4.tmp"_s;
     QVERIFY(QDir().mkpath(ToolPath()));
     QVERIFY(WriteFile(strVictim, "precious"));
     QVERIFY(QFile::link(strVictim, strTemporary));
-    const FakeCommand lpstat(QStringLiteral("lpstat"), "echo printing");
+    const FakeCommand lpstat(u"lpstat"_s, "echo printing");
     TrdGetPrinterStatus worker;
     worker.Init(4, nullptr);
     worker.m_printerManager = NamedPrinter(c_strName, 3);
@@ -418,20 +417,20 @@ void tst_StatusCommands::linkAtTemporaryFileIsNotFollowed()
 void tst_StatusCommands::whatTakesTheTemporaryFilesPlaceIsLeftAlone_data()
 {
     QTest::addColumn<QString>("target"); // of a link, else it is a FIFO
-    QTest::newRow("link to a file") << QStringLiteral("/tmp/victim");
-    QTest::newRow("link to a device") << QStringLiteral("/dev/zero");
+    QTest::newRow("link to a file") << u"/tmp/victim"_s;
+    QTest::newRow("link to a device") << u"/dev/zero"_s;
     QTest::newRow("FIFO") << QString();
 }
 
 void tst_StatusCommands::whatTakesTheTemporaryFilesPlaceIsLeftAlone()
 {
     QFETCH(const QString, target);
-    const QString strVictim = QStringLiteral("/tmp/victim");
-    const QString strTemporary = ToolPath() + QStringLiteral("printer_4.tmp");
+    const QString strVictim = u"/tmp/victim"_s;
+    const QString strTemporary = ToolPath() + u"printer_4.tmp"_s;
     QVERIFY(QDir().mkpath(ToolPath()));
     QVERIFY(WriteFile(strVictim, "precious"));
     const auto tidy = qScopeGuard([&] { QFile::remove(strTemporary); });
-    const FakeCommand lpstat(QStringLiteral("lpstat"), "echo printing");
+    const FakeCommand lpstat(u"lpstat"_s, "echo printing");
     ::alarm(20); // whatever blocks ends the program
     QByteArray written;
     const SystemHook swap([&](const QByteArray& command) {
@@ -457,7 +456,7 @@ void tst_StatusCommands::whatTakesTheTemporaryFilesPlaceIsLeftAlone()
 void tst_StatusCommands::withoutToolFolderNothingIsPrinting()
 {
     QVERIFY(QDir(ToolPath()).removeRecursively());
-    const FakeCommand lpstat(QStringLiteral("lpstat"), "echo printing");
+    const FakeCommand lpstat(u"lpstat"_s, "echo printing");
     TrdGetPrinterStatus worker;
     worker.Init(4, nullptr);
     worker.m_printerManager = NamedPrinter(c_strName, 3);

@@ -20,7 +20,7 @@ namespace {
 bool s_bRefuseSocketOption = false;
 QByteArray s_lastSocketOption; // level, name and value
 
-const QString c_strLocal = QStringLiteral("127.0.0.1");
+const QString c_strLocal = u"127.0.0.1"_s;
 
 QByteArray SocketOption(int iLevel, int iName, const void* pValue, socklen_t iLength)
 {
@@ -77,7 +77,7 @@ void tst_StatusQuery::sendsTheRequestAndDecodesTheReply()
     UdpResponder responder({HandMadeReply()});
     QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), 0);
     QCOMPARE(responder.Requests(), QList<QByteArray>{QByteArray::fromHex("A5000C50E0740803 00000000000000")});
-    QCOMPARE(m_state.strFWVersion, QStringLiteral("2.1.7"));
+    QCOMPARE(m_state.strFWVersion, u"2.1.7"_s);
     QCOMPARE(m_state.enCurrentStatus, 8);
 }
 
@@ -141,14 +141,8 @@ void tst_StatusQuery::descriptorZeroIsAsGoodAsAny()
 void tst_StatusQuery::refusesWhatIsNoAddress_data()
 {
     QTest::addColumn<QString>("strAddress");
-    const QStringList listAddress = {QString(),
-                                     QStringLiteral("nonsense"),
-                                     QStringLiteral("localhost"),
-                                     QStringLiteral("999.1.1.1"),
-                                     QStringLiteral("127.0.0.1 "),
-                                     QStringLiteral("127.1"),
-                                     QStringLiteral("::1"),
-                                     QStringLiteral("１２７.0.0.1")};
+    const QStringList listAddress = {QString(),       u"nonsense"_s, u"localhost"_s, u"999.1.1.1"_s,
+                                     u"127.0.0.1 "_s, u"127.1"_s,    u"::1"_s,       u"１２７.0.0.1"_s};
     for (const QString& strAddress : listAddress) {
         QTest::newRow(qPrintable(strAddress)) << strAddress;
     }
@@ -172,7 +166,7 @@ void tst_StatusQuery::reportsEachFailure()
     QCOMPARE(::setrlimit(RLIMIT_NOFILE, &limit), 0);
     QCOMPARE(iNoSocket, -2);
 
-    QCOMPARE(m_worker.GetPrinterStatusUDP(QStringLiteral("203.0.113.1")), -3); // no way leads there
+    QCOMPARE(m_worker.GetPrinterStatusUDP(u"203.0.113.1"_s), -3); // no way leads there
 
     s_bRefuseSocketOption = true;
     const int iNoTimeOut = m_worker.GetPrinterStatusUDP(c_strLocal);
@@ -188,7 +182,7 @@ void tst_StatusQuery::socketIsClosed()
     QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), 0);
     QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -5);
     QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -1);
-    QCOMPARE(m_worker.GetPrinterStatusUDP(QStringLiteral("203.0.113.1")), -3);
+    QCOMPARE(m_worker.GetPrinterStatusUDP(u"203.0.113.1"_s), -3);
     s_bRefuseSocketOption = true;
     const int iNoTimeOut = m_worker.GetPrinterStatusUDP(c_strLocal);
     s_bRefuseSocketOption = false;
@@ -200,18 +194,18 @@ void tst_StatusQuery::usbIdentifiers_data()
 {
     QTest::addColumn<QString>("strModel");
     QTest::addColumn<int>("iPid"); // -1: none
-    QTest::newRow("PF41S") << QStringLiteral("PF41S?") << 21345;
-    QTest::newRow("PF41SQ") << QStringLiteral("PF41SQ?") << 21346;
-    QTest::newRow("PG41S") << QStringLiteral("PG41S?") << 21347;
-    QTest::newRow("PG41ES") << QStringLiteral("PG41ES?") << 21348;
-    QTest::newRow("PG41ESQ") << QStringLiteral("PG41ESQ?") << 21349;
-    QTest::newRow("in the middle") << QStringLiteral("Vora PG41ES? series") << 21348;
-    QTest::newRow("first row wins") << QStringLiteral("PG41S? PF41S?") << 21345;
+    QTest::newRow("PF41S") << u"PF41S?"_s << 21345;
+    QTest::newRow("PF41SQ") << u"PF41SQ?"_s << 21346;
+    QTest::newRow("PG41S") << u"PG41S?"_s << 21347;
+    QTest::newRow("PG41ES") << u"PG41ES?"_s << 21348;
+    QTest::newRow("PG41ESQ") << u"PG41ESQ?"_s << 21349;
+    QTest::newRow("in the middle") << u"Vora PG41ES? series"_s << 21348;
+    QTest::newRow("first row wins") << u"PG41S? PF41S?"_s << 21345;
     for (const char* pModel : {"PF41S", "PF41SQ", "PG41S", "PG41ES", "PG41ESQ"}) {
         QTest::addRow("%s without question mark", pModel) << QString::fromLatin1(pModel) << -1;
     }
-    QTest::newRow("question mark is no wildcard") << QStringLiteral("PG41ESX") << -1;
-    QTest::newRow("lower case") << QStringLiteral("pf41s?") << -1;
+    QTest::newRow("question mark is no wildcard") << u"PG41ESX"_s << -1;
+    QTest::newRow("lower case") << u"pf41s?"_s << -1;
     QTest::newRow("empty") << QString() << -1;
 }
 

@@ -18,7 +18,7 @@
 
 namespace {
 
-const QString c_strName = QStringLiteral("Queue");
+const QString c_strName = u"Queue"_s;
 
 QString StatusPath()
 {
@@ -84,21 +84,21 @@ void tst_StatusTransports::unchangedFileIsNotReadAgain()
 {
     StatusFolder().WriteStatus(c_strName, HandMadeReply());
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 0);
-    QCOMPARE(m_state.strFWVersion, QStringLiteral("2.1.7"));
+    QCOMPARE(m_state.strFWVersion, u"2.1.7"_s);
     QCOMPARE(m_worker.m_dtLastModified, ModificationTime());
 
-    m_state.strFWVersion = QStringLiteral("kept");
+    m_state.strFWVersion = u"kept"_s;
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
-    QCOMPARE(m_state.strFWVersion, QStringLiteral("kept"));
+    QCOMPARE(m_state.strFWVersion, u"kept"_s);
 }
 
 void tst_StatusTransports::forcedReadDecodesAgain()
 {
     StatusFolder().WriteStatus(c_strName, HandMadeReply());
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), 0);
-    m_state.strFWVersion = QStringLiteral("replaced");
+    m_state.strFWVersion = u"replaced"_s;
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), 0);
-    QCOMPARE(m_state.strFWVersion, QStringLiteral("2.1.7"));
+    QCOMPARE(m_state.strFWVersion, u"2.1.7"_s);
     // The forced read has noted the time as well.
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
 }
@@ -156,12 +156,12 @@ void tst_StatusTransports::rejectedFileIsUnchangedTheNextTime_data()
 void tst_StatusTransports::rejectedFileIsUnchangedTheNextTime()
 {
     QFETCH(QByteArray, content);
-    m_state.strFWVersion = QStringLiteral("kept");
+    m_state.strFWVersion = u"kept"_s;
     StatusFolder().WriteStatus(c_strName, content);
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), -1);
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), 1);
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, true), -1);
-    QCOMPARE(m_state.strFWVersion, QStringLiteral("kept"));
+    QCOMPARE(m_state.strFWVersion, u"kept"_s);
 }
 
 void tst_StatusTransports::largeFileIsReadUpTo2048Bytes_data()
@@ -197,12 +197,12 @@ void tst_StatusTransports::onlyRegularFilesAreRead_data()
     QTest::addColumn<QString>("strKind");
     QTest::addColumn<QString>("strTarget");
     QTest::newRow("missing") << QString() << QString();
-    QTest::newRow("FIFO") << QStringLiteral("fifo") << QString();
-    QTest::newRow("directory") << QStringLiteral("directory") << QString();
-    QTest::newRow("link to zeros without end") << QStringLiteral("link") << QStringLiteral("/dev/zero");
-    QTest::newRow("link to a terminal") << QStringLiteral("link") << QStringLiteral("/dev/ptmx");
-    QTest::newRow("link to nothing") << QStringLiteral("link") << QStringLiteral("/nowhere");
-    QTest::newRow("link to itself") << QStringLiteral("link") << StatusPath();
+    QTest::newRow("FIFO") << u"fifo"_s << QString();
+    QTest::newRow("directory") << u"directory"_s << QString();
+    QTest::newRow("link to zeros without end") << u"link"_s << u"/dev/zero"_s;
+    QTest::newRow("link to a terminal") << u"link"_s << u"/dev/ptmx"_s;
+    QTest::newRow("link to nothing") << u"link"_s << u"/nowhere"_s;
+    QTest::newRow("link to itself") << u"link"_s << StatusPath();
 }
 
 void tst_StatusTransports::onlyRegularFilesAreRead()
@@ -254,7 +254,7 @@ void tst_StatusTransports::unreadableFileFails()
 
 void tst_StatusTransports::readErrorFails()
 {
-    QVERIFY(QFile::link(QStringLiteral("/proc/self/mem"), StatusPath())); // a regular file whose first byte is unmapped
+    QVERIFY(QFile::link(u"/proc/self/mem"_s, StatusPath())); // a regular file whose first byte is unmapped
     QCOMPARE(m_worker.GetPrinterStatusFile(c_strName, false), -1);
     QCOMPARE(m_state.enCurrentStatus, 2);
 }
@@ -262,13 +262,9 @@ void tst_StatusTransports::readErrorFails()
 void tst_StatusTransports::nameIsTakenLiterally_data()
 {
     QTest::addColumn<QString>("strName");
-    const QStringList listName = {QStringLiteral("RA7QX"),     QStringLiteral("two words"),
-                                  QStringLiteral(" "),         QStringLiteral("it's \"so\""),
-                                  QStringLiteral("$(reboot)"), QStringLiteral("a;b&c|d"),
-                                  QStringLiteral("100%s%n%1"), QStringLiteral("Off,ice"),
-                                  QStringLiteral("星原 一号"), QStringLiteral("*?[a]"),
-                                  QStringLiteral("-a"),        QStringLiteral("line\nbreak"),
-                                  QStringLiteral("~`\\"),      QString()};
+    const QStringList listName = {u"RA7QX"_s,   u"two words"_s,   u" "_s,       u"it's \"so\""_s, u"$(reboot)"_s,
+                                  u"a;b&c|d"_s, u"100%s%n%1"_s,   u"Off,ice"_s, u"星原 一号"_s,   u"*?[a]"_s,
+                                  u"-a"_s,      u"line\nbreak"_s, u"~`\\"_s,    QString()};
     for (const QString& strName : listName) {
         QTest::newRow(qPrintable(strName)) << strName;
     }
@@ -277,23 +273,22 @@ void tst_StatusTransports::nameIsTakenLiterally_data()
 void tst_StatusTransports::nameIsTakenLiterally()
 {
     QFETCH(QString, strName);
-    QVERIFY(WriteFile(QStringLiteral("/opt/vora/vora-printer-k507/cfg/") + strName + QStringLiteral(".dat"),
-                      HandMadeReply()));
+    QVERIFY(WriteFile(u"/opt/vora/vora-printer-k507/cfg/"_s + strName + u".dat"_s, HandMadeReply()));
     QCOMPARE(m_worker.GetPrinterStatusFile(strName, false), 0);
-    QCOMPARE(m_state.strFWVersion, QStringLiteral("2.1.7"));
+    QCOMPARE(m_state.strFWVersion, u"2.1.7"_s);
     QCOMPARE(m_worker.GetPrinterStatusFile(strName + QLatin1Char('x'), false), -1);
 }
 
 void tst_StatusTransports::zeroInANameLeadsToNoOtherFile()
 {
     StatusFolder().WriteStatus(c_strName, HandMadeReply());
-    const QString strName = c_strName + QStringLiteral(".dat") + QChar(0) + QLatin1Char('x');
+    const QString strName = c_strName + u".dat"_s + QChar(0) + QLatin1Char('x');
     QCOMPARE(m_worker.GetPrinterStatusFile(strName, false), -1);
 }
 
 void tst_StatusTransports::usbReadsTheWorkersOwnPrinter()
 {
-    const QString strOther = QStringLiteral("Other");
+    const QString strOther = u"Other"_s;
     m_worker.m_printerManager.printerInfo.strPrinterName = c_strName;
     StatusFolder().WriteStatus(strOther, ReplyInState(0x02));
     QCOMPARE(m_worker.GetPrinterStatusUSB(strOther), -1);
@@ -326,14 +321,14 @@ void tst_StatusTransports::exceptionCountsAsDecoded()
     QFETCH(QByteArray, logEnd);
     StatusFolder().WriteStatus(c_strName, HandMadeReply());
     m_worker.m_printerManager.printerInfo.strPrinterName = c_strName;
-    m_state.strFWVersion = QStringLiteral("kept");
+    m_state.strFWVersion = u"kept"_s;
     const OpenHook fail(StatusPath(), []() -> bool { throw std::runtime_error("no file today"); });
     SetLogEnable(true);
     const int iResult =
         bUsb ? m_worker.GetPrinterStatusUSB(c_strName) : m_worker.GetPrinterStatusFile(c_strName, false);
     SetLogEnable(false);
     QCOMPARE(iResult, 0);
-    QCOMPARE(m_state.strFWVersion, QStringLiteral("kept"));
+    QCOMPARE(m_state.strFWVersion, u"kept"_s);
     QVERIFY2(LogText().endsWith(logEnd), LogText().constData());
 }
 
@@ -369,11 +364,11 @@ void tst_StatusTransports::fatalReplyNamesItsPrinterAndFile_data()
 {
     QTest::addColumn<QString>("strName");
     QTest::addColumn<QByteArray>("line");
-    QTest::newRow("Office") << QStringLiteral("Office")
+    QTest::newRow("Office") << u"Office"_s
                             << QByteArray("VoraPrinterTool: ended by the status reply of printer \"Office\" "
                                           "(/opt/vora/vora-printer-k507/cfg/Office.dat): a supplies record of more "
                                           "than 65 bytes\n");
-    QTest::newRow("line feed") << QStringLiteral("a\nb")
+    QTest::newRow("line feed") << u"a\nb"_s
                                << QByteArray("VoraPrinterTool: ended by the status reply of printer \"a\\x0Ab\" "
                                              "(/opt/vora/vora-printer-k507/cfg/a\\x0Ab.dat): a supplies record of "
                                              "more than 65 bytes\n");

@@ -22,7 +22,7 @@ namespace {
 
 using Read = std::function<bool()>;
 
-const QString c_strName = QStringLiteral("Office");
+const QString c_strName = u"Office"_s;
 
 // Each tells whether there was something to read or to write.
 
@@ -39,7 +39,7 @@ bool ReadsStatus()
 bool WritesLog()
 {
     SetLogEnable(true);
-    WriteStringLog("file", 1, "function", QStringLiteral("line"));
+    WriteStringLog("file", 1, "function", u"line"_s);
     SetLogEnable(false);
     return LogText().endsWith("line\n");
 }
@@ -67,7 +67,7 @@ void tst_SwappedFiles::init()
 void tst_SwappedFiles::cleanup()
 {
     ::alarm(0);
-    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    QDir(u"/opt/vora"_s).removeRecursively();
 }
 
 void tst_SwappedFiles::readerDoesNotWait_data()
@@ -92,7 +92,7 @@ void tst_SwappedFiles::readerDoesNotWait()
     QVERIFY(read()); // undisturbed
     int iSwapped = 0;
     const OpenHook swap(QString(), [&] {
-        const QStringList listLog = QDir(ToolPath()).entryList({QStringLiteral("log_tool_*.log")});
+        const QStringList listLog = QDir(ToolPath()).entryList({u"log_tool_*.log"_s});
         const QString strPath = reader == 0   ? StatusFolder().ListPath()
                                 : reader == 1 ? StatusFolder().StatusPath(c_strName)
                                               : ToolPath() + listLog.value(0);
@@ -105,7 +105,7 @@ void tst_SwappedFiles::readerDoesNotWait()
     const int iDescriptors = DescriptorCount();
     if (reader == 2) {
         SetLogEnable(true);
-        WriteStringLog("file", 1, "function", QStringLiteral("line"));
+        WriteStringLog("file", 1, "function", u"line"_s);
         SetLogEnable(false);
     } else {
         QVERIFY(!read());

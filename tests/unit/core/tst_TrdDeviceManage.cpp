@@ -24,7 +24,7 @@ Q_DECLARE_METATYPE(stPrinterInfo)
 
 namespace {
 
-const QString c_strListPath = QStringLiteral("/opt/vora/vora-printer-k507/cfg/printerlist.ini");
+const QString c_strListPath = u"/opt/vora/vora-printer-k507/cfg/printerlist.ini"_s;
 
 /// Settings files are read again only when their size or time differs; two writes can fall into one tick of the clock.
 bool MakeListNews()
@@ -240,7 +240,7 @@ private slots:
 
 void tst_TrdDeviceManage::initTestCase()
 {
-    QVERIFY2(QDir(QStringLiteral("/opt")).isEmpty(), "wants an /opt of its own, see tests/Sandbox.cmake");
+    QVERIFY2(QDir(u"/opt"_s).isEmpty(), "wants an /opt of its own, see tests/Sandbox.cmake");
 }
 
 void tst_TrdDeviceManage::init()
@@ -251,7 +251,7 @@ void tst_TrdDeviceManage::init()
 void tst_TrdDeviceManage::cleanup()
 {
     ::alarm(0);
-    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    QDir(u"/opt/vora"_s).removeRecursively();
 }
 
 void tst_TrdDeviceManage::metaObjectKeepsItsOrder()
@@ -294,8 +294,8 @@ void tst_TrdDeviceManage::readsThePrintersOfTheFile()
         "[Main]\nCount=2\n"
         "[printer_0]\nName=Office\nModel=RA7QX\nConnectType=1\nPort=001\nURI=usb://Vora/RA7QX\n"
         "[printer_1]\nName=办公室🖨\nModel=RB9X\nConnectType=2\nPort=10.0.0.7\nURI=socket://10.0.0.7\n"));
-    QCOMPARE(ReadList(), (QStringList{QStringLiteral("Office|RA7QX|1|001|usb://Vora/RA7QX"),
-                                      QStringLiteral("办公室🖨|RB9X|2|10.0.0.7|socket://10.0.0.7")}));
+    QCOMPARE(ReadList(), (QStringList{u"Office|RA7QX|1|001|usb://Vora/RA7QX"_s,
+                                      u"办公室🖨|RB9X|2|10.0.0.7|socket://10.0.0.7"_s}));
 }
 
 void tst_TrdDeviceManage::argumentHasNoEffect()
@@ -310,11 +310,11 @@ void tst_TrdDeviceManage::readingWritesNothing()
     const QByteArray content = "; by hand\n[Main]\nCount = 1\n\n[printer_0]\nName = Office\n";
     QVERIFY(WriteRawList(content));
     const QDateTime time = QFileInfo(c_strListPath).lastModified();
-    QCOMPARE(ReadList(), QStringList{QStringLiteral("Office||0||")});
+    QCOMPARE(ReadList(), QStringList{u"Office||0||"_s});
     QCOMPARE(ReadFile(c_strListPath), content);
     QCOMPARE(QFileInfo(c_strListPath).lastModified(), time);
     QCOMPARE(QDir(QFileInfo(c_strListPath).path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-             QStringList{QStringLiteral("printerlist.ini")});
+             QStringList{u"printerlist.ini"_s});
 }
 
 void tst_TrdDeviceManage::count_data()
@@ -322,9 +322,9 @@ void tst_TrdDeviceManage::count_data()
     QTest::addColumn<QByteArray>("head");
     QTest::addColumn<QStringList>("names");
     const QStringList none;
-    const QStringList one{QStringLiteral("A")};
-    const QStringList two{QStringLiteral("A"), QStringLiteral("B")};
-    const QStringList three{QStringLiteral("A"), QStringLiteral("B"), QString()};
+    const QStringList one{u"A"_s};
+    const QStringList two{u"A"_s, u"B"_s};
+    const QStringList three{u"A"_s, u"B"_s, QString()};
     QTest::newRow("no group Main") << QByteArray() << none;
     QTest::newRow("no Count") << QByteArray("[Main]\nOther=2\n") << none;
     QTest::newRow("empty") << QByteArray("[Main]\nCount=\n") << none;
@@ -358,7 +358,7 @@ void tst_TrdDeviceManage::count()
 void tst_TrdDeviceManage::missingKeysGiveEmptyValues()
 {
     QVERIFY(WriteRawList("[Main]\nCount=2\n[printer_0]\nOther=x\nname=small\n"));
-    QCOMPARE(ReadList(), (QStringList{QStringLiteral("||0||"), QStringLiteral("||0||")}));
+    QCOMPARE(ReadList(), (QStringList{u"||0||"_s, u"||0||"_s}));
 }
 
 void tst_TrdDeviceManage::connectTypeIsANumber_data()
@@ -395,8 +395,7 @@ void tst_TrdDeviceManage::unquotedCommaIsPartOfTheText()
     const QByteArray value = text.toUtf8() + '\n';
     QVERIFY(WriteRawList("[Main]\nCount=1\n[printer_0]\nName=" + value + "Model=" + value + "Port=" + value +
                          "URI=" + value));
-    QCOMPARE(ReadList(),
-             QStringList{text + QLatin1Char('|') + text + QStringLiteral("|0|") + text + QLatin1Char('|') + text});
+    QCOMPARE(ReadList(), QStringList{text + QLatin1Char('|') + text + u"|0|"_s + text + QLatin1Char('|') + text});
 }
 
 void tst_TrdDeviceManage::everyTextSurvivesTheFile_data()
@@ -450,7 +449,7 @@ void tst_TrdDeviceManage::everyTextSurvivesTheFile()
 void tst_TrdDeviceManage::plausibleCountGivesARecordEach()
 {
     QVERIFY(WriteRawList("[Main]\nCount=1000\n"));
-    QCOMPARE(ReadList(), QStringList(QVector<QString>(1000, QStringLiteral("||0||")).toList()));
+    QCOMPARE(ReadList(), QStringList(QVector<QString>(1000, u"||0||"_s).toList()));
 }
 
 void tst_TrdDeviceManage::hugeCountReadsExistingGroupsInNumericOrder()
@@ -462,8 +461,8 @@ void tst_TrdDeviceManage::hugeCountReadsExistingGroupsInNumericOrder()
         content += QByteArray("[") + pGroup + "]\nName=" + pGroup + '\n';
     }
     QVERIFY(WriteRawList(content));
-    QCOMPARE(ReadList(), (QStringList{QStringLiteral("printer_0||0||"), QStringLiteral("printer_2||0||"),
-                                      QStringLiteral("printer_10||0||"), QStringLiteral("printer_1000000||0||")}));
+    QCOMPARE(ReadList(),
+             (QStringList{u"printer_0||0||"_s, u"printer_2||0||"_s, u"printer_10||0||"_s, u"printer_1000000||0||"_s}));
 }
 
 void tst_TrdDeviceManage::hugeCountReadsAThousandGroups()
@@ -475,8 +474,8 @@ void tst_TrdDeviceManage::hugeCountReadsAThousandGroups()
     QVERIFY(WriteRawList(content));
     const QStringList listText = ReadList();
     QCOMPARE(listText.size(), 1000);
-    QCOMPARE(listText.first(), QStringLiteral("1||0||"));
-    QCOMPARE(listText.last(), QStringLiteral("1000||0||"));
+    QCOMPARE(listText.first(), u"1||0||"_s);
+    QCOMPARE(listText.last(), u"1000||0||"_s);
 }
 
 /// Lists of variants within each other, deeper than a stack is.
@@ -488,13 +487,13 @@ void tst_TrdDeviceManage::nestedVariantsAreText()
     const QList<stPrinterInfo> listPrinter = TrdDeviceManage().GetPrinterInfo(true);
     QCOMPARE(listPrinter.size(), 2);
     QVERIFY(listPrinter.at(0).strPrinterName.startsWith(QLatin1String("@Variant(")));
-    QCOMPARE(listPrinter.at(1).strPrinterName, QStringLiteral("A"));
+    QCOMPARE(listPrinter.at(1).strPrinterName, u"A"_s);
 }
 
 void tst_TrdDeviceManage::missingFileAndFolder()
 {
     QCOMPARE(ReadList(), QStringList());
-    QVERIFY(!QFile::exists(QStringLiteral("/opt/vora")));
+    QVERIFY(!QFile::exists(u"/opt/vora"_s));
     QVERIFY(QDir().mkpath(QFileInfo(c_strListPath).path()));
     QCOMPARE(ReadList(), QStringList());
 }
@@ -539,7 +538,7 @@ void tst_TrdDeviceManage::otherThanAFileGivesNoPrinters_data()
 void tst_TrdDeviceManage::otherThanAFileGivesNoPrinters()
 {
     QFETCH(const QString, kind);
-    const QString strOther = QStringLiteral("/opt/vora/other");
+    const QString strOther = u"/opt/vora/other"_s;
     const QByteArray path = QFile::encodeName(c_strListPath);
     QVERIFY(QDir().mkpath(QFileInfo(c_strListPath).path()));
     if (kind == QLatin1String("FIFO")) {
@@ -554,9 +553,9 @@ void tst_TrdDeviceManage::otherThanAFileGivesNoPrinters()
         QCOMPARE(::mkfifo(QFile::encodeName(strOther).constData(), 0600), 0);
         QVERIFY(QFile::link(strOther, c_strListPath));
     } else if (kind == QLatin1String("link to a folder")) {
-        QVERIFY(QFile::link(QStringLiteral("/opt"), c_strListPath));
+        QVERIFY(QFile::link(u"/opt"_s, c_strListPath));
     } else {
-        QVERIFY(QFile::link(QStringLiteral("/dev/zero"), c_strListPath));
+        QVERIFY(QFile::link(u"/dev/zero"_s, c_strListPath));
     }
     QCOMPARE(ReadList(), QStringList());
     QVERIFY(!QFile::exists(strOther) || kind == QLatin1String("link to a FIFO"));
@@ -576,7 +575,7 @@ void tst_TrdDeviceManage::unreadableFileGivesNoPrinters()
 void tst_TrdDeviceManage::linkToAListIsRead()
 {
     QVERIFY(WriteList({Printer("Office", "1")}));
-    const QString strOther = QStringLiteral("/opt/vora/other.ini");
+    const QString strOther = u"/opt/vora/other.ini"_s;
     QVERIFY(QFile::rename(c_strListPath, strOther));
     QVERIFY(QFile::link(strOther, c_strListPath));
     QCOMPARE(ReadList(), Texts({Printer("Office", "1")}));
@@ -624,7 +623,7 @@ void tst_TrdDeviceManage::initResetsAFilledRecord()
     stPrinterManager printer = Reached({Printer("A", "1", "RB9Q", 2, "socket://a")}).first();
     TrdDeviceManage worker;
     worker.InitStPrinterInfo(printer.printerInfo);
-    QCOMPARE(Text(printer.printerInfo), QStringLiteral("|-1|0||"));
+    QCOMPARE(Text(printer.printerInfo), u"|-1|0||"_s);
     worker.InitStPrinterState(printer.printerState);
     QVERIFY(IsReset(printer.printerState));
 }
@@ -725,12 +724,11 @@ void tst_TrdDeviceManage::signalIsEmittedUnderTheLock()
     TrdDeviceManage worker;
     worker.Init(&listPrinter);
     QStringList listFound;
-    QObject::connect(&worker, &TrdDeviceManage::SgnUpdatePrinterList, [&] {
-        listFound = Names(listPrinter) << (CanLockInAnotherThread() ? QStringLiteral("free") : QStringLiteral("held"));
-    });
+    QObject::connect(&worker, &TrdDeviceManage::SgnUpdatePrinterList,
+                     [&] { listFound = Names(listPrinter) << (CanLockInAnotherThread() ? u"free"_s : u"held"_s); });
     QVERIFY(CanLockInAnotherThread());
     RunOnePass(worker);
-    QCOMPARE(listFound, (QStringList{QStringLiteral("A"), QStringLiteral("held")}));
+    QCOMPARE(listFound, (QStringList{u"A"_s, u"held"_s}));
     QVERIFY(CanLockInAnotherThread());
 }
 
@@ -802,17 +800,17 @@ void tst_TrdDeviceManage::listThatCannotBeReadLeavesThePrinters()
     TrdDeviceManage worker;
     worker.Init(&listPrinter);
     RunOnePass(worker);
-    QCOMPARE(Names(listPrinter), QStringList{QStringLiteral("A")});
+    QCOMPARE(Names(listPrinter), QStringList{u"A"_s});
 
     QVERIFY(WriteList({Printer("B", "2"), Printer("C", "3")}));
     {
         const ReadFault fault(error);
         RunOnePass(worker);
         RunOnePass(worker);
-        QCOMPARE(Names(listPrinter), QStringList{QStringLiteral("A")});
+        QCOMPARE(Names(listPrinter), QStringList{u"A"_s});
     }
     RunOnePass(worker);
-    QCOMPARE(Names(listPrinter), (QStringList{QStringLiteral("B"), QStringLiteral("C")}));
+    QCOMPARE(Names(listPrinter), (QStringList{u"B"_s, u"C"_s}));
 }
 
 void tst_TrdDeviceManage::listThatChangesWhileItIsReadIsNotBelieved()
@@ -830,11 +828,11 @@ void tst_TrdDeviceManage::listThatChangesWhileItIsReadIsNotBelieved()
                    QFile::copy(c_strListPath + QLatin1Char('~'), c_strListPath);
         });
         RunOnePass(worker);
-        QCOMPARE(Names(listPrinter), QStringList{QStringLiteral("A")});
+        QCOMPARE(Names(listPrinter), QStringList{u"A"_s});
     }
     QVERIFY(WriteRawList("[Main]\nCount=2\n[printer_0]\nName=B\n[printer_1]\nName=C\n"));
     RunOnePass(worker);
-    QCOMPARE(Names(listPrinter), (QStringList{QStringLiteral("B"), QStringLiteral("C")}));
+    QCOMPARE(Names(listPrinter), (QStringList{u"B"_s, u"C"_s}));
 }
 
 void tst_TrdDeviceManage::loopFollowsTheFile()

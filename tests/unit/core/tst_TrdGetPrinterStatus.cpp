@@ -18,8 +18,8 @@ namespace {
 
 using PrinterList = QList<stPrinterManager>;
 
-const QString c_strName = QStringLiteral("Queue");
-const QString c_strGone = QStringLiteral("Gone");
+const QString c_strName = u"Queue"_s;
+const QString c_strGone = u"Gone"_s;
 
 stStatusReply ReadyReply()
 {
@@ -121,11 +121,11 @@ void tst_TrdGetPrinterStatus::changeTest_data()
     row("yellow", true, [](stPrinterState& state) { state.dwYellowInkRemainer = 1UL << 32U; });
     row("error", true, [](stPrinterState& state) { state.listErrorStatus.append(enErrorUnknown); });
     row("warning", true, [](stPrinterState& state) { state.listWarningStatus.append(enErrorUnknown); });
-    row("serial number", false, [](stPrinterState& state) { state.strPrinterSerialNumber = QStringLiteral("x"); });
-    row("firmware version", false, [](stPrinterState& state) { state.strFWVersion = QStringLiteral("x"); });
-    row("vendor", false, [](stPrinterState& state) { state.strVenderName = QStringLiteral("x"); });
-    row("product", false, [](stPrinterState& state) { state.strProductName = QStringLiteral("x"); });
-    row("supply", false, [](stPrinterState& state) { state.strSupplySerialNumber = QStringLiteral("x"); });
+    row("serial number", false, [](stPrinterState& state) { state.strPrinterSerialNumber = u"x"_s; });
+    row("firmware version", false, [](stPrinterState& state) { state.strFWVersion = u"x"_s; });
+    row("vendor", false, [](stPrinterState& state) { state.strVenderName = u"x"_s; });
+    row("product", false, [](stPrinterState& state) { state.strProductName = u"x"_s; });
+    row("supply", false, [](stPrinterState& state) { state.strSupplySerialNumber = u"x"_s; });
     row("supply type", false, [](stPrinterState& state) { state.enSpplyType = 1; });
     row("waste toner", false, [](stPrinterState& state) { state.dwWasteToner = 1; });
     row("OPC rotation", false, [](stPrinterState& state) { state.dwOPCRotation = 1; });
@@ -193,19 +193,19 @@ void tst_TrdGetPrinterStatus::indexOutsideTheListOnlySleeps()
 void tst_TrdGetPrinterStatus::publishesTheWholeRecord()
 {
     WriteNewStatus(c_strName, HandMadeReply());
-    PrinterList listPrinter{NamedPrinter(QStringLiteral("First"), 3), NamedPrinter(c_strName, 2)};
+    PrinterList listPrinter{NamedPrinter(u"First"_s, 3), NamedPrinter(c_strName, 2)};
     CountedWorker counted(1, &listPrinter);
     counted.RunOneCycle();
     QCOMPARE(counted.m_iSignals.load(), 1);
     QCOMPARE(counted.m_iLastIndex.load(), 1);
     const stPrinterManager& printer = listPrinter.at(1);
     QCOMPARE(printer.printerInfo.strPrinterName, c_strName);
-    QCOMPARE(printer.printerInfo.enType, QStringLiteral("RA7QX"));
+    QCOMPARE(printer.printerInfo.enType, u"RA7QX"_s);
     QCOMPARE(printer.printerInfo.iConnectType, 2);
-    QCOMPARE(printer.printerInfo.strPort, QStringLiteral("192.0.2.7"));
-    QCOMPARE(printer.printerInfo.strURI, QStringLiteral("ipp://a"));
+    QCOMPARE(printer.printerInfo.strPort, u"192.0.2.7"_s);
+    QCOMPARE(printer.printerInfo.strURI, u"ipp://a"_s);
     QCOMPARE(printer.printerState.enCurrentStatus, 8);
-    QCOMPARE(printer.printerState.strFWVersion, QStringLiteral("2.1.7"));
+    QCOMPARE(printer.printerState.strFWVersion, u"2.1.7"_s);
     QCOMPARE(printer.printerState.listErrorStatus, (QList<enErrorStatus>{enErrorPaperJam, enErrorYellowInkEmpty}));
     QCOMPARE(printer.printerState.dwPrinterNumOfPrint, 16909060UL);
     QCOMPARE(listPrinter.at(0).printerState.enCurrentStatus, 3);
@@ -239,7 +239,7 @@ void tst_TrdGetPrinterStatus::offlinePrinterIsReadAlthoughUnchanged()
     listPrinter[0] = NamedPrinter(c_strName, 2); // what a rebuilt list starts with
     counted.RunOneCycle();
     QCOMPARE(listPrinter.at(0).printerState.enCurrentStatus, 3);
-    QCOMPARE(listPrinter.at(0).printerState.strFWVersion, QStringLiteral("1.0"));
+    QCOMPARE(listPrinter.at(0).printerState.strFWVersion, u"1.0"_s);
     QCOMPARE(counted.m_iSignals.load(), 2);
 }
 
@@ -264,7 +264,7 @@ void tst_TrdGetPrinterStatus::eleventhFailureMakesOffline()
     QVERIFY(state.listErrorStatus.isEmpty() && state.listWarningStatus.isEmpty());
     QCOMPARE(state.iReadFailCount, 0);
     QCOMPARE(state.dwBlackInkRemainer, 80UL); // the rest stays
-    QCOMPARE(state.strFWVersion, QStringLiteral("1.0"));
+    QCOMPARE(state.strFWVersion, u"1.0"_s);
     QCOMPARE(counted.m_iSignals.load(), 2);
 
     for (int i = 1; i <= 11; ++i) {
@@ -301,9 +301,9 @@ void tst_TrdGetPrinterStatus::rebuiltListIsNotWritten_data()
     QTest::addColumn<PrinterList>("listRebuilt");
     const stPrinterManager before = NamedPrinter(c_strName, 2);
     stPrinterManager otherName = before;
-    otherName.printerInfo.strPrinterName = QStringLiteral("Other");
+    otherName.printerInfo.strPrinterName = u"Other"_s;
     stPrinterManager otherUri = before;
-    otherUri.printerInfo.strURI = QStringLiteral("ipp://b");
+    otherUri.printerInfo.strURI = u"ipp://b"_s;
     QTest::newRow("other name") << PrinterList{before, otherName};
     QTest::newRow("other URI") << PrinterList{before, otherUri};
     QTest::newRow("printer moved up") << PrinterList{before};
@@ -314,7 +314,7 @@ void tst_TrdGetPrinterStatus::rebuiltListIsNotWritten()
 {
     QFETCH(PrinterList, listRebuilt);
     WriteReply(c_strName, ReadyReply());
-    PrinterList listPrinter{NamedPrinter(QStringLiteral("First"), 3), NamedPrinter(c_strName, 2)};
+    PrinterList listPrinter{NamedPrinter(u"First"_s, 3), NamedPrinter(c_strName, 2)};
     CountedWorker counted(1, &listPrinter);
     const OpenHook rebuild(StatusFolder().StatusPath(c_strName), [&] {
         const std::lock_guard lock(g_mutexPrinterList);
@@ -339,8 +339,8 @@ void tst_TrdGetPrinterStatus::newIdentityStays()
     WriteReply(c_strName, ReadyReply());
     const stPrinterManager before = NamedPrinter(c_strName, 2);
     stPrinterManager after = before;
-    after.printerInfo.strPort = QStringLiteral("10.0.0.99");
-    after.printerInfo.enType = QStringLiteral("RB9X");
+    after.printerInfo.strPort = u"10.0.0.99"_s;
+    after.printerInfo.enType = u"RB9X"_s;
     after.printerInfo.iConnectType = before.printerInfo.iConnectType + 1;
     PrinterList listPrinter{before};
     CountedWorker counted(0, &listPrinter);
@@ -351,8 +351,8 @@ void tst_TrdGetPrinterStatus::newIdentityStays()
     });
     counted.RunOneCycle();
     QCOMPARE(listPrinter.at(0).printerState.enCurrentStatus, 3); // the state is the printer's all the same
-    QCOMPARE(listPrinter.at(0).printerInfo.strPort, QStringLiteral("10.0.0.99"));
-    QCOMPARE(listPrinter.at(0).printerInfo.enType, QStringLiteral("RB9X"));
+    QCOMPARE(listPrinter.at(0).printerInfo.strPort, u"10.0.0.99"_s);
+    QCOMPARE(listPrinter.at(0).printerInfo.enType, u"RB9X"_s);
     QCOMPARE(listPrinter.at(0).printerInfo.iConnectType, before.printerInfo.iConnectType + 1);
 }
 
@@ -406,7 +406,7 @@ void tst_TrdGetPrinterStatus::loopFollowsTheFile()
     reply.listSupplies[0] = MakeSuppliesRecord(enSuppliesWasteToner, 2);
     WriteReply(c_strName, reply);
     QTRY_COMPARE_WITH_TIMEOUT(SharedAt(listPrinter, 0).printerState.dwWasteToner, 2UL, 2000);
-    QCOMPARE(SharedAt(listPrinter, 0).printerState.strFWVersion, QStringLiteral("1.1"));
+    QCOMPARE(SharedAt(listPrinter, 0).printerState.strFWVersion, u"1.1"_s);
     QCOMPARE(running.m_iSignals.load(), 1);
 
     WriteNewStatus(c_strName, "rejected");

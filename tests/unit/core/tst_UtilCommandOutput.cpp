@@ -68,7 +68,7 @@ bool tst_UtilCommandOutput::Plant(const QString& strKind, const QString& strPath
         return QFile::link(Path("missing"), strPath);
     }
     if (strKind == QLatin1String("link to a device")) {
-        return QFile::link(QStringLiteral("/dev/zero"), strPath);
+        return QFile::link(u"/dev/zero"_s, strPath);
     }
     if (strKind == QLatin1String("hard link")) {
         return ::link(QFile::encodeName(Path("victim")).constData(), path.constData()) == 0;
@@ -162,7 +162,7 @@ void tst_UtilCommandOutput::laterPlantIsNeitherWrittenNorRead()
 
 void tst_UtilCommandOutput::linkThatCannotBeRemovedStays()
 {
-    QVERIFY(QDir(m_pFolder->path()).mkdir(QStringLiteral("closed")));
+    QVERIFY(QDir(m_pFolder->path()).mkdir(u"closed"_s));
     QVERIFY(QFile::link(Path("victim"), Path("closed/link")));
     QCOMPARE(::chmod(QFile::encodeName(m_pFolder->path()).constData(), 0755), 0);
     QCOMPARE(::chmod(QFile::encodeName(Path("victim")).constData(), 0666), 0);
@@ -178,15 +178,15 @@ void tst_UtilCommandOutput::linkThatCannotBeRemovedStays()
 void tst_UtilCommandOutput::isNotOpenWhenNoFileCanBeMade_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("folder") << QStringLiteral("folder");
-    QTest::newRow("missing folder") << QStringLiteral("missing/a");
-    QTest::newRow("file for a folder") << QStringLiteral("victim/a");
+    QTest::newRow("folder") << u"folder"_s;
+    QTest::newRow("missing folder") << u"missing/a"_s;
+    QTest::newRow("file for a folder") << u"victim/a"_s;
 }
 
 void tst_UtilCommandOutput::isNotOpenWhenNoFileCanBeMade()
 {
     QFETCH(const QString, name);
-    QVERIFY(QDir(m_pFolder->path()).mkdir(QStringLiteral("folder")));
+    QVERIFY(QDir(m_pFolder->path()).mkdir(u"folder"_s));
     QVERIFY(!UtilCommandOutput(m_pFolder->filePath(name)).IsOpen());
     QVERIFY(QFileInfo(Path("folder")).isDir());
 }

@@ -144,7 +144,7 @@ void tst_UtilFile::appendingToAFifoFailsAndLeavesNoDescriptor()
     QCOMPARE(::mkfifo(QFile::encodeName(Path("fifo")).constData(), 0600), 0);
     QFile reader;
     QVERIFY(OpenWithoutBlocking(reader, Path("fifo"), QIODevice::ReadOnly));
-    const QDir descriptors(QStringLiteral("/proc/self/fd"));
+    const QDir descriptors(u"/proc/self/fd"_s);
     const QStringList listBefore = descriptors.entryList(QDir::AllEntries | QDir::System);
     QFile file;
     QVERIFY(!OpenWithoutBlocking(file, Path("fifo"), QIODevice::Append, O_APPEND));
@@ -188,11 +188,11 @@ void tst_UtilFile::failureLeavesTheFileClosed_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("write");
-    QTest::newRow("missing file") << QStringLiteral("missing") << false;
-    QTest::newRow("missing folder, reading") << QStringLiteral("missing/a") << false;
-    QTest::newRow("missing folder, writing") << QStringLiteral("missing/a") << true;
-    QTest::newRow("file for a folder") << QStringLiteral("plain/a") << true;
-    QTest::newRow("folder, writing") << QStringLiteral(".") << true;
+    QTest::newRow("missing file") << u"missing"_s << false;
+    QTest::newRow("missing folder, reading") << u"missing/a"_s << false;
+    QTest::newRow("missing folder, writing") << u"missing/a"_s << true;
+    QTest::newRow("file for a folder") << u"plain/a"_s << true;
+    QTest::newRow("folder, writing") << u"."_s << true;
     QTest::newRow("name too long") << QString(300, QLatin1Char('x')) << true;
 }
 
@@ -204,7 +204,7 @@ void tst_UtilFile::failureLeavesTheFileClosed()
     QFile file;
     QVERIFY(!OpenWithoutBlocking(file, m_pFolder->filePath(name), write ? QIODevice::WriteOnly : QIODevice::ReadOnly));
     QVERIFY(!file.isOpen());
-    QCOMPARE(QDir(m_pFolder->path()).entryList(QDir::Files), QStringList{QStringLiteral("plain")});
+    QCOMPARE(QDir(m_pFolder->path()).entryList(QDir::Files), QStringList{u"plain"_s});
 }
 
 void tst_UtilFile::descriptorIsNotInherited()
@@ -261,16 +261,16 @@ void tst_UtilFile::onlyARegularFileIsRead_data()
     add("folder", enFileNotRegular);
     add("fifo", enFileNotRegular);
     add("device", enFileNotRegular);
-    QTest::newRow("name with a zero") << QStringLiteral("plain") + QChar(0) << int(enFileMissing);
+    QTest::newRow("name with a zero") << u"plain"_s + QChar(0) << int(enFileMissing);
 }
 
 void tst_UtilFile::onlyARegularFileIsRead()
 {
     QFETCH(const QString, name);
     QVERIFY(WriteFile(Path("plain"), "x"));
-    QVERIFY(QDir(m_pFolder->path()).mkdir(QStringLiteral("folder")));
+    QVERIFY(QDir(m_pFolder->path()).mkdir(u"folder"_s));
     QVERIFY(QFile::link(Path("loop"), Path("loop")));
-    QVERIFY(QFile::link(QStringLiteral("/dev/zero"), Path("device")));
+    QVERIFY(QFile::link(u"/dev/zero"_s, Path("device")));
     QCOMPARE(::mkfifo(QFile::encodeName(Path("fifo")).constData(), 0600), 0);
     const stFileContent file = ReadRegularFile(m_pFolder->filePath(name), 4);
     QTEST(int(file.enResult), "result");
@@ -282,9 +282,9 @@ void tst_UtilFile::whatTookTheFilesPlaceIsNotRead_data()
     QTest::addColumn<QString>("other");
     QTest::addColumn<int>("result");
     QTest::newRow("FIFO") << QString() << int(enFileNotRegular);
-    QTest::newRow("device") << QStringLiteral("/dev/zero") << int(enFileNotRegular);
-    QTest::newRow("folder") << QStringLiteral("/tmp") << int(enFileNotRegular);
-    QTest::newRow("nothing") << QStringLiteral("/nowhere") << int(enFileUnreadable);
+    QTest::newRow("device") << u"/dev/zero"_s << int(enFileNotRegular);
+    QTest::newRow("folder") << u"/tmp"_s << int(enFileNotRegular);
+    QTest::newRow("nothing") << u"/nowhere"_s << int(enFileUnreadable);
 }
 
 void tst_UtilFile::whatTookTheFilesPlaceIsNotRead()

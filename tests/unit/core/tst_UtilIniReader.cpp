@@ -49,7 +49,7 @@ QString FindWithQt(const QTemporaryDir& folder, const QByteArray& text, const QS
     static int s_iFile = 0;
     const QString strPath = folder.filePath(QString::number(++s_iFile));
     if (!WriteFile(strPath, text)) {
-        return QStringLiteral("not written");
+        return u"not written"_s;
     }
     QSettings settings(strPath, QSettings::IniFormat);
     SetIniUtf8(settings);
@@ -174,11 +174,10 @@ void tst_UtilIniReader::agreesWithQt()
         for (std::size_t iParts = random() % 20; iParts > 0; --iParts) {
             text += listPart.at(static_cast<int>(random() % static_cast<std::size_t>(listPart.size())));
         }
-        const QString strFound = Find(text, QStringLiteral("g"), QStringLiteral("k"));
-        const QString strExpected = FindWithQt(folder, text, QStringLiteral("g/k"));
-        QVERIFY2(strFound == strExpected,
-                 qPrintable(QString::fromLatin1(text.toPercentEncoding()) + QStringLiteral(": '") + strFound +
-                            QStringLiteral("', not '") + strExpected + QLatin1Char('\'')));
+        const QString strFound = Find(text, u"g"_s, u"k"_s);
+        const QString strExpected = FindWithQt(folder, text, u"g/k"_s);
+        QVERIFY2(strFound == strExpected, qPrintable(QString::fromLatin1(text.toPercentEncoding()) + u": '"_s +
+                                                     strFound + u"', not '"_s + strExpected + QLatin1Char('\'')));
         iFound += strFound.isEmpty() ? 0 : 1;
     }
     QVERIFY(iFound > 1000);

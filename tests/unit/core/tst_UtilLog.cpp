@@ -23,8 +23,8 @@ namespace {
 
 constexpr int c_iMaxLogSize = 1048576;
 
-const QString c_strFolder = QStringLiteral("/opt/vora/vora-printer-k507/tool");
-const QString c_strPosition = QStringLiteral("../VoraPrinterTool/TrdGetPrinterStatus");
+const QString c_strFolder = u"/opt/vora/vora-printer-k507/tool"_s;
+const QString c_strPosition = u"../VoraPrinterTool/TrdGetPrinterStatus"_s;
 
 /// A test that must not see the second change begins early in one.
 bool IsEarlyInASecond()
@@ -41,12 +41,12 @@ QString OnlyLogFile()
 {
     const QStringList listFile = LogFiles();
     return listFile.size() == 1 ? c_strFolder + QLatin1Char('/') + listFile.first()
-                                : QStringLiteral("not one file but: ") + listFile.join(QLatin1Char(' '));
+                                : u"not one file but: "_s + listFile.join(QLatin1Char(' '));
 }
 
 QString WithIndex(QString strPath, int iIndex)
 {
-    return strPath.replace(QStringLiteral("_0.log"), QString::asprintf("_%d.log", iIndex));
+    return strPath.replace(u"_0.log"_s, QString::asprintf("_%d.log", iIndex));
 }
 
 /// The messages of a log file, without time and position; a line of another shape is kept whole.
@@ -66,7 +66,7 @@ QList<QByteArray> Messages(const QString& strPath)
 
 void Log(const char* pMessage)
 {
-    WriteStringLog("f", 1, "f", QStringLiteral("%s"), pMessage);
+    WriteStringLog("f", 1, "f", u"%s"_s, pMessage);
 }
 
 std::atomic<bool> s_bFormatting{false};
@@ -135,7 +135,7 @@ private slots:
 
 void tst_UtilLog::initTestCase()
 {
-    QVERIFY2(QDir(QStringLiteral("/opt")).isEmpty(), "wants an /opt of its own, see tests/Sandbox.cmake");
+    QVERIFY2(QDir(u"/opt"_s).isEmpty(), "wants an /opt of its own, see tests/Sandbox.cmake");
     qputenv("TZ", "UTC-8"); // so that local time is another than UTC
     ::tzset();
 }
@@ -149,28 +149,28 @@ void tst_UtilLog::cleanup()
 {
     ::alarm(0);
     SetLogEnable(false);
-    QFile::remove(QStringLiteral("/opt/vora"));
-    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    QFile::remove(u"/opt/vora"_s);
+    QDir(u"/opt/vora"_s).removeRecursively();
 }
 
 void tst_UtilLog::isOffAtFirst()
 {
     int iFormatted = -1;
-    WriteStringLog("f", 1, "f", QStringLiteral("x%n"), &iFormatted);
+    WriteStringLog("f", 1, "f", u"x%n"_s, &iFormatted);
     QCOMPARE(iFormatted, -1); // there is no file name yet that a line could be written under
-    QVERIFY(!QFile::exists(QStringLiteral("/opt/vora")));
+    QVERIFY(!QFile::exists(u"/opt/vora"_s));
 }
 
 void tst_UtilLog::offWritesNoFileAndNoFolder()
 {
     SetLogEnable(false);
     Log("x");
-    QVERIFY(!QFile::exists(QStringLiteral("/opt/vora")));
+    QVERIFY(!QFile::exists(u"/opt/vora"_s));
 
     SetLogEnable(true);
     SetLogEnable(false);
     int iFormatted = -1;
-    WriteStringLog("f", 1, "f", QStringLiteral("x%n"), &iFormatted);
+    WriteStringLog("f", 1, "f", u"x%n"_s, &iFormatted);
     QCOMPARE(iFormatted, -1); // the arguments are not looked at either
     QCOMPARE(LogFiles(), QStringList());
 }
@@ -192,10 +192,10 @@ void tst_UtilLog::fileNameHoldsTheTimeOfEnabling()
     QTRY_VERIFY(QDateTime::currentSecsSinceEpoch() > after.toSecsSinceEpoch()); // the first line comes a second later
     Log("x");
 
-    const QRegularExpression pattern(QStringLiteral("^log_tool_(\\d{8}_\\d{6})_0\\.log$"));
+    const QRegularExpression pattern(u"^log_tool_(\\d{8}_\\d{6})_0\\.log$"_s);
     const QRegularExpressionMatch match = pattern.match(LogFiles().join(QLatin1Char(' ')));
     QVERIFY2(match.hasMatch(), qPrintable(LogFiles().join(QLatin1Char(' '))));
-    const QDateTime stamp = QDateTime::fromString(match.captured(1), QStringLiteral("yyyyMMdd_hhmmss"));
+    const QDateTime stamp = QDateTime::fromString(match.captured(1), u"yyyyMMdd_hhmmss"_s);
     QVERIFY(stamp.isValid());
     QVERIFY(stamp.toSecsSinceEpoch() >= before.toSecsSinceEpoch());
     QVERIFY(stamp.toSecsSinceEpoch() <= after.toSecsSinceEpoch());
@@ -205,16 +205,16 @@ void tst_UtilLog::lineFormat()
 {
     SetLogEnable(true);
     const QDateTime before = QDateTime::currentDateTime();
-    WriteStringLog(qPrintable(c_strPosition), 398, "SlotTaskStart", QStringLiteral("printer[%d]=%s"), 0, "Office");
+    WriteStringLog(qPrintable(c_strPosition), 398, "SlotTaskStart", u"printer[%d]=%s"_s, 0, "Office");
     const QDateTime after = QDateTime::currentDateTime();
 
     const QString strLine = QString::fromUtf8(ReadFile(OnlyLogFile()));
-    const QRegularExpression pattern(QStringLiteral(
-        "\\A\\[(\\d{4}-\\d{2}-\\d{2} \\d{2}:\\d{2}:\\d{2}\\.\\d{3})\\] "
-        "\\(\\.\\./VoraPrinterTool/TrdGetPrinterStatus@398 SlotTaskStart\\) printer\\[0\\]=Office\\n\\z"));
+    const QRegularExpression pattern(
+        u"\\A\\[(\\d{4}-\\d{2}-\\d{2} \\d{2}:\\d{2}:\\d{2}\\.\\d{3})\\] "
+        "\\(\\.\\./VoraPrinterTool/TrdGetPrinterStatus@398 SlotTaskStart\\) printer\\[0\\]=Office\\n\\z"_s);
     const QRegularExpressionMatch match = pattern.match(strLine);
     QVERIFY2(match.hasMatch(), qPrintable(strLine));
-    const QDateTime stamp = QDateTime::fromString(match.captured(1), QStringLiteral("yyyy-MM-dd hh:mm:ss.zzz"));
+    const QDateTime stamp = QDateTime::fromString(match.captured(1), u"yyyy-MM-dd hh:mm:ss.zzz"_s);
     QVERIFY(stamp >= before);
     QVERIFY(stamp <= after);
 }
@@ -222,7 +222,7 @@ void tst_UtilLog::lineFormat()
 void tst_UtilLog::lineFormatTakesThePositionAsItIs()
 {
     SetLogEnable(true);
-    WriteStringLog("50%s.cpp", -1, "operator%d", QStringLiteral("x"));
+    WriteStringLog("50%s.cpp", -1, "operator%d", u"x"_s);
     const QByteArray line = ReadFile(OnlyLogFile());
     QVERIFY2(line.endsWith("] (50%s.cpp@-1 operator%d) x\n"), line.constData());
 }
@@ -258,7 +258,7 @@ void tst_UtilLog::message()
     QFETCH(const QByteArray, message);
     SetLogEnable(true);
     WriteStringLog("f", 1, "f", format, text.constData());
-    WriteStringLog("f", 1, "f", QStringLiteral("%d %lu %c %02x"), -7, 18446744073709551615ul, 'c', 10);
+    WriteStringLog("f", 1, "f", u"%d %lu %c %02x"_s, -7, 18446744073709551615ul, 'c', 10);
     QCOMPARE(Messages(OnlyLogFile()), (QList<QByteArray>{message, "-7 18446744073709551615 c 0a"}));
 }
 
@@ -376,7 +376,7 @@ void tst_UtilLog::enablingStartsAtIndex0()
 
     SetLogEnable(true);
     Log("third");
-    QVERIFY2(OnlyLogFile().endsWith(QStringLiteral("_0.log")), qPrintable(OnlyLogFile()));
+    QVERIFY2(OnlyLogFile().endsWith(u"_0.log"_s), qPrintable(OnlyLogFile()));
 }
 
 void tst_UtilLog::twoEnablingsWithinASecondShareAFile()
@@ -408,8 +408,8 @@ void tst_UtilLog::twoEnablingsInDifferentSecondsHaveAFileEach()
 void tst_UtilLog::unwritableFolderLosesTheLinesQuietly_data()
 {
     QTest::addColumn<QString>("obstacle");
-    QTest::newRow("vora") << QStringLiteral("/opt/vora");
-    QTest::newRow("tool") << QStringLiteral("/opt/vora/vora-printer-k507/tool");
+    QTest::newRow("vora") << u"/opt/vora"_s;
+    QTest::newRow("tool") << u"/opt/vora/vora-printer-k507/tool"_s;
 }
 
 void tst_UtilLog::unwritableFolderLosesTheLinesQuietly()
@@ -453,7 +453,7 @@ void tst_UtilLog::plantedLinkIsNotFollowed()
 {
     QFETCH(const bool, dangling);
     const QTemporaryDir folder;
-    const QString strVictim = folder.filePath(QStringLiteral("victim"));
+    const QString strVictim = folder.filePath(u"victim"_s);
     if (!dangling) {
         QVERIFY(WriteFile(strVictim, "theirs"));
     }
@@ -474,7 +474,7 @@ void tst_UtilLog::plantedHardLinkGetsNoLines()
     Log("first");
     const QString strPath = OnlyLogFile();
     QVERIFY(QFile::remove(strPath));
-    const QString strVictim = QStringLiteral("/opt/vora/victim");
+    const QString strVictim = u"/opt/vora/victim"_s;
     QVERIFY(WriteFile(strVictim, "theirs"));
     QCOMPARE(::link(QFile::encodeName(strVictim).constData(), QFile::encodeName(strPath).constData()), 0);
     Log("second");
@@ -527,7 +527,7 @@ void tst_UtilLog::threadsNeitherLoseNorMixLines()
     for (int iThread = 0; iThread < c_iThreads; ++iThread) {
         listThread.emplace_back([iThread, &filler] {
             for (int iLine = 0; iLine < c_iLines; ++iLine) {
-                WriteStringLog("worker", iLine, "Run", QStringLiteral("thread %d line %d %s end"), iThread, iLine,
+                WriteStringLog("worker", iLine, "Run", u"thread %d line %d %s end"_s, iThread, iLine,
                                filler.constData());
             }
         });
@@ -538,8 +538,8 @@ void tst_UtilLog::threadsNeitherLoseNorMixLines()
 
     QCOMPARE(LogFiles().size(), 2);
     const QRegularExpression pattern(
-        QStringLiteral("^\\[[-0-9]{10} [:0-9]{8}\\.[0-9]{3}\\] \\(worker@(\\d+) Run\\) thread (\\d) line (\\d+) "
-                       "\\.{300} end$"));
+        u"^\\[[-0-9]{10} [:0-9]{8}\\.[0-9]{3}\\] \\(worker@(\\d+) Run\\) thread (\\d) line (\\d+) "
+        "\\.{300} end$"_s);
     std::array<int, c_iThreads> listNext = {};
     for (const QString& strName : LogFiles()) {
         for (const QByteArray& line : Messages(c_strFolder + QLatin1Char('/') + strName)) {
@@ -560,8 +560,7 @@ void tst_UtilLog::secondWriterWaitsForTheFirst()
 {
     QCOMPARE(::register_printf_specifier('A', HoldFormatting, TakesADouble), 0); // a placeholder that sanitizers know
     SetLogEnable(true);
-    const auto first =
-        std::async(std::launch::async, [] { WriteStringLog("f", 1, "f", QStringLiteral("first%A"), 0.0); });
+    const auto first = std::async(std::launch::async, [] { WriteStringLog("f", 1, "f", u"first%A"_s, 0.0); });
     QTRY_VERIFY(s_bFormatting);
     const auto second = std::async(std::launch::async, [] { Log("second"); });
     const bool bWaited = second.wait_for(std::chrono::milliseconds(100)) == std::future_status::timeout;

@@ -67,24 +67,16 @@ RawValues RawValuesOf(const UtilPrinterStatus& decoder)
 /// The log calls one member otherwise.
 QString DecoderField(const stGoldenKey& key)
 {
-    return key.strField == QLatin1String("enSpplyType") ? QStringLiteral("dwSupplyType") : key.strField;
+    return key.strField == QLatin1String("enSpplyType") ? u"dwSupplyType"_s : key.strField;
 }
 
 Numbers HandMadeNumbers()
 {
-    return {{QStringLiteral("dwSupplyType"), 0x00010203},
-            {QStringLiteral("dwRemainingToner"), 300},
-            {QStringLiteral("dwWasteToner"), 7},
-            {QStringLiteral("dwOPCRotation"), 4660},
-            {QStringLiteral("dwNumberOfPages"), 256},
-            {QStringLiteral("dwNumberOfPrint"), 5},
-            {QStringLiteral("dwPrintDotsCount"), 1000},
-            {QStringLiteral("dwPrinterNumOfPages"), 65536},
-            {QStringLiteral("dwPrinterNumOfPrint"), 16909060},
-            {QStringLiteral("dwBlackInkRemainer"), 50},
-            {QStringLiteral("dwBlueInkRemainer"), 51},
-            {QStringLiteral("dwRedInkRemainer"), 52},
-            {QStringLiteral("dwYellowInkRemainer"), 53}};
+    return {{u"dwSupplyType"_s, 0x00010203}, {u"dwRemainingToner"_s, 300},      {u"dwWasteToner"_s, 7},
+            {u"dwOPCRotation"_s, 4660},      {u"dwNumberOfPages"_s, 256},       {u"dwNumberOfPrint"_s, 5},
+            {u"dwPrintDotsCount"_s, 1000},   {u"dwPrinterNumOfPages"_s, 65536}, {u"dwPrinterNumOfPrint"_s, 16909060},
+            {u"dwBlackInkRemainer"_s, 50},   {u"dwBlueInkRemainer"_s, 51},      {u"dwRedInkRemainer"_s, 52},
+            {u"dwYellowInkRemainer"_s, 53}};
 }
 
 } // namespace
@@ -296,8 +288,7 @@ void tst_UtilPrinterStatus::pagesSetPrintsToo()
     const stSuppliesRecord prints{0x1004, QByteArray("\0\0\0\5", 4)};
     UtilPrinterStatus decoder;
     QVERIFY(Decode(decoder, ReplyWithSupplies({pages})));
-    QCOMPARE(NumbersOf(decoder),
-             (Numbers{{QStringLiteral("dwNumberOfPages"), 256}, {QStringLiteral("dwNumberOfPrint"), 256}}));
+    QCOMPARE(NumbersOf(decoder), (Numbers{{u"dwNumberOfPages"_s, 256}, {u"dwNumberOfPrint"_s, 256}}));
     QCOMPARE(Hex(decoder.m_rawNumberOfPages), "0000010000");
     QCOMPARE(Hex(decoder.m_rawNumberOfPrint), "0000010000");
 
@@ -494,15 +485,15 @@ void tst_UtilPrinterStatus::convertsTheHandMadeReply()
     TrdGetPrinterStatus worker;
     QCOMPARE(Check(worker, HandMadeReply()), 0);
     const stPrinterState& state = worker.m_printerManager.printerState;
-    QCOMPARE(state.strPrinterSerialNumber, QStringLiteral("SN1234"));
+    QCOMPARE(state.strPrinterSerialNumber, u"SN1234"_s);
     QCOMPARE(state.enCurrentStatus, 8);
-    QCOMPARE(state.strFWVersion, QStringLiteral("2.1.7"));
-    QCOMPARE(state.strVenderName, QStringLiteral("Vora"));
-    QCOMPARE(state.strProductName, QStringLiteral("RA7QX"));
+    QCOMPARE(state.strFWVersion, u"2.1.7"_s);
+    QCOMPARE(state.strVenderName, u"Vora"_s);
+    QCOMPARE(state.strProductName, u"RA7QX"_s);
     QCOMPARE(state.listErrorStatus,
              (QList<enErrorStatus>{static_cast<enErrorStatus>(13), static_cast<enErrorStatus>(37)}));
     QCOMPARE(state.listWarningStatus, (QList<enErrorStatus>{static_cast<enErrorStatus>(25)}));
-    QCOMPARE(state.strSupplySerialNumber, QStringLiteral("INK42"));
+    QCOMPARE(state.strSupplySerialNumber, u"INK42"_s);
     QCOMPARE(state.enSpplyType, 0);
     QCOMPARE(state.dwRemainingToner, 300UL);
     QCOMPARE(state.dwWasteToner, 7UL);
@@ -543,10 +534,10 @@ void tst_UtilPrinterStatus::textEndsAtItsFirstZero()
     reply.listSupplies = {{0x0000, QByteArray("IN\0K", 4)}};
     TrdGetPrinterStatus worker;
     QCOMPARE(Check(worker, EncodeStatusReply(reply)), 0);
-    QCOMPARE(worker.m_printerManager.printerState.strVenderName, QStringLiteral("Vo"));
+    QCOMPARE(worker.m_printerManager.printerState.strVenderName, u"Vo"_s);
     QCOMPARE(worker.m_printerManager.printerState.strProductName, QString());
-    QCOMPARE(worker.m_printerManager.printerState.strFWVersion, QStringLiteral("2.1"));
-    QCOMPARE(worker.m_printerManager.printerState.strSupplySerialNumber, QStringLiteral("IN"));
+    QCOMPARE(worker.m_printerManager.printerState.strFWVersion, u"2.1"_s);
+    QCOMPARE(worker.m_printerManager.printerState.strSupplySerialNumber, u"IN"_s);
 }
 
 void tst_UtilPrinterStatus::rejectedReplyLeavesStateUntouched()
@@ -559,7 +550,7 @@ void tst_UtilPrinterStatus::rejectedReplyLeavesStateUntouched()
     reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlackInk, 1)};
     QCOMPARE(Check(worker, EncodeStatusReply(reply).chopped(1)), -1);
     const stPrinterState& state = worker.m_printerManager.printerState;
-    QCOMPARE(state.strVenderName, QStringLiteral("Vora"));
+    QCOMPARE(state.strVenderName, u"Vora"_s);
     QCOMPARE(state.enCurrentStatus, 8);
     QCOMPARE(state.listErrorStatus.size(), 2);
     QCOMPARE(state.dwBlackInkRemainer, 50UL);
@@ -569,7 +560,7 @@ void tst_UtilPrinterStatus::rejectedReplyLeavesStateUntouched()
 void tst_UtilPrinterStatus::newReplyReplacesTheWholeState()
 {
     TrdGetPrinterStatus worker;
-    worker.m_printerManager.printerInfo.strPrinterName = QStringLiteral("Queue");
+    worker.m_printerManager.printerInfo.strPrinterName = u"Queue"_s;
     QCOMPARE(Check(worker, HandMadeReply()), 0);
     worker.m_printerManager.printerState.iReadFailCount = 4;
     worker.m_printerManager.printerState.enSpplyType = 9;
@@ -581,7 +572,7 @@ void tst_UtilPrinterStatus::newReplyReplacesTheWholeState()
     QCOMPARE(state.dwNumberOfPrint, 0UL);
     QCOMPARE(state.enSpplyType, 0);
     QCOMPARE(state.iReadFailCount, 0);
-    QCOMPARE(worker.m_printerManager.printerInfo.strPrinterName, QStringLiteral("Queue"));
+    QCOMPARE(worker.m_printerManager.printerInfo.strPrinterName, u"Queue"_s);
 }
 
 QTEST_APPLESS_MAIN(tst_UtilPrinterStatus)

@@ -3,6 +3,8 @@
 
 #include "UtilShell.h"
 
+#include "QtCompat.h"
+
 #include "TestFiles.h"
 
 #include <QtTest>
@@ -25,7 +27,7 @@ private slots:
     void runIgnoresFailure();
 
 private:
-    QByteArray OutputPath() const { return m_folder.filePath(QStringLiteral("out")).toLocal8Bit(); }
+    QByteArray OutputPath() const { return m_folder.filePath(u"out"_s).toLocal8Bit(); }
     QByteArray Output() const { return ReadFile(QString::fromLocal8Bit(OutputPath())); }
 
     QTemporaryDir m_folder;
@@ -87,8 +89,8 @@ void tst_UtilShell::shellSeesOneLiteralWord()
 
 void tst_UtilShell::quotedWordsStandSideBySide()
 {
-    RunShellCommand("printf '<%s>' " + QuoteForShell(QStringLiteral("a 'b'")) + ' ' + QuoteForShell(QString()) + ' ' +
-                    QuoteForShell(QStringLiteral("c")) + " > " + OutputPath());
+    RunShellCommand("printf '<%s>' " + QuoteForShell(u"a 'b'"_s) + ' ' + QuoteForShell(QString()) + ' ' +
+                    QuoteForShell(u"c"_s) + " > " + OutputPath());
     QCOMPARE(Output(), QByteArray("<a 'b'><><c>"));
 }
 

@@ -3,6 +3,8 @@
 
 #include "UtilText.h"
 
+#include "QtCompat.h"
+
 #include <QtTest>
 
 class tst_UtilText : public QObject
@@ -22,12 +24,12 @@ void tst_UtilText::escapesControls_data()
         QTest::newRow(pName) << strText << QString::fromUtf8(pEscaped);
     };
     add("empty", QString(), "");
-    add("plain", QStringLiteral("Off ice \\ %s"), "Off ice \\ %s");
-    add("Chinese", QStringLiteral("办公室🖨"), "办公室🖨");
+    add("plain", u"Off ice \\ %s"_s, "Off ice \\ %s");
+    add("Chinese", u"办公室🖨"_s, "办公室🖨");
     add("controls", QString::fromLatin1("\0\t\n\x1B\x7F\x9B", 6), "\\x00\\x09\\x0A\\x1B\\x7F\\x9B");
-    add("ends of lines", QStringLiteral("\u2028\u2029"), "\\u2028\\u2029");
-    add("directions", QStringLiteral("\u202E\u2066"), "\\u202E\\u2066");
-    add("beyond four digits", QStringLiteral("\U000E0001"), "\\U000E0001");
+    add("ends of lines", u"\u2028\u2029"_s, "\\u2028\\u2029");
+    add("directions", u"\u202E\u2066"_s, "\\u202E\\u2066");
+    add("beyond four digits", u"\U000E0001"_s, "\\U000E0001");
     const QString strHalf(QChar(0xD83D));
     QTest::newRow("half a character") << strHalf + QLatin1Char('a') << strHalf + QLatin1Char('a');
     QTest::newRow("half a character at the end") << strHalf << strHalf;

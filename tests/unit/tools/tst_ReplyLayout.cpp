@@ -271,7 +271,7 @@ void tst_ReplyLayout::fields()
                        field.iOffset == expected.iOffset && field.iLength == expected.iLength &&
                        field.dwKey == expected.dwKey && field.dwValue == expected.dwValue;
             });
-        QVERIFY2(bFound, qPrintable(QStringLiteral("field %1 at %2").arg(expected.enField).arg(expected.iOffset)));
+        QVERIFY2(bFound, qPrintable(u"field %1 at %2"_s.arg(expected.enField).arg(expected.iOffset)));
     }
     const auto text = [&layout](enReplyPart enField) {
         const auto found = std::find_if(layout.Fields().begin(), layout.Fields().end(),

@@ -84,165 +84,123 @@ QString SentNames(const QList<stGoldenCode>& listCode)
 }
 
 const QString c_strStateExpected =
-    QStringLiteral(": expected a code from 0x00 to 0xFF or one of %1, found ").arg(SentNames(GoldenStates()));
+    u": expected a code from 0x00 to 0xFF or one of %1, found "_s.arg(SentNames(GoldenStates()));
 
 const QList<stMalformed> c_listMalformed = {
-    {QStringLiteral("json-cut-off.json"), QStringLiteral("5: expected JSON: @")},
-    {QStringLiteral("json-without-comma.json"), QStringLiteral("3: expected JSON: @")},
-    {QStringLiteral("json-empty.json"), QStringLiteral("1: expected JSON: @")},
-    {QStringLiteral("json-list.json"), QStringLiteral("1: expected an object, found a list")},
-    {QStringLiteral("description-missing.json"), QStringLiteral(" description: expected a text, found nothing")},
-    {QStringLiteral("unknown-key.json"),
-     QStringLiteral(" colour: unknown key, expected one of description, loop, duration, printers, timeline")},
-    {QStringLiteral("loop-text.json"), QStringLiteral(" loop: expected true or false, found \"yes\"")},
-    {QStringLiteral("duration-zero.json"), QStringLiteral(" duration: expected a number from 0.1 to 86400, found 0")},
-    {QStringLiteral("duration-too-long.json"),
-     QStringLiteral(" duration: expected a number from 0.1 to 86400, found 86401")},
-    {QStringLiteral("duration-before-last-step.json"),
-     QStringLiteral(" duration: expected a number from 4.5 to 86400, found 4")},
-    {QStringLiteral("printers-missing.json"),
-     QStringLiteral(" printers: expected at least one printer, found nothing")},
-    {QStringLiteral("printers-empty.json"), QStringLiteral(" printers: expected at least one printer, found a list")},
-    {QStringLiteral("printers-object.json"), QStringLiteral(" printers: expected a list, found an object")},
-    {QStringLiteral("printer-text.json"), QStringLiteral(" printers[1]: expected an object, found \"Lab\"")},
-    {QStringLiteral("printer-unknown-key.json"),
-     QStringLiteral(
-         " printers[0].colour: unknown key, expected one of name, model, connection, port, uri, count, present, file, "
-         "walk, state, errors, warnings, supplies, @")},
-    {QStringLiteral("name-missing.json"), QStringLiteral(" printers[0].name: expected a text, found nothing")},
-    {QStringLiteral("name-empty.json"),
-     QStringLiteral(
-         " printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found \"\"")},
-    {QStringLiteral("name-with-slash.json"),
-     QStringLiteral(" printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found "
-                    "\"../Office\"")},
-    {QStringLiteral("name-with-newline.json"),
-     QStringLiteral(" printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found "
-                    "\"Of\nfice\"")},
-    {QStringLiteral("name-too-long.json"),
-     QStringLiteral(
-         " printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found \"") +
-         QString(60, QChar(u'打')) + QStringLiteral("\"")},
-    {QStringLiteral("name-twice.json"),
-     QStringLiteral(" printers[2].name: expected a name that no other printer has, found \"Office\"")},
-    {QStringLiteral("name-without-number.json"),
-     QStringLiteral(" printers[0].name: expected \"%1\", where the printer's number goes, because there is a count, "
-                    "found \"Office\"")},
-    {QStringLiteral("count-zero.json"),
-     QStringLiteral(" printers[0].count: expected a whole number from 1 to 1000, found 0")},
-    {QStringLiteral("count-too-many.json"),
-     QStringLiteral(" printers[0].count: expected a whole number from 1 to 1000, found 1001")},
-    {QStringLiteral("printers-too-many.json"),
-     QStringLiteral(" printers[1].count: expected at most 1000 printers in all, found 401")},
-    {QStringLiteral("model-unknown.json"),
-     QStringLiteral(" printers[1].model: expected one of %1, found \"RA8Q\"").arg(ModelNames())},
-    {QStringLiteral("connection-unknown.json"),
-     QStringLiteral(" printers[0].connection: expected \"usb\" or \"network\", found \"serial\"")},
-    {QStringLiteral("port-number.json"), QStringLiteral(" printers[0].port: expected a text, found 9100")},
-    {QStringLiteral("uri-null.json"), QStringLiteral(" printers[0].uri: expected a text, found null")},
-    {QStringLiteral("present-number.json"), QStringLiteral(" printers[0].present: expected true or false, found 1")},
-    {QStringLiteral("file-unknown.json"),
-     QStringLiteral(
-         " printers[0].file: expected one of good, missing, empty, truncated, random, mutated, oversized, trailing, "
-         "found \"broken\"")},
-    {QStringLiteral("state-unknown.json"),
-     QStringLiteral(" printers[0].state") + c_strStateExpected + QStringLiteral("\"asleep\"")},
-    {QStringLiteral("state-too-large.json"),
-     QStringLiteral(" printers[0].state") + c_strStateExpected + QStringLiteral("256")},
-    {QStringLiteral("state-negative.json"),
-     QStringLiteral(" printers[0].state") + c_strStateExpected + QStringLiteral("-1")},
-    {QStringLiteral("state-fraction.json"),
-     QStringLiteral(" printers[0].state") + c_strStateExpected + QStringLiteral("1.5")},
-    {QStringLiteral("errors-text.json"), QStringLiteral(" printers[0].errors: expected a list, found \"no-paper\"")},
-    {QStringLiteral("error-unknown.json"),
-     QStringLiteral(" printers[0].errors[1]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, "
-                    "black-head-damaged, @")},
-    {QStringLiteral("error-too-large.json"),
-     QStringLiteral(" printers[0].errors[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @")},
-    {QStringLiteral("errors-too-many.json"),
-     QStringLiteral(" printers[0].errors: expected at most 255 entries, found a list")},
-    {QStringLiteral("warning-not-hexadecimal.json"),
-     QStringLiteral(" printers[0].warnings[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @")},
-    {QStringLiteral("cyan-negative.json"),
-     QStringLiteral(" printers[0].cyan: expected a whole number from 0 to 65535, found -1")},
-    {QStringLiteral("cyan-too-large.json"),
-     QStringLiteral(" printers[0].cyan: expected a whole number from 0 to 65535, found 65536")},
-    {QStringLiteral("cyan-text.json"),
-     QStringLiteral(" printers[0].cyan: expected a whole number from 0 to 65535, found \"full\"")},
-    {QStringLiteral("pages-too-large.json"),
-     QStringLiteral(" printers[0].pages: expected a whole number from 0 to 4294967295, found 4294967296")},
-    {QStringLiteral("serial-number.json"), QStringLiteral(" printers[0].serial: expected a text, found 42")},
-    {QStringLiteral("serial-not-latin-1.json"),
-     QStringLiteral(" printers[0].serial: expected at most 65535 Latin-1 characters, found \"打印\"")},
-    {QStringLiteral("supply-serial-too-long.json"),
-     QStringLiteral(" printers[0].supply-serial: expected at most 65 Latin-1 characters, found \"") +
-         QString(60, QChar(u'x')) + QStringLiteral("\"")},
-    {QStringLiteral("unexamined-short.json"),
-     QStringLiteral(
-         " printers[0].unexamined: expected 7 bytes as pairs of hexadecimal digits, found \"000102030405\"")},
-    {QStringLiteral("unexamined-odd.json"),
-     QStringLiteral(
-         " printers[0].unexamined: expected 7 bytes as pairs of hexadecimal digits, found \"0001020304050\"")},
-    {QStringLiteral("header-too-large.json"),
-     QStringLiteral(" printers[0].header: expected a whole number from 0 to 255, found \"0x100\"")},
-    {QStringLiteral("header-field-too-large.json"),
-     QStringLiteral(" printers[0].header-field-1: expected a whole number from 0 to 65535, found 65536")},
-    {QStringLiteral("supplies-unknown-key.json"),
-     QStringLiteral(" printers[0].supplies[0].kee: unknown key, expected one of key, data")},
-    {QStringLiteral("supplies-key-missing.json"),
-     QStringLiteral(" printers[0].supplies[0].key: expected a whole number from 0 to 65535, found nothing")},
-    {QStringLiteral("supplies-data-missing.json"),
-     QStringLiteral(" printers[0].supplies[0].data: expected a text, found nothing")},
-    {QStringLiteral("supplies-data-not-hexadecimal.json"),
-     QStringLiteral(
-         " printers[0].supplies[0].data: expected 0 to 65 bytes as pairs of hexadecimal digits, found \"0g\"")},
-    {QStringLiteral("supplies-data-fatal.json"),
-     QStringLiteral(" printers[0].supplies[0].data: expected 0 to 65 bytes as pairs of hexadecimal digits, found \"") +
-         QString(60, QChar(u'0')) + QStringLiteral("\"")},
-    {QStringLiteral("walk-text.json"), QStringLiteral(" printers[0].walk: expected an object, found \"home\"")},
-    {QStringLiteral("walk-unknown-key.json"),
-     QStringLiteral(
-         " printers[0].walk.speed: unknown key, expected one of every, states, errors, warnings, chance, ink")},
-    {QStringLiteral("walk-without-every.json"),
-     QStringLiteral(" printers[0].walk.every: expected a number from 0.1 to 86400, found nothing")},
-    {QStringLiteral("walk-every-zero.json"),
-     QStringLiteral(" printers[0].walk.every: expected a number from 0.1 to 86400, found 0")},
-    {QStringLiteral("walk-state-unknown.json"),
-     QStringLiteral(" printers[0].walk.states[1]") + c_strStateExpected + QStringLiteral("\"asleep\"")},
-    {QStringLiteral("walk-error-unknown.json"),
-     QStringLiteral(
-         " printers[0].walk.errors[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @")},
-    {QStringLiteral("walk-warning-unknown.json"),
-     QStringLiteral(
-         " printers[0].walk.warnings[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @")},
-    {QStringLiteral("walk-chance-too-large.json"),
-     QStringLiteral(" printers[0].walk.chance: expected a whole number from 0 to 100, found 101")},
-    {QStringLiteral("walk-ink-negative.json"),
-     QStringLiteral(" printers[0].walk.ink: expected a whole number from 0 to 100, found -1")},
-    {QStringLiteral("timeline-object.json"), QStringLiteral(" timeline: expected a list, found an object")},
-    {QStringLiteral("step-number.json"), QStringLiteral(" timeline[1]: expected an object, found 2")},
-    {QStringLiteral("step-without-time.json"),
-     QStringLiteral(" timeline[0].at: expected a number from 0 to 86400, found nothing")},
-    {QStringLiteral("step-time-negative.json"),
-     QStringLiteral(" timeline[0].at: expected a number from 0 to 86400, found -1")},
-    {QStringLiteral("step-printer-unknown.json"),
-     QStringLiteral(" timeline[0].printer: expected the name of one of the printers, found \"Lab\"")},
-    {QStringLiteral("step-printer-number.json"), QStringLiteral(" timeline[0].printer: expected a text, found 0")},
-    {QStringLiteral("step-unknown-key.json"),
-     QStringLiteral(" timeline[0].model: unknown key, expected one of at, printer, present, file, state, @")},
-    {QStringLiteral("step-state-unknown.json"),
-     QStringLiteral(" timeline[0].state") + c_strStateExpected + QStringLiteral("\"asleep\"")},
-    {QStringLiteral("step-present-text.json"),
-     QStringLiteral(" timeline[0].present: expected true or false, found \"no\"")},
-    {QStringLiteral("step-file-unknown.json"),
-     QStringLiteral(
-         " timeline[0].file: expected one of good, missing, empty, truncated, random, mutated, oversized, trailing, "
-         "found \"broken\"")},
+    {u"json-cut-off.json"_s, u"5: expected JSON: @"_s},
+    {u"json-without-comma.json"_s, u"3: expected JSON: @"_s},
+    {u"json-empty.json"_s, u"1: expected JSON: @"_s},
+    {u"json-list.json"_s, u"1: expected an object, found a list"_s},
+    {u"description-missing.json"_s, u" description: expected a text, found nothing"_s},
+    {u"unknown-key.json"_s, u" colour: unknown key, expected one of description, loop, duration, printers, timeline"_s},
+    {u"loop-text.json"_s, u" loop: expected true or false, found \"yes\""_s},
+    {u"duration-zero.json"_s, u" duration: expected a number from 0.1 to 86400, found 0"_s},
+    {u"duration-too-long.json"_s, u" duration: expected a number from 0.1 to 86400, found 86401"_s},
+    {u"duration-before-last-step.json"_s, u" duration: expected a number from 4.5 to 86400, found 4"_s},
+    {u"printers-missing.json"_s, u" printers: expected at least one printer, found nothing"_s},
+    {u"printers-empty.json"_s, u" printers: expected at least one printer, found a list"_s},
+    {u"printers-object.json"_s, u" printers: expected a list, found an object"_s},
+    {u"printer-text.json"_s, u" printers[1]: expected an object, found \"Lab\""_s},
+    {u"printer-unknown-key.json"_s,
+     u" printers[0].colour: unknown key, expected one of name, model, connection, port, uri, count, present, file, "
+     "walk, state, errors, warnings, supplies, @"_s},
+    {u"name-missing.json"_s, u" printers[0].name: expected a text, found nothing"_s},
+    {u"name-empty.json"_s,
+     u" printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found \"\""_s},
+    {u"name-with-slash.json"_s,
+     u" printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found "
+     "\"../Office\""_s},
+    {u"name-with-newline.json"_s,
+     u" printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found "
+     "\"Of\nfice\""_s},
+    {u"name-too-long.json"_s,
+     u" printers[0].name: expected a name of 1 to 240 bytes without \"/\" and control characters, found \""_s +
+         QString(60, QChar(u'打')) + u"\""_s},
+    {u"name-twice.json"_s, u" printers[2].name: expected a name that no other printer has, found \"Office\""_s},
+    {u"name-without-number.json"_s,
+     u" printers[0].name: expected \"%1\", where the printer's number goes, because there is a count, "
+     "found \"Office\""_s},
+    {u"count-zero.json"_s, u" printers[0].count: expected a whole number from 1 to 1000, found 0"_s},
+    {u"count-too-many.json"_s, u" printers[0].count: expected a whole number from 1 to 1000, found 1001"_s},
+    {u"printers-too-many.json"_s, u" printers[1].count: expected at most 1000 printers in all, found 401"_s},
+    {u"model-unknown.json"_s, u" printers[1].model: expected one of %1, found \"RA8Q\""_s.arg(ModelNames())},
+    {u"connection-unknown.json"_s, u" printers[0].connection: expected \"usb\" or \"network\", found \"serial\""_s},
+    {u"port-number.json"_s, u" printers[0].port: expected a text, found 9100"_s},
+    {u"uri-null.json"_s, u" printers[0].uri: expected a text, found null"_s},
+    {u"present-number.json"_s, u" printers[0].present: expected true or false, found 1"_s},
+    {u"file-unknown.json"_s,
+     u" printers[0].file: expected one of good, missing, empty, truncated, random, mutated, oversized, trailing, "
+     "found \"broken\""_s},
+    {u"state-unknown.json"_s, u" printers[0].state"_s + c_strStateExpected + u"\"asleep\""_s},
+    {u"state-too-large.json"_s, u" printers[0].state"_s + c_strStateExpected + u"256"_s},
+    {u"state-negative.json"_s, u" printers[0].state"_s + c_strStateExpected + u"-1"_s},
+    {u"state-fraction.json"_s, u" printers[0].state"_s + c_strStateExpected + u"1.5"_s},
+    {u"errors-text.json"_s, u" printers[0].errors: expected a list, found \"no-paper\""_s},
+    {u"error-unknown.json"_s,
+     u" printers[0].errors[1]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, "
+     "black-head-damaged, @"_s},
+    {u"error-too-large.json"_s,
+     u" printers[0].errors[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @"_s},
+    {u"errors-too-many.json"_s, u" printers[0].errors: expected at most 255 entries, found a list"_s},
+    {u"warning-not-hexadecimal.json"_s,
+     u" printers[0].warnings[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @"_s},
+    {u"cyan-negative.json"_s, u" printers[0].cyan: expected a whole number from 0 to 65535, found -1"_s},
+    {u"cyan-too-large.json"_s, u" printers[0].cyan: expected a whole number from 0 to 65535, found 65536"_s},
+    {u"cyan-text.json"_s, u" printers[0].cyan: expected a whole number from 0 to 65535, found \"full\""_s},
+    {u"pages-too-large.json"_s,
+     u" printers[0].pages: expected a whole number from 0 to 4294967295, found 4294967296"_s},
+    {u"serial-number.json"_s, u" printers[0].serial: expected a text, found 42"_s},
+    {u"serial-not-latin-1.json"_s, u" printers[0].serial: expected at most 65535 Latin-1 characters, found \"打印\""_s},
+    {u"supply-serial-too-long.json"_s,
+     u" printers[0].supply-serial: expected at most 65 Latin-1 characters, found \""_s + QString(60, QChar(u'x')) +
+         u"\""_s},
+    {u"unexamined-short.json"_s,
+     u" printers[0].unexamined: expected 7 bytes as pairs of hexadecimal digits, found \"000102030405\""_s},
+    {u"unexamined-odd.json"_s,
+     u" printers[0].unexamined: expected 7 bytes as pairs of hexadecimal digits, found \"0001020304050\""_s},
+    {u"header-too-large.json"_s, u" printers[0].header: expected a whole number from 0 to 255, found \"0x100\""_s},
+    {u"header-field-too-large.json"_s,
+     u" printers[0].header-field-1: expected a whole number from 0 to 65535, found 65536"_s},
+    {u"supplies-unknown-key.json"_s, u" printers[0].supplies[0].kee: unknown key, expected one of key, data"_s},
+    {u"supplies-key-missing.json"_s,
+     u" printers[0].supplies[0].key: expected a whole number from 0 to 65535, found nothing"_s},
+    {u"supplies-data-missing.json"_s, u" printers[0].supplies[0].data: expected a text, found nothing"_s},
+    {u"supplies-data-not-hexadecimal.json"_s,
+     u" printers[0].supplies[0].data: expected 0 to 65 bytes as pairs of hexadecimal digits, found \"0g\""_s},
+    {u"supplies-data-fatal.json"_s,
+     u" printers[0].supplies[0].data: expected 0 to 65 bytes as pairs of hexadecimal digits, found \""_s +
+         QString(60, QChar(u'0')) + u"\""_s},
+    {u"walk-text.json"_s, u" printers[0].walk: expected an object, found \"home\""_s},
+    {u"walk-unknown-key.json"_s,
+     u" printers[0].walk.speed: unknown key, expected one of every, states, errors, warnings, chance, ink"_s},
+    {u"walk-without-every.json"_s, u" printers[0].walk.every: expected a number from 0.1 to 86400, found nothing"_s},
+    {u"walk-every-zero.json"_s, u" printers[0].walk.every: expected a number from 0.1 to 86400, found 0"_s},
+    {u"walk-state-unknown.json"_s, u" printers[0].walk.states[1]"_s + c_strStateExpected + u"\"asleep\""_s},
+    {u"walk-error-unknown.json"_s,
+     u" printers[0].walk.errors[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @"_s},
+    {u"walk-warning-unknown.json"_s,
+     u" printers[0].walk.warnings[0]: expected a code from 0x0000 to 0xFFFF or one of wifi-init-failed, @"_s},
+    {u"walk-chance-too-large.json"_s, u" printers[0].walk.chance: expected a whole number from 0 to 100, found 101"_s},
+    {u"walk-ink-negative.json"_s, u" printers[0].walk.ink: expected a whole number from 0 to 100, found -1"_s},
+    {u"timeline-object.json"_s, u" timeline: expected a list, found an object"_s},
+    {u"step-number.json"_s, u" timeline[1]: expected an object, found 2"_s},
+    {u"step-without-time.json"_s, u" timeline[0].at: expected a number from 0 to 86400, found nothing"_s},
+    {u"step-time-negative.json"_s, u" timeline[0].at: expected a number from 0 to 86400, found -1"_s},
+    {u"step-printer-unknown.json"_s,
+     u" timeline[0].printer: expected the name of one of the printers, found \"Lab\""_s},
+    {u"step-printer-number.json"_s, u" timeline[0].printer: expected a text, found 0"_s},
+    {u"step-unknown-key.json"_s,
+     u" timeline[0].model: unknown key, expected one of at, printer, present, file, state, @"_s},
+    {u"step-state-unknown.json"_s, u" timeline[0].state"_s + c_strStateExpected + u"\"asleep\""_s},
+    {u"step-present-text.json"_s, u" timeline[0].present: expected true or false, found \"no\""_s},
+    {u"step-file-unknown.json"_s,
+     u" timeline[0].file: expected one of good, missing, empty, truncated, random, mutated, oversized, trailing, "
+     "found \"broken\""_s},
 };
 
 stScenario Read(const QByteArray& json, int iPrinters = -1)
 {
-    return ReadScenario(json, QStringLiteral("test.json"), iPrinters);
+    return ReadScenario(json, u"test.json"_s, iPrinters);
 }
 
 QString FailureOf(const QByteArray& json, const QString& strSource, int iPrinters = -1)
@@ -252,7 +210,7 @@ QString FailureOf(const QByteArray& json, const QString& strSource, int iPrinter
     } catch (const ToolError& error) {
         return error.Message();
     }
-    return QStringLiteral("no failure");
+    return u"no failure"_s;
 }
 
 /// The state that the printer tool shows for a reply.
@@ -348,17 +306,17 @@ void tst_Scenario::readsEveryPart()
         }],
         "timeline": [{"at": 2.5, "printer": "前台", "present": true, "file": "empty", "black": 50}]
     })");
-    QCOMPARE(scenario.strDescription, QStringLiteral("All parts"));
+    QCOMPARE(scenario.strDescription, u"All parts"_s);
     QVERIFY(scenario.bLoop);
     QCOMPARE(scenario.iDurationMSec, 12500);
     QCOMPARE(scenario.listPrinter.size(), 1);
 
     const stSimPrinter& printer = scenario.listPrinter.constFirst();
-    QCOMPARE(printer.info.strPrinterName, QStringLiteral("前台"));
-    QCOMPARE(printer.info.enType, QStringLiteral("RB9X"));
+    QCOMPARE(printer.info.strPrinterName, u"前台"_s);
+    QCOMPARE(printer.info.enType, u"RB9X"_s);
     QCOMPARE(printer.info.iConnectType, 1);
-    QCOMPARE(printer.info.strPort, QStringLiteral("usb:1"));
-    QCOMPARE(printer.info.strURI, QStringLiteral("usb://Vora"));
+    QCOMPARE(printer.info.strPort, u"usb:1"_s);
+    QCOMPARE(printer.info.strURI, u"usb://Vora"_s);
     QVERIFY(!printer.bPresent);
     QCOMPARE(printer.enContent, enFileRandom);
     QCOMPARE(EncodeStatusReply(printer.reply).toHex(),
@@ -381,7 +339,7 @@ void tst_Scenario::readsEveryPart()
     QCOMPARE(step.listPrinter, QList<int>({0}));
     QCOMPARE(step.bPresent, std::optional<bool>(true));
     QCOMPARE(step.enContent, enFileEmpty);
-    QCOMPARE(step.fields.value(QStringLiteral("black")).toInt(), 50);
+    QCOMPARE(step.fields.value(u"black"_s).toInt(), 50);
 }
 
 void tst_Scenario::leavesOutWhatIsNotGiven()
@@ -390,16 +348,16 @@ void tst_Scenario::leavesOutWhatIsNotGiven()
     QVERIFY(!scenario.bLoop);
     QCOMPARE(scenario.iDurationMSec, -1);
     const stSimPrinter& printer = scenario.listPrinter.constFirst();
-    QCOMPARE(printer.info.enType, QStringLiteral("RA7QX"));
+    QCOMPARE(printer.info.enType, u"RA7QX"_s);
     QCOMPARE(printer.info.iConnectType, 2);
     QVERIFY(printer.bPresent);
     QCOMPARE(printer.enContent, enFileGood);
     QCOMPARE(printer.walk.iEveryMSec, 0);
     const stPrinterState state = DecodeReply(printer.reply);
     QCOMPARE(state.enCurrentStatus, 3);
-    QCOMPARE(state.strVenderName, QStringLiteral("Vora"));
-    QCOMPARE(state.strProductName, QStringLiteral("Vora RA7QX"));
-    QCOMPARE(state.strPrinterSerialNumber, QStringLiteral("SIM00001"));
+    QCOMPARE(state.strVenderName, u"Vora"_s);
+    QCOMPARE(state.strProductName, u"Vora RA7QX"_s);
+    QCOMPARE(state.strPrinterSerialNumber, u"SIM00001"_s);
     QCOMPARE(state.dwBlackInkRemainer, 100UL);
     QCOMPARE(state.dwBlueInkRemainer, 100UL);
     QCOMPARE(state.dwRedInkRemainer, 100UL);
@@ -416,18 +374,18 @@ void tst_Scenario::countMakesPrinters()
         {"name": "100%1"}, {"name": "Other %1", "count": 1}]})";
     const QList<stSimPrinter> listPrinter = Read(json).listPrinter;
     QCOMPARE(listPrinter.size(), 5);
-    QCOMPARE(listPrinter.at(0).info.strPrinterName, QStringLiteral("Lab"));
-    QCOMPARE(listPrinter.at(1).info.strPrinterName, QStringLiteral("Desk 1"));
-    QCOMPARE(listPrinter.at(2).info.strPrinterName, QStringLiteral("Desk 2"));
-    QCOMPARE(listPrinter.at(2).info.strPort, QStringLiteral("10.0.0.2"));
-    QCOMPARE(listPrinter.at(2).info.strURI, QStringLiteral("socket://10.0.0.2"));
-    QCOMPARE(listPrinter.at(3).info.strPrinterName, QStringLiteral("100%1"));
-    QCOMPARE(listPrinter.at(4).info.strPrinterName, QStringLiteral("Other 1"));
+    QCOMPARE(listPrinter.at(0).info.strPrinterName, u"Lab"_s);
+    QCOMPARE(listPrinter.at(1).info.strPrinterName, u"Desk 1"_s);
+    QCOMPARE(listPrinter.at(2).info.strPrinterName, u"Desk 2"_s);
+    QCOMPARE(listPrinter.at(2).info.strPort, u"10.0.0.2"_s);
+    QCOMPARE(listPrinter.at(2).info.strURI, u"socket://10.0.0.2"_s);
+    QCOMPARE(listPrinter.at(3).info.strPrinterName, u"100%1"_s);
+    QCOMPARE(listPrinter.at(4).info.strPrinterName, u"Other 1"_s);
 
     QCOMPARE(Read(json, 7).listPrinter.size(), 10);
-    QCOMPARE(Read(json, 7).listPrinter.at(7).info.strPrinterName, QStringLiteral("Desk 7"));
-    QCOMPARE(FailureOf(R"({"description": "d", "printers": [{"name": "Lab"}]})", QStringLiteral("x"), 7),
-             QStringLiteral("x: printers: expected an entry with a count, to make 7 of it, found a list"));
+    QCOMPARE(Read(json, 7).listPrinter.at(7).info.strPrinterName, u"Desk 7"_s);
+    QCOMPARE(FailureOf(R"({"description": "d", "printers": [{"name": "Lab"}]})", u"x"_s, 7),
+             u"x: printers: expected an entry with a count, to make 7 of it, found a list"_s);
 }
 
 void tst_Scenario::stepFindsItsPrinters()
@@ -448,7 +406,7 @@ void tst_Scenario::stepsAreInTheOrderOfTheirTimes()
         {"at": 3, "black": 1}, {"at": 1, "black": 2}, {"at": 3, "black": 3}, {"at": 2, "black": 4}]})");
     QList<int> listBlack;
     for (const stStep& step : scenario.listStep) {
-        listBlack.append(step.fields.value(QStringLiteral("black")).toInt());
+        listBlack.append(step.fields.value(u"black"_s).toInt());
     }
     QCOMPARE(listBlack, QList<int>({2, 4, 1, 3}));
     QCOMPARE(scenario.iDurationMSec, 5000);
@@ -469,7 +427,7 @@ void tst_Scenario::stateNames()
     QFETCH(int, iValue);
     const QString strName = QString::fromLatin1(QTest::currentDataTag());
     QCOMPARE(StateName(iValue), strName);
-    QCOMPARE(StateName(c_iNoValue), QStringLiteral("unknown"));
+    QCOMPARE(StateName(c_iNoValue), u"unknown"_s);
     const std::optional<quint8> code = StateCodeByName(strName);
     QCOMPARE(code ? static_cast<int>(*code) : -1, iRaw);
     QCOMPARE(StateNames().count(strName), iRaw < 0 ? 0 : 1);
@@ -492,7 +450,7 @@ void tst_Scenario::errorNames()
     QFETCH(int, iValue);
     const QString strName = QString::fromLatin1(QTest::currentDataTag());
     QCOMPARE(ErrorName(iValue), strName);
-    QCOMPARE(ErrorName(c_iNoValue), QStringLiteral("unknown"));
+    QCOMPARE(ErrorName(c_iNoValue), u"unknown"_s);
     const std::optional<quint16> code = ErrorCodeByName(strName);
     QCOMPARE(code ? static_cast<int>(*code) : -1, iRaw);
     QCOMPARE(ErrorNames().count(strName), iRaw < 0 ? 0 : 1);
@@ -518,15 +476,15 @@ void tst_Scenario::suppliesStandInTheOrderOfTheirKeys()
 void tst_Scenario::builtInScenariosAreThere()
 {
     QCOMPARE(BuiltInScenarios().join(QLatin1Char(' ')),
-             QStringLiteral("cancel-on-panel every-error everyday garbage ink-running-out many off-line-and-back "
-                            "paper-out printers-come-and-go"));
-    QVERIFY(BuiltInScenario(QStringLiteral("nothing")).isNull());
+             u"cancel-on-panel every-error everyday garbage ink-running-out many off-line-and-back "
+             "paper-out printers-come-and-go"_s);
+    QVERIFY(BuiltInScenario(u"nothing"_s).isNull());
 }
 
 void tst_Scenario::builtInScenarioIsGood_data()
 {
     QTest::addColumn<bool>("bChance");
-    const QStringList listChance = {QStringLiteral("garbage"), QStringLiteral("many")};
+    const QStringList listChance = {u"garbage"_s, u"many"_s};
     for (const QString& strName : BuiltInScenarios()) {
         QTest::newRow(qPrintable(strName)) << listChance.contains(strName);
     }
@@ -535,7 +493,7 @@ void tst_Scenario::builtInScenarioIsGood_data()
 void tst_Scenario::builtInScenarioIsGood()
 {
     const QString strName = QString::fromLatin1(QTest::currentDataTag());
-    QCOMPARE(FailureOf(BuiltInScenario(strName), strName), QStringLiteral("no failure"));
+    QCOMPARE(FailureOf(BuiltInScenario(strName), strName), u"no failure"_s);
     const stScenario scenario = ReadScenario(BuiltInScenario(strName), strName);
     QVERIFY(!scenario.strDescription.isEmpty());
     QVERIFY(22 + scenario.strDescription.size() <= 80); // one line of the list
@@ -545,7 +503,7 @@ void tst_Scenario::builtInScenarioIsGood()
 
 void tst_Scenario::everydayShowsSomethingEveryTwoSeconds()
 {
-    const stScenario scenario = ReadScenario(BuiltInScenario(QStringLiteral("everyday")), QStringLiteral("everyday"));
+    const stScenario scenario = ReadScenario(BuiltInScenario(u"everyday"_s), u"everyday"_s);
     QVERIFY(scenario.bLoop);
     QCOMPARE(scenario.iDurationMSec, 20000);
     QCOMPARE(scenario.listPrinter.size(), 3);
@@ -588,8 +546,7 @@ void tst_Scenario::everydayShowsSomethingEveryTwoSeconds()
 
 void tst_Scenario::everyErrorShowsThemAll()
 {
-    const stScenario scenario =
-        ReadScenario(BuiltInScenario(QStringLiteral("every-error")), QStringLiteral("every-error"));
+    const stScenario scenario = ReadScenario(BuiltInScenario(u"every-error"_s), u"every-error"_s);
     stStatusReply reply = scenario.listPrinter.constFirst().reply;
     QList<int> listShown;
     for (const stStep& step : scenario.listStep) {
@@ -609,8 +566,7 @@ void tst_Scenario::everyErrorShowsThemAll()
 /// The printer tool takes a printer for off-line after eleven seconds without its file.
 void tst_Scenario::offLineLastsLongEnough()
 {
-    const stScenario scenario =
-        ReadScenario(BuiltInScenario(QStringLiteral("off-line-and-back")), QStringLiteral("off-line-and-back"));
+    const stScenario scenario = ReadScenario(BuiltInScenario(u"off-line-and-back"_s), u"off-line-and-back"_s);
     qint64 iGone = -1;
     qint64 iLongest = 0;
     for (const stStep& step : scenario.listStep) {
@@ -717,8 +673,7 @@ void tst_Scenario::contentIsWhatItsNameSays()
 
 void tst_Scenario::walkTakesTheSameCourseWithTheSameSeed()
 {
-    const stSimPrinter printer =
-        ReadScenario(BuiltInScenario(QStringLiteral("many")), QStringLiteral("many"), 1).listPrinter.constFirst();
+    const stSimPrinter printer = ReadScenario(BuiltInScenario(u"many"_s), u"many"_s, 1).listPrinter.constFirst();
     const auto course = [&printer](quint32 dwSeed) {
         QRandomGenerator random(dwSeed);
         stStatusReply reply = printer.reply;
@@ -788,19 +743,17 @@ void tst_Scenario::playerLeavesNothingOut()
                      {"at": 99, "printer": "Lab", "file": "missing"}]})");
     Player player(scenario, folder, 1000, 1);
     player.Start();
-    QCOMPARE(QDir(root.path()).entryList(QDir::Files),
-             QStringList({QStringLiteral("Lab.dat"), QStringLiteral("printerlist.ini")}));
-    QCOMPARE(Decode(player.CurrentReply(QStringLiteral("Lab"))).enCurrentStatus, 3);
-    QVERIFY(player.CurrentReply(QStringLiteral("Gone")).isEmpty());
-    QVERIFY(player.CurrentReply(QStringLiteral("Nobody")).isEmpty());
+    QCOMPARE(QDir(root.path()).entryList(QDir::Files), QStringList({u"Lab.dat"_s, u"printerlist.ini"_s}));
+    QCOMPARE(Decode(player.CurrentReply(u"Lab"_s)).enCurrentStatus, 3);
+    QVERIFY(player.CurrentReply(u"Gone"_s).isEmpty());
+    QVERIFY(player.CurrentReply(u"Nobody"_s).isEmpty());
     while (!player.HasFinished()) {
         QVERIFY(player.WaitMSec().has_value());
         player.Advance();
     }
-    QCOMPARE(QDir(root.path()).entryList(QDir::Files),
-             QStringList({QStringLiteral("Gone.dat"), QStringLiteral("printerlist.ini")}));
-    QCOMPARE(Decode(player.CurrentReply(QStringLiteral("Gone"))).dwBlueInkRemainer, 3UL);
-    QVERIFY(player.CurrentReply(QStringLiteral("Lab")).isEmpty());
+    QCOMPARE(QDir(root.path()).entryList(QDir::Files), QStringList({u"Gone.dat"_s, u"printerlist.ini"_s}));
+    QCOMPARE(Decode(player.CurrentReply(u"Gone"_s)).dwBlueInkRemainer, 3UL);
+    QVERIFY(player.CurrentReply(u"Lab"_s).isEmpty());
     QCOMPARE(player.CleanUp(), QString());
     QVERIFY(QDir(root.path()).isEmpty());
 }
@@ -808,7 +761,7 @@ void tst_Scenario::playerLeavesNothingOut()
 void tst_Scenario::playerTellsWhatItCouldNotWrite()
 {
     QTemporaryDir root;
-    const DriverFolder folder(root.filePath(QStringLiteral("cfg")));
+    const DriverFolder folder(root.filePath(u"cfg"_s));
     const stScenario scenario = Read(R"({"description": "d", "printers": [{"name": "Lab"}],
         "duration": 100, "timeline": [{"at": 100, "state": "printing"}]})"); // at the very end
     Player player(scenario, folder, 1000, 1);
@@ -821,8 +774,7 @@ void tst_Scenario::playerTellsWhatItCouldNotWrite()
         QCOMPARE(error.ExitStatus(), enExitIo);
         strMessage = error.Message();
     }
-    QVERIFY2(strMessage.startsWith(QStringLiteral("cannot write ") + folder.Path() + QStringLiteral("/Lab.dat: ")),
-             qPrintable(strMessage));
+    QVERIFY2(strMessage.startsWith(u"cannot write "_s + folder.Path() + u"/Lab.dat: "_s), qPrintable(strMessage));
     QVERIFY(!player.HasFinished());
 }
 
@@ -834,10 +786,10 @@ void tst_Scenario::playerStopsWithinAMoment()
         {"name": "Office", "file": "missing"}], "timeline": [{"at": 0}, {"at": 0, "state": "printing"}]})");
     Player player(scenario, folder, 1, 1);
     player.Start();
-    player.SetMustStop([&folder] { return folder.HasStatus(QStringLiteral("Lab")); });
+    player.SetMustStop([&folder] { return folder.HasStatus(u"Lab"_s); });
     player.Advance();
-    QVERIFY(!folder.HasStatus(QStringLiteral("Office")));
-    QCOMPARE(Decode(ReadFile(folder.StatusPath(QStringLiteral("Lab")))).enCurrentStatus, 3); // of the first step
+    QVERIFY(!folder.HasStatus(u"Office"_s));
+    QCOMPARE(Decode(ReadFile(folder.StatusPath(u"Lab"_s))).enCurrentStatus, 3); // of the first step
     QCOMPARE(player.CleanUp(), QString());
     QVERIFY(QDir(root.path()).isEmpty());
 }
@@ -848,23 +800,22 @@ void tst_Scenario::sizeIsBounded_data()
     QTest::addColumn<QByteArray>("steps");
     QTest::addColumn<QString>("strMessage");
     const auto row = [](const char* pName, const QByteArray& printers, const QByteArray& steps,
-                        const QString& strMessage = QStringLiteral("no failure")) {
+                        const QString& strMessage = u"no failure"_s) {
         QTest::newRow(pName) << printers << steps << strMessage;
     };
     const QByteArray thousand = R"({"name": "Desk %1", "count": 1000})";
     const QByteArray step = R"({"at": 1}, )";
     row("a million changes", thousand, step.repeated(999) + R"({"at": 1})");
     row("one step more", thousand, step.repeated(1000) + R"({"at": 1, "printer": "Desk 7"})",
-        QStringLiteral(
-            "s: timeline[1000]: expected at most 1000000 changes of a printer in all steps, found an object"));
+        u"s: timeline[1000]: expected at most 1000000 changes of a printer in all steps, found an object"_s);
     const QByteArray large = R"(, "fifth-string": ")" + QByteArray(60000, 'x') + R"("})";
     row("replies of 16 MB", R"({"name": "Desk %1", "count": 279)" + large, QByteArray());
     row("replies of 17 MB", R"({"name": "Lab"}, {"name": "Desk %1", "count": 280)" + large, QByteArray(),
-        QStringLiteral("s: printers[1]: expected replies of at most 16777216 bytes in all, found an object"));
+        u"s: printers[1]: expected replies of at most 16777216 bytes in all, found an object"_s);
     row("changes of 16 MB", R"({"name": "Desk %1", "count": 279})", R"({"at": 1)" + large);
     row("changes of 17 MB", R"({"name": "Desk %1", "count": 140})",
         R"({"at": 0}, {"at": 1)" + large + R"(, {"at": 2)" + large,
-        QStringLiteral("s: timeline[2]: expected replies of at most 16777216 bytes in all, found an object"));
+        u"s: timeline[2]: expected replies of at most 16777216 bytes in all, found an object"_s);
 }
 
 void tst_Scenario::sizeIsBounded()
@@ -873,7 +824,7 @@ void tst_Scenario::sizeIsBounded()
     QFETCH(const QByteArray, steps);
     QFETCH(const QString, strMessage);
     const QByteArray json = R"({"description": "d", "printers": [)" + printers + R"(], "timeline": [)" + steps + "]}";
-    QCOMPARE(FailureOf(json, QStringLiteral("s")), strMessage);
+    QCOMPARE(FailureOf(json, u"s"_s), strMessage);
 }
 
 void tst_Scenario::documentTellsEverything()
@@ -885,10 +836,10 @@ void tst_Scenario::documentTellsEverything()
     for (const QString& strName : ReplyKeyNames() + FileContentNames() + BuiltInScenarios()) {
         QVERIFY2(strDocument.contains(QLatin1Char('`') + strName + QLatin1Char('`')), qPrintable(strName));
     }
-    const QString strBegin = QStringLiteral("```json\n");
+    const QString strBegin = u"```json\n"_s;
     const auto iBegin = strDocument.indexOf(strBegin) + strBegin.size();
-    const QString strExample = strDocument.mid(iBegin, strDocument.indexOf(QStringLiteral("```"), iBegin) - iBegin);
-    QCOMPARE(FailureOf(strExample.toUtf8(), QStringLiteral("example")), QStringLiteral("no failure"));
+    const QString strExample = strDocument.mid(iBegin, strDocument.indexOf(u"```"_s, iBegin) - iBegin);
+    QCOMPARE(FailureOf(strExample.toUtf8(), u"example"_s), u"no failure"_s);
 }
 
 QTEST_GUILESS_MAIN(tst_Scenario)

@@ -22,8 +22,8 @@ const QString c_strSimulator = QStringLiteral(VORA_PRINTER_SIM);
 /// Whether it sleeps and has done nothing since the last look.
 bool IsIdle(qint64 iPid, QByteArray& last)
 {
-    const QByteArrayList listField = ReadFile(QStringLiteral("/proc/%1/stat").arg(iPid)).split(' ');
-    const QByteArray now = ReadFile(QStringLiteral("/proc/%1/schedstat").arg(iPid));
+    const QByteArrayList listField = ReadFile(u"/proc/%1/stat"_s.arg(iPid)).split(' ');
+    const QByteArray now = ReadFile(u"/proc/%1/schedstat"_s.arg(iPid));
     const bool bIdle = listField.value(2) == "S" && now == last;
     last = now;
     return bIdle;
@@ -46,7 +46,7 @@ void tst_Signals::initTestCase()
     for (const int iSignal : {SIGTERM, SIGINT, SIGHUP, SIGPIPE}) {
         std::signal(iSignal, SIG_DFL); // as a desktop starts its programs
     }
-    QVERIFY(WriteFile(QStringLiteral("/tmp/reply.dat"), EncodeStatusReply({})));
+    QVERIFY(WriteFile(u"/tmp/reply.dat"_s, EncodeStatusReply({})));
 }
 
 void tst_Signals::signalHasItsEffect_data()
@@ -57,19 +57,18 @@ void tst_Signals::signalHasItsEffect_data()
     QTest::addColumn<QString>("end");
     const QList<QPair<QByteArray, int>> listSignal = {
         {"terminate", SIGTERM}, {"interrupt", SIGINT}, {"hang-up", SIGHUP}, {"pipe", SIGPIPE}};
-    const QString strByIt = QStringLiteral("by the signal");
-    const QString strInOrder = QStringLiteral("exit status 0");
+    const QString strByIt = u"by the signal"_s;
+    const QString strInOrder = u"exit status 0"_s;
     for (const auto& signal : listSignal) {
         const bool bPipe = signal.second == SIGPIPE;
         QTest::newRow("VoraPrinterTool, " + signal.first) << c_strTool << QStringList() << signal.second << strByIt;
         QTest::newRow("vora-login-start, " + signal.first)
             << c_strLoginStart << QStringList() << signal.second << strByIt;
-        QTest::newRow("vora-status, " + signal.first)
-            << c_strStatus << QStringList({QStringLiteral("--watch"), QStringLiteral("/tmp/reply.dat")})
-            << signal.second << (bPipe ? strByIt : strInOrder);
+        QTest::newRow("vora-status, " + signal.first) << c_strStatus << QStringList({u"--watch"_s, u"/tmp/reply.dat"_s})
+                                                      << signal.second << (bPipe ? strByIt : strInOrder);
         QTest::newRow("vora-printer-sim, " + signal.first)
-            << c_strSimulator << QStringList({QStringLiteral("--root"), QStringLiteral("/tmp/root")}) << signal.second
-            << (bPipe ? QStringLiteral("none") : strInOrder);
+            << c_strSimulator << QStringList({u"--root"_s, u"/tmp/root"_s}) << signal.second
+            << (bPipe ? u"none"_s : strInOrder);
     }
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 const QString c_strStatus = QStringLiteral(VORA_STATUS);
 const QString c_strSimulator = QStringLiteral(VORA_PRINTER_SIM);
-const QString c_strRoot = QStringLiteral("/tmp/root");
+const QString c_strRoot = u"/tmp/root"_s;
 
 } // namespace
 
@@ -30,18 +30,18 @@ private slots:
 
 void tst_SwappedInputs::init()
 {
-    DriverFolder folder(QStringLiteral("/opt/vora/vora-printer-k507/cfg"));
-    const QString strName = QStringLiteral("Changing");
-    folder.WritePrinterList({{strName, QStringLiteral("RA7Q"), 1, QString(), QString()}});
+    DriverFolder folder(u"/opt/vora/vora-printer-k507/cfg"_s);
+    const QString strName = u"Changing"_s;
+    folder.WritePrinterList({{strName, u"RA7Q"_s, 1, QString(), QString()}});
     folder.WriteStatus(strName, EncodeStatusReply({}));
-    QVERIFY(WriteFile(QStringLiteral("/tmp/become-fifo"), {}));
+    QVERIFY(WriteFile(u"/tmp/become-fifo"_s, {}));
 }
 
 void tst_SwappedInputs::cleanup()
 {
-    QFile::remove(QStringLiteral("/tmp/become-fifo"));
-    QFile::remove(QStringLiteral("/tmp/list-too"));
-    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    QFile::remove(u"/tmp/become-fifo"_s);
+    QFile::remove(u"/tmp/list-too"_s);
+    QDir(u"/opt/vora"_s).removeRecursively();
     QDir(c_strRoot).removeRecursively();
 }
 
@@ -52,19 +52,17 @@ void tst_SwappedInputs::programDoesNotWait_data()
     QTest::addColumn<bool>("list");
     QTest::addColumn<int>("exit");
     QTest::addColumn<QByteArray>("message");
-    const QString strFile = QStringLiteral("/opt/vora/vora-printer-k507/cfg/Changing.dat");
+    const QString strFile = u"/opt/vora/vora-printer-k507/cfg/Changing.dat"_s;
     QTest::newRow("status file") << c_strStatus << QStringList(strFile) << false << 2
                                  << QByteArray("Changing.dat: not a regular file");
     QTest::newRow("status file of a queue")
         << c_strStatus << QStringList() << false << 2 << QByteArray("not a regular file");
     QTest::newRow("list") << c_strStatus << QStringList() << true << 0 << QByteArray();
     QTest::newRow("simulator's list") << c_strSimulator
-                                      << QStringList({QStringLiteral("everyday"), QStringLiteral("--root"),
-                                                      QStringLiteral("/opt/vora/vora-printer-k507")})
+                                      << QStringList({u"everyday"_s, u"--root"_s, u"/opt/vora/vora-printer-k507"_s})
                                       << true << 73 << QByteArray("was not written by this program");
-    QTest::newRow("scenario without end")
-        << c_strSimulator << QStringList({QStringLiteral("/dev/zero"), QStringLiteral("--root"), c_strRoot}) << false
-        << 65 << QByteArray("/dev/zero: expected at most 16 MiB");
+    QTest::newRow("scenario without end") << c_strSimulator << QStringList({u"/dev/zero"_s, u"--root"_s, c_strRoot})
+                                          << false << 65 << QByteArray("/dev/zero: expected at most 16 MiB");
 }
 
 void tst_SwappedInputs::programDoesNotWait()
@@ -73,12 +71,12 @@ void tst_SwappedInputs::programDoesNotWait()
     QFETCH(const QStringList, arguments);
     QFETCH(const bool, list);
     if (list) {
-        QVERIFY(WriteFile(QStringLiteral("/tmp/list-too"), {}));
+        QVERIFY(WriteFile(u"/tmp/list-too"_s, {}));
     }
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VORA_CHANGE_BEFORE_OPEN));
-    environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("verify_asan_link_order=0"));
+    environment.insert(u"LD_PRELOAD"_s, QStringLiteral(VORA_CHANGE_BEFORE_OPEN));
+    environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
     process.setProcessEnvironment(environment);
     process.start(program, arguments);
     const bool bEnded = process.waitForFinished(5000);

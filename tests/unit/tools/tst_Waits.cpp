@@ -4,6 +4,8 @@
 // How long the programs of the desktop and the shell wait: what they ask for, not how long it took.
 
 #include "StatusEncoder.h"
+
+#include "QtCompat.h"
 #include "TestFiles.h"
 
 #include <QProcess>
@@ -16,7 +18,7 @@
 
 namespace {
 
-const QString c_strWaits = QStringLiteral("/tmp/waits");
+const QString c_strWaits = u"/tmp/waits"_s;
 
 /// A program with the module in it that notes its waits. Killed with this object.
 class Waiting : public QProcess
@@ -26,9 +28,9 @@ public:
     {
         QFile::remove(c_strWaits);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VORA_NOTE_WAITS));
-        environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("verify_asan_link_order=0"));
-        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), strBus);
+        environment.insert(u"LD_PRELOAD"_s, QStringLiteral(VORA_NOTE_WAITS));
+        environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, strBus);
         setProcessEnvironment(environment);
         setProcessChannelMode(QProcess::MergedChannels);
     }
@@ -66,9 +68,9 @@ private slots:
 
 void tst_Waits::watchLooksEverySecond()
 {
-    QVERIFY(WriteFile(QStringLiteral("/tmp/reply.dat"), EncodeStatusReply({})));
+    QVERIFY(WriteFile(u"/tmp/reply.dat"_s, EncodeStatusReply({})));
     Waiting watch;
-    watch.start(QStringLiteral(VORA_STATUS), {QStringLiteral("--watch"), QStringLiteral("/tmp/reply.dat")});
+    watch.start(QStringLiteral(VORA_STATUS), {u"--watch"_s, u"/tmp/reply.dat"_s});
     QTRY_VERIFY(Count("poll", 1000, 1000) >= 2);
     QCOMPARE(Count("poll", 1, 999), 0);
     QCOMPARE(Count("poll", 1001, c_iEver), 0);
@@ -78,9 +80,8 @@ void tst_Waits::watchLooksEverySecond()
 void tst_Waits::starterIsPatientForAMinute()
 {
     QProcess bus;
-    bus.start(QStringLiteral("dbus-daemon"),
-              {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-               QStringLiteral("--address=unix:path=/tmp/bus"), QStringLiteral("--print-address=1")});
+    bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--address=unix:path=/tmp/bus"_s,
+                                 u"--print-address=1"_s});
     QTRY_VERIFY(bus.canReadLine());
     {
         Waiting starter(QString::fromLatin1(bus.readLine().trimmed()));
@@ -99,9 +100,8 @@ void tst_Waits::simulatorIsOneAndAHalfSecondsLate()
 {
     Waiting simulator;
     simulator.start(QStringLiteral(VORA_PRINTER_SIM),
-                    {QStringLiteral("everyday"), QStringLiteral("--root"), QStringLiteral("/tmp/root"),
-                     QStringLiteral("--udp"), QStringLiteral("127.0.0.1"), QStringLiteral("--misbehave"),
-                     QStringLiteral("--speed"), QStringLiteral("0.1")}); // so that nothing else is due soon
+                    {u"everyday"_s, u"--root"_s, u"/tmp/root"_s, u"--udp"_s, u"127.0.0.1"_s, u"--misbehave"_s,
+                     u"--speed"_s, u"0.1"_s}); // so that nothing else is due soon
     QTRY_VERIFY(simulator.canReadLine());
     QCOMPARE(Count("poll", 1400, 1500), 0);
     sockaddr_in address{};

@@ -89,8 +89,8 @@ private slots:
 
 namespace {
 
-const QString c_strRoot = QStringLiteral("/opt/vora/vora-printer-k507");
-const QString c_strCfg = c_strRoot + QStringLiteral("/cfg");
+const QString c_strRoot = u"/opt/vora/vora-printer-k507"_s;
+const QString c_strCfg = c_strRoot + u"/cfg"_s;
 const QString c_strProgram = QStringLiteral(VORA_PRINTER_SIM);
 const QByteArray c_foreignList = "[Main]\nCount=1\n\n[printer_0]\nName=Real\n";
 
@@ -141,14 +141,14 @@ QString ScenarioFile(const QByteArray& json)
 {
     static const QTemporaryDir folder;
     static int iCount = 0;
-    const QString strPath = folder.filePath(QStringLiteral("%1.json").arg(++iCount));
+    const QString strPath = folder.filePath(u"%1.json"_s.arg(++iCount));
     WriteFile(strPath, json);
     return strPath;
 }
 
 QStringList PlayHere(const QString& strScenario, const QStringList& listOption = {})
 {
-    return QStringList({QStringLiteral("--root"), c_strRoot, strScenario}) + listOption;
+    return QStringList({u"--root"_s, c_strRoot, strScenario}) + listOption;
 }
 
 /// What the printer tool makes of the status file; the result of the read in iResult.
@@ -165,12 +165,12 @@ stPrinterState StateOf(const QString& strName, int* pResult = nullptr)
 /// The file, or what stands in its place, is refused as the list is.
 QString Refusal(const QString& strPath)
 {
-    return QStringLiteral("vora-printer-sim: ") + strPath +
-           QStringLiteral(" was not written by this program and stays as it is; --force replaces it\n");
+    return u"vora-printer-sim: "_s + strPath +
+           u" was not written by this program and stays as it is; --force replaces it\n"_s;
 }
 
-const QString c_strLab = c_strCfg + QStringLiteral("/Lab.dat");
-const QString c_strTarget = QStringLiteral("/opt/target");
+const QString c_strLab = c_strCfg + u"/Lab.dat"_s;
+const QString c_strTarget = u"/opt/target"_s;
 
 bool Link(const QString& strTarget, const QString& strPath)
 {
@@ -185,25 +185,25 @@ const QByteArray c_stillScenario = R"({"description": "d", "printers": [{"name":
 
 void tst_vora_printer_sim::init()
 {
-    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    QDir(u"/opt/vora"_s).removeRecursively();
     QFile::remove(c_strTarget);
 }
 
 void tst_vora_printer_sim::everydayIsReadByThePrinterTool()
 {
-    Simulator simulator({QStringLiteral("--root"), c_strRoot, QStringLiteral("--speed"), QStringLiteral("2")});
+    Simulator simulator({u"--root"_s, c_strRoot, u"--speed"_s, u"2"_s});
     QCOMPARE(simulator.Root(), c_strRoot);
     TrdDeviceManage deviceManage;
     const QList<stPrinterInfo> listInfo = deviceManage.GetPrinterInfo(true);
     QCOMPARE(listInfo.size(), 3);
-    QCOMPARE(listInfo.at(0).strPrinterName, QStringLiteral("演示-前台"));
-    QCOMPARE(listInfo.at(0).enType, QStringLiteral("RA7QX"));
+    QCOMPARE(listInfo.at(0).strPrinterName, u"演示-前台"_s);
+    QCOMPARE(listInfo.at(0).enType, u"RA7QX"_s);
     QVERIFY(listInfo.at(0).iConnectType != 1);
-    QCOMPARE(listInfo.at(0).strPort, QStringLiteral("192.168.10.21"));
-    QCOMPARE(listInfo.at(0).strURI, QStringLiteral("socket://192.168.10.21:9100"));
-    QCOMPARE(listInfo.at(1).strPrinterName, QStringLiteral("Demo-Office"));
+    QCOMPARE(listInfo.at(0).strPort, u"192.168.10.21"_s);
+    QCOMPARE(listInfo.at(0).strURI, u"socket://192.168.10.21:9100"_s);
+    QCOMPARE(listInfo.at(1).strPrinterName, u"Demo-Office"_s);
     QVERIFY(listInfo.at(1).iConnectType != 1);
-    QCOMPARE(listInfo.at(2).strPrinterName, QStringLiteral("Demo-USB"));
+    QCOMPARE(listInfo.at(2).strPrinterName, u"Demo-USB"_s);
     QCOMPARE(listInfo.at(2).iConnectType, 1);
     for (const stPrinterInfo& info : listInfo) {
         int iResult = -1;
@@ -220,9 +220,8 @@ void tst_vora_printer_sim::aNewFolderIsMadeAndRemoved()
 {
     Simulator simulator({ScenarioFile(c_stillScenario)});
     const QString strRoot = simulator.Root();
-    QVERIFY(strRoot.startsWith(QStringLiteral("/tmp/vora-printer-sim-")));
-    QCOMPARE(FilesIn(strRoot + QStringLiteral("/cfg")).join(QLatin1Char(' ')),
-             QStringLiteral("Lab.dat Office.dat printerlist.ini"));
+    QVERIFY(strRoot.startsWith(u"/tmp/vora-printer-sim-"_s));
+    QCOMPARE(FilesIn(strRoot + u"/cfg"_s).join(QLatin1Char(' ')), u"Lab.dat Office.dat printerlist.ini"_s);
     simulator.Kill(SIGTERM);
     QCOMPARE(simulator.ExitStatus(), 0);
     QVERIFY(!QFileInfo::exists(strRoot));
@@ -240,7 +239,7 @@ void tst_vora_printer_sim::signalEndsItAndRemovesItsFiles_data()
 void tst_vora_printer_sim::signalEndsItAndRemovesItsFiles()
 {
     QFETCH(int, iSignal);
-    Simulator simulator(PlayHere(QStringLiteral("everyday")));
+    Simulator simulator(PlayHere(u"everyday"_s));
     QCOMPARE(simulator.Root(), c_strRoot);
     QCOMPARE(FilesIn(c_strCfg).size(), 4);
     simulator.Kill(iSignal);
@@ -253,23 +252,23 @@ void tst_vora_printer_sim::filesOfOthersStay()
 {
     const QByteArray json = R"({"description": "d", "printers": [{"name": "Lab"}, {"name": "Real", "present": false}],
         "timeline": [{"at": 0.1, "present": false}, {"at": 0.2, "printer": "Lab", "present": true}]})";
-    QVERIFY(WriteFile(c_strCfg + QStringLiteral("/Real.dat"), "real"));
-    QVERIFY(WriteFile(c_strCfg + QStringLiteral("/notes.txt"), "notes"));
+    QVERIFY(WriteFile(c_strCfg + u"/Real.dat"_s, "real"));
+    QVERIFY(WriteFile(c_strCfg + u"/notes.txt"_s, "notes"));
     Simulator simulator(PlayHere(ScenarioFile(json)));
     QCOMPARE(simulator.Root(), c_strRoot);
     QCOMPARE(simulator.ExitStatus(), 0);
-    QCOMPARE(FilesIn(c_strCfg).join(QLatin1Char(' ')), QStringLiteral("Real.dat notes.txt"));
-    QCOMPARE(ReadFile(c_strCfg + QStringLiteral("/Real.dat")), QByteArray("real"));
+    QCOMPARE(FilesIn(c_strCfg).join(QLatin1Char(' ')), u"Real.dat notes.txt"_s);
+    QCOMPARE(ReadFile(c_strCfg + u"/Real.dat"_s), QByteArray("real"));
 }
 
 void tst_vora_printer_sim::listThatSomebodyElseWroteMeanwhileStays()
 {
     Simulator simulator(PlayHere(ScenarioFile(c_stillScenario)));
     QCOMPARE(simulator.Root(), c_strRoot);
-    QVERIFY(WriteFile(c_strCfg + QStringLiteral("/printerlist.ini"), c_foreignList));
+    QVERIFY(WriteFile(c_strCfg + u"/printerlist.ini"_s, c_foreignList));
     simulator.Kill(SIGINT);
     QCOMPARE(simulator.ExitStatus(), 0);
-    QCOMPARE(FilesIn(c_strCfg), QStringList(QStringLiteral("printerlist.ini")));
+    QCOMPARE(FilesIn(c_strCfg), QStringList(u"printerlist.ini"_s));
 }
 
 void tst_vora_printer_sim::foreignListIsRefused_data()
@@ -284,22 +283,22 @@ void tst_vora_printer_sim::foreignListIsRefused_data()
 void tst_vora_printer_sim::foreignListIsRefused()
 {
     QFETCH(QByteArray, list);
-    const QString strList = c_strCfg + QStringLiteral("/printerlist.ini");
+    const QString strList = c_strCfg + u"/printerlist.ini"_s;
     QVERIFY(WriteFile(strList, list));
-    Simulator simulator(PlayHere(QStringLiteral("everyday")));
+    Simulator simulator(PlayHere(u"everyday"_s));
     QCOMPARE(simulator.ExitStatus(), 73);
-    QCOMPARE(simulator.ErrorText(), QStringLiteral("vora-printer-sim: ") + strList +
-                                        QStringLiteral(" was not written by this program and stays as it is; "
-                                                       "--force replaces it\n"));
+    QCOMPARE(simulator.ErrorText(), u"vora-printer-sim: "_s + strList +
+                                        u" was not written by this program and stays as it is; "
+                                        "--force replaces it\n"_s);
     QCOMPARE(simulator.Output(), QByteArray());
     QCOMPARE(ReadFile(strList), list);
-    QCOMPARE(FilesIn(c_strCfg), QStringList(QStringLiteral("printerlist.ini")));
+    QCOMPARE(FilesIn(c_strCfg), QStringList(u"printerlist.ini"_s));
 }
 
 void tst_vora_printer_sim::forceReplacesAForeignList()
 {
-    QVERIFY(WriteFile(c_strCfg + QStringLiteral("/printerlist.ini"), c_foreignList));
-    Simulator simulator(PlayHere(ScenarioFile(c_stillScenario), {QStringLiteral("--force")}));
+    QVERIFY(WriteFile(c_strCfg + u"/printerlist.ini"_s, c_foreignList));
+    Simulator simulator(PlayHere(ScenarioFile(c_stillScenario), {u"--force"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
     TrdDeviceManage deviceManage;
     QCOMPARE(deviceManage.GetPrinterInfo(true).size(), 2);
@@ -311,13 +310,13 @@ void tst_vora_printer_sim::forceReplacesAForeignList()
 void tst_vora_printer_sim::ownListOfAKilledRunIsReplaced()
 {
     {
-        Simulator killed(PlayHere(QStringLiteral("everyday")));
+        Simulator killed(PlayHere(u"everyday"_s));
         QCOMPARE(killed.Root(), c_strRoot);
         killed.Kill(SIGKILL);
         QCOMPARE(killed.ExitStatus(), -1);
     }
     QCOMPARE(FilesIn(c_strCfg).size(), 4);
-    Simulator simulator(PlayHere(QStringLiteral("everyday")));
+    Simulator simulator(PlayHere(u"everyday"_s));
     QCOMPARE(simulator.Root(), c_strRoot);
     simulator.Kill(SIGTERM);
     QCOMPARE(simulator.ExitStatus(), 0);
@@ -376,7 +375,7 @@ void tst_vora_printer_sim::foreignStatusFileIsRefused()
     QCOMPARE(simulator.ErrorText(), Refusal(c_strLab));
     QCOMPARE(simulator.Output(), QByteArray());
     QCOMPARE(QDir(c_strCfg).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot),
-             QStringList(QStringLiteral("Lab.dat")));
+             QStringList(u"Lab.dat"_s));
     if (kind == "file") {
         QCOMPARE(ReadFile(c_strLab), QByteArray("real"));
     }
@@ -401,7 +400,7 @@ void tst_vora_printer_sim::forceReplacesALinkAndNotItsTarget()
     const QByteArray target = bDangling ? QByteArray() : c_foreignList;
     QVERIFY(bDangling || WriteFile(c_strTarget, target));
     QVERIFY(Link(c_strTarget, strPath));
-    Simulator simulator(PlayHere(ScenarioFile(c_stillScenario), {QStringLiteral("--force")}));
+    Simulator simulator(PlayHere(ScenarioFile(c_stillScenario), {u"--force"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
     QVERIFY(QFileInfo(strPath).isFile() && !QFileInfo(strPath).isSymLink());
     QCOMPARE(QFileInfo::exists(c_strTarget), !bDangling);
@@ -423,7 +422,7 @@ void tst_vora_printer_sim::linkPutThereMeanwhileStays()
     QFETCH(const QByteArray, step);
     const QByteArray json =
         R"({"description": "d", "printers": [{"name": "Lab"}], "timeline": [{"at": 10, )" + step + "}]}";
-    Simulator simulator(PlayHere(ScenarioFile(json), {QStringLiteral("--speed"), QStringLiteral("10")}));
+    Simulator simulator(PlayHere(ScenarioFile(json), {u"--speed"_s, u"10"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
     QVERIFY(WriteFile(c_strTarget, "target"));
     QVERIFY(QFile::remove(c_strLab));
@@ -431,14 +430,14 @@ void tst_vora_printer_sim::linkPutThereMeanwhileStays()
     const bool bWritten = step.contains("state");
     QCOMPARE(simulator.ExitStatus(), bWritten ? 74 : 0);
     QCOMPARE(simulator.ErrorText(), bWritten ? Refusal(c_strLab) : QString());
-    QCOMPARE(FilesIn(c_strCfg), QStringList(QStringLiteral("Lab.dat")));
+    QCOMPARE(FilesIn(c_strCfg), QStringList(u"Lab.dat"_s));
     QVERIFY(QFileInfo(c_strLab).isSymLink());
     QCOMPARE(ReadFile(c_strTarget), QByteArray("target"));
 }
 
 void tst_vora_printer_sim::listThatIsALinkIsRefused()
 {
-    const QString strList = c_strCfg + QStringLiteral("/printerlist.ini");
+    const QString strList = c_strCfg + u"/printerlist.ini"_s;
     const QByteArray signedList = "[Main]\nCount=0\nWrittenBy=vora-printer-sim\n";
     QVERIFY(WriteFile(c_strTarget, signedList));
     QVERIFY(Link(c_strTarget, strList));
@@ -446,7 +445,7 @@ void tst_vora_printer_sim::listThatIsALinkIsRefused()
     QCOMPARE(simulator.ExitStatus(), 73);
     QCOMPARE(simulator.ErrorText(), Refusal(strList));
     QCOMPARE(ReadFile(c_strTarget), signedList);
-    QCOMPARE(FilesIn(c_strCfg), QStringList(QStringLiteral("printerlist.ini")));
+    QCOMPARE(FilesIn(c_strCfg), QStringList(u"printerlist.ini"_s));
 }
 
 void tst_vora_printer_sim::readerNeverSeesHalfAStatusFile()
@@ -456,16 +455,16 @@ void tst_vora_printer_sim::readerNeverSeesHalfAStatusFile()
                             QByteArray(1900, 'a') + R"("}],
         "timeline": [{"at": 0.1, "printer": "Lab", "fifth-string": ")" +
                             QByteArray(1000, 'b') + R"("}]})";
-    Simulator simulator(PlayHere(ScenarioFile(json), {QStringLiteral("--speed"), QStringLiteral("100")}));
+    Simulator simulator(PlayHere(ScenarioFile(json), {u"--speed"_s, u"100"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
     std::set<int> setSize;
     QElapsedTimer clock;
     clock.start();
     for (int iReads = 0; clock.elapsed() < 700 || iReads < 1000; ++iReads) {
         int iResult = -1;
-        StateOf(QStringLiteral("Lab"), &iResult);
+        StateOf(u"Lab"_s, &iResult);
         QCOMPARE(iResult, 0);
-        const QByteArray bytes = ReadFile(c_strCfg + QStringLiteral("/Lab.dat"));
+        const QByteArray bytes = ReadFile(c_strCfg + u"/Lab.dat"_s);
         QVERIFY(bytes.count('a') == 2 + 1900 || bytes.count('b') == 1000);
         setSize.insert(static_cast<int>(bytes.size()));
     }
@@ -477,13 +476,13 @@ void tst_vora_printer_sim::readerNeverSeesHalfAList()
     const QByteArray json = R"({"description": "d", "loop": true, "duration": 0.2,
         "printers": [{"name": "Lab"}, {"name": "Desk %1", "count": 30}],
         "timeline": [{"at": 0.1, "printer": "Desk %1", "present": false}]})";
-    Simulator simulator(PlayHere(ScenarioFile(json), {QStringLiteral("--speed"), QStringLiteral("10")}));
+    Simulator simulator(PlayHere(ScenarioFile(json), {u"--speed"_s, u"10"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
     std::set<int> setCount;
     QElapsedTimer clock;
     clock.start();
     for (int iReads = 0; clock.elapsed() < 700 || iReads < 1000; ++iReads) {
-        const QByteArray list = ReadFile(c_strCfg + QStringLiteral("/printerlist.ini"));
+        const QByteArray list = ReadFile(c_strCfg + u"/printerlist.ini"_s);
         const int iCount = static_cast<int>(list.count("[printer_"));
         QVERIFY(list.contains("Count=" + QByteArray::number(iCount) + '\n'));
         QCOMPARE(static_cast<int>(list.count("Name=")), iCount);
@@ -508,7 +507,7 @@ void tst_vora_printer_sim::signalEndsALongMoment()
 void tst_vora_printer_sim::endsWithItsScenario()
 {
     const QByteArray json = R"({"description": "d", "printers": [{"name": "Lab"}], "timeline": [{"at": 3}]})";
-    Simulator simulator(PlayHere(ScenarioFile(json), {QStringLiteral("--speed"), QStringLiteral("50")}));
+    Simulator simulator(PlayHere(ScenarioFile(json), {u"--speed"_s, u"50"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
     QCOMPARE(simulator.ExitStatus(), 0);
     QCOMPARE(simulator.ErrorText(), QString());
@@ -517,8 +516,7 @@ void tst_vora_printer_sim::endsWithItsScenario()
 
 void tst_vora_printer_sim::onceEndsALoop()
 {
-    Simulator simulator(PlayHere(QStringLiteral("everyday"),
-                                 {QStringLiteral("--once"), QStringLiteral("--speed"), QStringLiteral("100")}));
+    Simulator simulator(PlayHere(u"everyday"_s, {u"--once"_s, u"--speed"_s, u"100"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
     QCOMPARE(simulator.ExitStatus(), 0);
     QCOMPARE(FilesIn(c_strCfg), QStringList());
@@ -528,13 +526,13 @@ void tst_vora_printer_sim::loopBeginsAnew()
 {
     const QByteArray json = R"({"description": "d", "loop": true, "duration": 10, "printers": [{"name": "Lab"}],
         "timeline": [{"at": 5, "state": "printing", "file": "missing"}]})";
-    Simulator simulator(PlayHere(ScenarioFile(json), {QStringLiteral("--speed"), QStringLiteral("20")}));
+    Simulator simulator(PlayHere(ScenarioFile(json), {u"--speed"_s, u"20"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
-    const QString strFile = c_strCfg + QStringLiteral("/Lab.dat");
+    const QString strFile = c_strCfg + u"/Lab.dat"_s;
     for (int iRound = 0; iRound < 3; ++iRound) {
         QTRY_VERIFY(!QFileInfo::exists(strFile));
         QTRY_VERIFY(QFileInfo::exists(strFile));
-        QCOMPARE(StateOf(QStringLiteral("Lab")).enCurrentStatus, 3);
+        QCOMPARE(StateOf(u"Lab"_s).enCurrentStatus, 3);
     }
     QVERIFY(simulator.IsRunning());
 }
@@ -542,7 +540,7 @@ void tst_vora_printer_sim::loopBeginsAnew()
 void tst_vora_printer_sim::speedIsHowFastItIs()
 {
     const QString strScenario = ScenarioFile(R"({"description": "d", "duration": 10, "printers": [{"name": "Lab"}]})");
-    Simulator simulator(PlayHere(strScenario, {QStringLiteral("--speed"), QStringLiteral("10")}));
+    Simulator simulator(PlayHere(strScenario, {u"--speed"_s, u"10"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
     QElapsedTimer clock;
     clock.start();
@@ -554,18 +552,17 @@ void tst_vora_printer_sim::printersAreAsManyAsAskedFor()
 {
     TrdDeviceManage deviceManage;
     {
-        Simulator simulator(PlayHere(QStringLiteral("many")));
+        Simulator simulator(PlayHere(u"many"_s));
         QCOMPARE(simulator.Root(), c_strRoot);
         QCOMPARE(deviceManage.GetPrinterInfo(true).size(), 50);
         QCOMPARE(FilesIn(c_strCfg).size(), 51);
         simulator.Kill(SIGTERM);
         QCOMPARE(simulator.ExitStatus(), 0);
-        QVERIFY(QRegularExpression(QStringLiteral("\\Avora-printer-sim: --seed [0-9]+ plays this again\n\\z"))
+        QVERIFY(QRegularExpression(u"\\Avora-printer-sim: --seed [0-9]+ plays this again\n\\z"_s)
                     .match(simulator.ErrorText())
                     .hasMatch());
     }
-    Simulator simulator(PlayHere(QStringLiteral("many"), {QStringLiteral("--printers"), QStringLiteral("7"),
-                                                          QStringLiteral("--seed"), QStringLiteral("1")}));
+    Simulator simulator(PlayHere(u"many"_s, {u"--printers"_s, u"7"_s, u"--seed"_s, u"1"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
     QCOMPARE(deviceManage.GetPrinterInfo(true).size(), 7);
     QCOMPARE(FilesIn(c_strCfg).size(), 8);
@@ -577,14 +574,14 @@ void tst_vora_printer_sim::seedDecidesWhatChanceDoes()
     const QString strScenario =
         ScenarioFile(R"({"description": "d", "printers": [{"name": "Lab", "file": "random"}]})");
     const auto content = [&strScenario](const QString& strSeed) {
-        Simulator simulator(PlayHere(strScenario, {QStringLiteral("--seed"), strSeed}));
+        Simulator simulator(PlayHere(strScenario, {u"--seed"_s, strSeed}));
         simulator.Root();
-        return ReadFile(c_strCfg + QStringLiteral("/Lab.dat"));
+        return ReadFile(c_strCfg + u"/Lab.dat"_s);
     };
-    const QByteArray first = content(QStringLiteral("7"));
+    const QByteArray first = content(u"7"_s);
     QVERIFY(!first.isEmpty());
-    QCOMPARE(content(QStringLiteral("7")), first);
-    QVERIFY(content(QStringLiteral("8")) != first);
+    QCOMPARE(content(u"7"_s), first);
+    QVERIFY(content(u"8"_s) != first);
 }
 
 void tst_vora_printer_sim::udpAnswersThePrinterTool()
@@ -593,25 +590,23 @@ void tst_vora_printer_sim::udpAnswersThePrinterTool()
     TrdGetPrinterStatus worker;
     const stPrinterState& state = worker.m_printerManager.printerState;
     {
-        Simulator simulator(PlayHere(strScenario, {QStringLiteral("--udp"), QString()}));
+        Simulator simulator(PlayHere(strScenario, {u"--udp"_s, QString()}));
         QCOMPARE(simulator.Root(), c_strRoot);
-        QCOMPARE(worker.GetPrinterStatusUDP(QStringLiteral("127.0.0.1")), 0);
+        QCOMPARE(worker.GetPrinterStatusUDP(u"127.0.0.1"_s), 0);
         QCOMPARE(state.enCurrentStatus, 8);
-        QCOMPARE(state.strProductName, QStringLiteral("Vora RA7QX"));
+        QCOMPARE(state.strProductName, u"Vora RA7QX"_s);
     }
-    Simulator simulator(PlayHere(strScenario, {QStringLiteral("--udp"), QStringLiteral("127.0.0.2"),
-                                               QStringLiteral("--udp-printer"), QStringLiteral("Office")}));
+    Simulator simulator(PlayHere(strScenario, {u"--udp"_s, u"127.0.0.2"_s, u"--udp-printer"_s, u"Office"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
-    QCOMPARE(worker.GetPrinterStatusUDP(QStringLiteral("127.0.0.2")), 0);
+    QCOMPARE(worker.GetPrinterStatusUDP(u"127.0.0.2"_s), 0);
     QCOMPARE(state.enCurrentStatus, 3);
-    QCOMPARE(state.strProductName, QStringLiteral("Vora RB9Q"));
+    QCOMPARE(state.strProductName, u"Vora RB9Q"_s);
     QCOMPARE(state.dwBlackInkRemainer, 42UL);
 }
 
 void tst_vora_printer_sim::udpKeepsSilentAboutAnythingElse()
 {
-    Simulator simulator(
-        PlayHere(ScenarioFile(c_stillScenario), {QStringLiteral("--udp"), QStringLiteral("127.0.0.1")}));
+    Simulator simulator(PlayHere(ScenarioFile(c_stillScenario), {u"--udp"_s, u"127.0.0.1"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
     const int iSocket = ::socket(AF_INET, SOCK_DGRAM, 0);
     sockaddr_in address{};
@@ -625,7 +620,7 @@ void tst_vora_printer_sim::udpKeepsSilentAboutAnythingElse()
     }
     // Only the last of them is answered.
     ::send(iSocket, query.constData(), static_cast<std::size_t>(query.size()), 0);
-    const QByteArray expected = ReadFile(c_strCfg + QStringLiteral("/Lab.dat"));
+    const QByteArray expected = ReadFile(c_strCfg + u"/Lab.dat"_s);
     QByteArray reply(4096, '\0');
     reply.truncate(static_cast<int>(std::max<ssize_t>(::recv(iSocket, reply.data(), 4096, 0), 0)));
     QCOMPARE(reply, expected);
@@ -638,14 +633,13 @@ void tst_vora_printer_sim::udpKeepsSilentAboutAnythingElse()
 
 void tst_vora_printer_sim::udpMisbehavesInTurn()
 {
-    Simulator simulator(PlayHere(ScenarioFile(c_stillScenario), {QStringLiteral("--udp"), QStringLiteral("127.0.0.1"),
-                                                                 QStringLiteral("--misbehave")}));
+    Simulator simulator(PlayHere(ScenarioFile(c_stillScenario), {u"--udp"_s, u"127.0.0.1"_s, u"--misbehave"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
     TrdGetPrinterStatus worker;
     QElapsedTimer clock;
     const auto query = [&worker, &clock] {
         clock.start();
-        return worker.GetPrinterStatusUDP(QStringLiteral("127.0.0.1"));
+        return worker.GetPrinterStatusUDP(u"127.0.0.1"_s);
     };
     QCOMPARE(query(), -5); // silent
     QVERIFY(clock.elapsed() >= 900);
@@ -665,64 +659,60 @@ void tst_vora_printer_sim::wrongOptionsAreRefused_data()
     const auto row = [](const char* pstrArguments, const QString& strMessage) {
         QTest::newRow(pstrArguments) << QString::fromLatin1(pstrArguments).split(QLatin1Char(' ')) << strMessage;
     };
-    row("--colour", QStringLiteral("Unknown option 'colour'."));
-    row("--root", QStringLiteral("Missing value after '--root'."));
-    row("everyday many", QStringLiteral("unexpected argument \"many\""));
-    row("--speed fast", QStringLiteral("--speed: expected a number from 0.1 to 1000, found \"fast\""));
-    row("--speed 0", QStringLiteral("--speed: expected a number from 0.1 to 1000, found \"0\""));
-    row("--speed 1001", QStringLiteral("--speed: expected a number from 0.1 to 1000, found \"1001\""));
-    row("--speed nan", QStringLiteral("--speed: expected a number from 0.1 to 1000, found \"nan\""));
-    row("--seed -1", QStringLiteral("--seed: expected a whole number from 0 to 4294967295, found \"-1\""));
-    row("--seed 1.5", QStringLiteral("--seed: expected a whole number from 0 to 4294967295, found \"1.5\""));
-    row("--printers 0 many", QStringLiteral("--printers: expected a whole number from 1 to 1000, found \"0\""));
-    row("--printers 1001 many", QStringLiteral("--printers: expected a whole number from 1 to 1000, found \"1001\""));
-    row("--udp printer", QStringLiteral("--udp: expected an IPv4 address, found \"printer\""));
-    row("--udp ::1", QStringLiteral("--udp: expected an IPv4 address, found \"::1\""));
-    row("--udp 127.0.0.1 --udp-printer Nobody",
-        QStringLiteral("--udp-printer: the scenario has no printer \"Nobody\""));
-    row("--misbehave", QStringLiteral("--misbehave and --udp-printer: expected --udp beside them"));
-    row("--udp-printer Demo-USB", QStringLiteral("--misbehave and --udp-printer: expected --udp beside them"));
+    row("--colour", u"Unknown option 'colour'."_s);
+    row("--root", u"Missing value after '--root'."_s);
+    row("everyday many", u"unexpected argument \"many\""_s);
+    row("--speed fast", u"--speed: expected a number from 0.1 to 1000, found \"fast\""_s);
+    row("--speed 0", u"--speed: expected a number from 0.1 to 1000, found \"0\""_s);
+    row("--speed 1001", u"--speed: expected a number from 0.1 to 1000, found \"1001\""_s);
+    row("--speed nan", u"--speed: expected a number from 0.1 to 1000, found \"nan\""_s);
+    row("--seed -1", u"--seed: expected a whole number from 0 to 4294967295, found \"-1\""_s);
+    row("--seed 1.5", u"--seed: expected a whole number from 0 to 4294967295, found \"1.5\""_s);
+    row("--printers 0 many", u"--printers: expected a whole number from 1 to 1000, found \"0\""_s);
+    row("--printers 1001 many", u"--printers: expected a whole number from 1 to 1000, found \"1001\""_s);
+    row("--udp printer", u"--udp: expected an IPv4 address, found \"printer\""_s);
+    row("--udp ::1", u"--udp: expected an IPv4 address, found \"::1\""_s);
+    row("--udp 127.0.0.1 --udp-printer Nobody", u"--udp-printer: the scenario has no printer \"Nobody\""_s);
+    row("--misbehave", u"--misbehave and --udp-printer: expected --udp beside them"_s);
+    row("--udp-printer Demo-USB", u"--misbehave and --udp-printer: expected --udp beside them"_s);
 }
 
 void tst_vora_printer_sim::wrongOptionsAreRefused()
 {
     QFETCH(QStringList, listArgument);
     QFETCH(QString, strMessage);
-    Simulator simulator(QStringList({QStringLiteral("--root"), c_strRoot}) + listArgument);
+    Simulator simulator(QStringList({u"--root"_s, c_strRoot}) + listArgument);
     QCOMPARE(simulator.ExitStatus(), 64);
-    QCOMPARE(simulator.ErrorText(), QStringLiteral("vora-printer-sim: ") + strMessage + QLatin1Char('\n'));
+    QCOMPARE(simulator.ErrorText(), u"vora-printer-sim: "_s + strMessage + QLatin1Char('\n'));
     QCOMPARE(simulator.Output(), QByteArray());
     QVERIFY(!QFileInfo::exists(c_strRoot));
 }
 
 void tst_vora_printer_sim::wrongFilesAreRefused()
 {
-    Simulator missing(PlayHere(QStringLiteral("nowhere.json")));
+    Simulator missing(PlayHere(u"nowhere.json"_s));
     QCOMPARE(missing.ExitStatus(), 66);
-    QCOMPARE(missing.ErrorText(),
-             QStringLiteral("vora-printer-sim: nowhere.json: expected a file or a name of --list\n"));
+    QCOMPARE(missing.ErrorText(), u"vora-printer-sim: nowhere.json: expected a file or a name of --list\n"_s);
 
-    Simulator folder(PlayHere(QStringLiteral("/tmp")));
+    Simulator folder(PlayHere(u"/tmp"_s));
     QCOMPARE(folder.ExitStatus(), 66);
-    QVERIFY(folder.ErrorText().startsWith(QStringLiteral("vora-printer-sim: cannot read /tmp: ")));
+    QVERIFY(folder.ErrorText().startsWith(u"vora-printer-sim: cannot read /tmp: "_s));
 
     const QString strWrong = ScenarioFile(R"({"description": "d", "printers": [{"name": "Lab", "state": "asleep"}]})");
     Simulator wrong(PlayHere(strWrong));
     QCOMPARE(wrong.ExitStatus(), 65);
-    QVERIFY(wrong.ErrorText().startsWith(QStringLiteral("vora-printer-sim: ") + strWrong +
-                                         QStringLiteral(": printers[0].state: expected a code from 0x00 to 0xFF or ")));
+    QVERIFY(wrong.ErrorText().startsWith(u"vora-printer-sim: "_s + strWrong +
+                                         u": printers[0].state: expected a code from 0x00 to 0xFF or "_s));
 
     const QString strBroken = ScenarioFile("{\n\"description\": \"d\",\n");
     Simulator broken(PlayHere(strBroken));
     QCOMPARE(broken.ExitStatus(), 65);
-    QVERIFY(broken.ErrorText().startsWith(QStringLiteral("vora-printer-sim: ") + strBroken +
-                                          QStringLiteral(":3: expected JSON: ")));
+    QVERIFY(broken.ErrorText().startsWith(u"vora-printer-sim: "_s + strBroken + u":3: expected JSON: "_s));
 
     const QString strLarge = ScenarioFile(QByteArray((16 << 20) + 1, ' '));
     Simulator large(PlayHere(strLarge));
     QCOMPARE(large.ExitStatus(), 65);
-    QCOMPARE(large.ErrorText(),
-             QStringLiteral("vora-printer-sim: ") + strLarge + QStringLiteral(": expected at most 16 MiB\n"));
+    QCOMPARE(large.ErrorText(), u"vora-printer-sim: "_s + strLarge + u": expected at most 16 MiB\n"_s);
     QVERIFY(!QFileInfo::exists(c_strRoot));
 }
 
@@ -731,28 +721,24 @@ void tst_vora_printer_sim::messagesObeyNoTerminal_data()
     QTest::addColumn<QStringList>("listArgument");
     QTest::addColumn<QString>("strMessage");
     // ESC, CSI, DEL, right-to-left override, and a format character outside the first plane.
-    const QString strEvil = QStringLiteral("a\u001b\u009b\u007f\u202e") + QString::fromUcs4(U"\U000E0001", 1);
-    const QString strSafe = QStringLiteral("a\\x1B\\x9B\\x7F\\u202E\\U000E0001");
+    const QString strEvil = u"a\u001b\u009b\u007f\u202e"_s + QString::fromUcs4(U"\U000E0001", 1);
+    const QString strSafe = u"a\\x1B\\x9B\\x7F\\u202E\\U000E0001"_s;
     const QByteArray key = strEvil.mid(2).toUtf8(); // JSON has no raw control characters below 0x20
     const QString strSafeKey = strSafe.mid(5);
     const QString strScenario = ScenarioFile("{\"" + key + "\": 1}");
     const QString strName =
         ScenarioFile(R"({"description": "d", "printers": [{"name": "Lab", "model": "\u001b)" + key + "\"}]}");
-    QTest::newRow("option") << QStringList{QStringLiteral("--") + strEvil}
-                            << QStringLiteral("Unknown option '%1'.").arg(strSafe);
-    QTest::newRow("value") << QStringList{QStringLiteral("--speed"), strEvil}
-                           << QStringLiteral("--speed: expected a number from 0.1 to 1000, found \"%1\"").arg(strSafe);
-    QTest::newRow("file name") << QStringList{strEvil}
-                               << strSafe + QStringLiteral(": expected a file or a name of --list");
-    QTest::newRow("key") << QStringList{strScenario}
-                         << strScenario + QStringLiteral(": ") + strSafeKey + QStringLiteral(": unknown key, @");
+    QTest::newRow("option") << QStringList{u"--"_s + strEvil} << u"Unknown option '%1'."_s.arg(strSafe);
+    QTest::newRow("value") << QStringList{u"--speed"_s, strEvil}
+                           << u"--speed: expected a number from 0.1 to 1000, found \"%1\""_s.arg(strSafe);
+    QTest::newRow("file name") << QStringList{strEvil} << strSafe + u": expected a file or a name of --list"_s;
+    QTest::newRow("key") << QStringList{strScenario} << strScenario + u": "_s + strSafeKey + u": unknown key, @"_s;
     QTest::newRow("value in a scenario") << QStringList{strName}
-                                         << strName + QStringLiteral(": printers[0].model: expected @found \"\\x1B") +
-                                                strSafeKey + QLatin1Char('"');
-    QTest::newRow("encode") << QStringList{QStringLiteral("encode"), QStringLiteral("--state"), strEvil}
-                            << QStringLiteral("--state: expected @found \"%1\"").arg(strSafe);
-    QTest::newRow("new line") << QStringList{QStringLiteral("a\nb")}
-                              << QStringLiteral("a\\x0Ab: expected a file or a name of --list");
+                                         << strName + u": printers[0].model: expected @found \"\\x1B"_s + strSafeKey +
+                                                QLatin1Char('"');
+    QTest::newRow("encode") << QStringList{u"encode"_s, u"--state"_s, strEvil}
+                            << u"--state: expected @found \"%1\""_s.arg(strSafe);
+    QTest::newRow("new line") << QStringList{u"a\nb"_s} << u"a\\x0Ab: expected a file or a name of --list"_s;
 }
 
 /// "@" stands for anything.
@@ -764,25 +750,25 @@ void tst_vora_printer_sim::messagesObeyNoTerminal()
     QVERIFY(simulator.ExitStatus() >= 64);
     const QString strText = simulator.ErrorText();
     const QStringList listPart = strMessage.split(QLatin1Char('@'));
-    QVERIFY2(strText.startsWith(QStringLiteral("vora-printer-sim: ") + listPart.first()), qPrintable(strText));
+    QVERIFY2(strText.startsWith(u"vora-printer-sim: "_s + listPart.first()), qPrintable(strText));
     QVERIFY2(strText.endsWith(listPart.last() + QLatin1Char('\n')), qPrintable(strText));
 }
 
 void tst_vora_printer_sim::folderIsToldWithoutControlCharacters()
 {
-    const QString strRoot = QStringLiteral("/opt/vora/a\u001b\u202eb");
-    Simulator simulator({QStringLiteral("--root"), strRoot, ScenarioFile(c_stillScenario)});
-    QCOMPARE(simulator.Root(), QStringLiteral("/opt/vora/a\\x1B\\u202Eb"));
-    QVERIFY(QFileInfo::exists(strRoot + QStringLiteral("/cfg/Lab.dat")));
+    const QString strRoot = u"/opt/vora/a\u001b\u202eb"_s;
+    Simulator simulator({u"--root"_s, strRoot, ScenarioFile(c_stillScenario)});
+    QCOMPARE(simulator.Root(), u"/opt/vora/a\\x1B\\u202Eb"_s);
+    QVERIFY(QFileInfo::exists(strRoot + u"/cfg/Lab.dat"_s));
 }
 
 void tst_vora_printer_sim::unwritableFolderIsRefused()
 {
     QVERIFY(WriteFile(c_strRoot, "a file, no folder"));
-    Simulator simulator(PlayHere(QStringLiteral("everyday")));
+    Simulator simulator(PlayHere(u"everyday"_s));
     QCOMPARE(simulator.ExitStatus(), 73);
-    QCOMPARE(simulator.ErrorText(), QStringLiteral("vora-printer-sim: cannot write ") + c_strCfg +
-                                        QStringLiteral("/printerlist.ini: Not a directory\n"));
+    QCOMPARE(simulator.ErrorText(),
+             u"vora-printer-sim: cannot write "_s + c_strCfg + u"/printerlist.ini: Not a directory\n"_s);
     QCOMPARE(simulator.Output(), QByteArray());
 }
 
@@ -790,8 +776,8 @@ void tst_vora_printer_sim::missingTemporaryFolderIsTold_data()
 {
     QTest::addColumn<QString>("strFolder");
     QTest::addColumn<QByteArray>("reason");
-    QTest::newRow("missing") << QStringLiteral("/opt/nowhere") << QByteArray("TMPDIR is not a folder");
-    QTest::newRow("nothing can be made there") << QStringLiteral("/proc") << QByteArray("");
+    QTest::newRow("missing") << u"/opt/nowhere"_s << QByteArray("TMPDIR is not a folder");
+    QTest::newRow("nothing can be made there") << u"/proc"_s << QByteArray("");
 }
 
 void tst_vora_printer_sim::missingTemporaryFolderIsTold()
@@ -800,7 +786,7 @@ void tst_vora_printer_sim::missingTemporaryFolderIsTold()
     QFETCH(QByteArray, reason);
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TMPDIR"), strFolder);
+    environment.insert(u"TMPDIR"_s, strFolder);
     process.setProcessEnvironment(environment);
     process.start(c_strProgram, QStringList());
     QVERIFY(process.waitForFinished());
@@ -813,35 +799,31 @@ void tst_vora_printer_sim::missingTemporaryFolderIsTold()
 
 void tst_vora_printer_sim::takenAddressIsRefused()
 {
-    const QStringList listUdp = {QStringLiteral("--udp"), QStringLiteral("127.0.0.1")};
+    const QStringList listUdp = {u"--udp"_s, u"127.0.0.1"_s};
     Simulator first(listUdp);
     QVERIFY(!first.Root().isEmpty());
-    Simulator second(PlayHere(QStringLiteral("everyday"), listUdp));
+    Simulator second(PlayHere(u"everyday"_s, listUdp));
     QCOMPARE(second.ExitStatus(), 69);
-    QVERIFY(second.ErrorText().startsWith(
-        QStringLiteral("vora-printer-sim: --udp: cannot listen on 127.0.0.1 port 9300: ")));
+    QVERIFY(second.ErrorText().startsWith(u"vora-printer-sim: --udp: cannot listen on 127.0.0.1 port 9300: "_s));
     QCOMPARE(FilesIn(c_strCfg), QStringList());
 }
 
 void tst_vora_printer_sim::failedWriteEndsIt()
 {
     const QByteArray json = R"({"description": "d", "printers": [{"name": "Lab"}], "timeline": [{"at": 10}]})";
-    Simulator simulator(PlayHere(ScenarioFile(json), {QStringLiteral("--speed"), QStringLiteral("20")}));
+    Simulator simulator(PlayHere(ScenarioFile(json), {u"--speed"_s, u"20"_s}));
     QCOMPARE(simulator.Root(), c_strRoot);
     QVERIFY(QDir(c_strCfg).removeRecursively());
     QCOMPARE(simulator.ExitStatus(), 74);
-    QVERIFY(simulator.ErrorText().startsWith(QStringLiteral("vora-printer-sim: cannot write ") + c_strCfg +
-                                             QStringLiteral("/Lab.dat: ")));
+    QVERIFY(simulator.ErrorText().startsWith(u"vora-printer-sim: cannot write "_s + c_strCfg + u"/Lab.dat: "_s));
 }
 
 void tst_vora_printer_sim::helpFitsTheScreen_data()
 {
     QTest::addColumn<QStringList>("listArgument");
     QTest::addColumn<QString>("strUsage");
-    QTest::newRow("play") << QStringList({QStringLiteral("--help")})
-                          << QStringLiteral("Usage: vora-printer-sim [options] [SCENARIO]\n");
-    QTest::newRow("encode") << QStringList({QStringLiteral("encode"), QStringLiteral("-h")})
-                            << QStringLiteral("Usage: vora-printer-sim encode [options]\n");
+    QTest::newRow("play") << QStringList({u"--help"_s}) << u"Usage: vora-printer-sim [options] [SCENARIO]\n"_s;
+    QTest::newRow("encode") << QStringList({u"encode"_s, u"-h"_s}) << u"Usage: vora-printer-sim encode [options]\n"_s;
 }
 
 void tst_vora_printer_sim::helpFitsTheScreen()
@@ -860,21 +842,21 @@ void tst_vora_printer_sim::helpFitsTheScreen()
 
 void tst_vora_printer_sim::listNamesTheScenarios()
 {
-    Simulator simulator({QStringLiteral("--list")});
+    Simulator simulator({u"--list"_s});
     QCOMPARE(simulator.ExitStatus(), 0);
     QStringList listLine = QString::fromUtf8(simulator.Output()).split(QLatin1Char('\n'));
     QCOMPARE(listLine.takeLast(), QString());
     QCOMPARE(listLine.size(), 9);
     QVERIFY(listLine.contains(
-        QStringLiteral("every-error           All %1 errors, one after the other").arg(Sent(GoldenErrors()).size())));
+        u"every-error           All %1 errors, one after the other"_s.arg(Sent(GoldenErrors()).size())));
     QVERIFY(std::is_sorted(listLine.begin(), listLine.end()));
 }
 
 void tst_vora_printer_sim::versionIsTold()
 {
-    Simulator simulator({QStringLiteral("--version")});
+    Simulator simulator({u"--version"_s});
     QCOMPARE(simulator.ExitStatus(), 0);
-    QVERIFY(QRegularExpression(QStringLiteral("\\Avora-printer-sim [0-9]+\\.[0-9]+\\.[0-9]+\n\\z"))
+    QVERIFY(QRegularExpression(u"\\Avora-printer-sim [0-9]+\\.[0-9]+\\.[0-9]+\n\\z"_s)
                 .match(QString::fromUtf8(simulator.Output()))
                 .hasMatch());
 }
@@ -882,27 +864,24 @@ void tst_vora_printer_sim::versionIsTold()
 void tst_vora_printer_sim::encodesEveryOption()
 {
     const QStringList listArgument =
-        QStringLiteral(
-            "encode --unexamined 564F5241000102 --header 0xA1 --header-field-1 0xB1B2 --header-field-2 49602 "
-            "--vendor Vora --product RA7QX --serial SN1234 --after-serial 0xD1D2 --state printing "
-            "--firmware 2.1.7 --fifth-string xyz --error paper-jam --error 0x6156 --warning black-ink-low "
-            "--before-supplies 0xE1 --before-supplies-1 0xF1F2 --before-supplies-2 0xF3F4 "
-            "--supply-serial INK42 --supply-type 0x00010203 --remaining-toner 300 --waste-toner 7 "
-            "--opc-rotation 0x1234 --pages 256 --prints 5 --print-dots 1000 --printer-pages 65536 "
-            "--printer-prints 0x01020304 --black 50 --cyan 51 --magenta 52 --yellow 53")
-            .split(QLatin1Char(' '));
+        u"encode --unexamined 564F5241000102 --header 0xA1 --header-field-1 0xB1B2 --header-field-2 49602 "
+        "--vendor Vora --product RA7QX --serial SN1234 --after-serial 0xD1D2 --state printing "
+        "--firmware 2.1.7 --fifth-string xyz --error paper-jam --error 0x6156 --warning black-ink-low "
+        "--before-supplies 0xE1 --before-supplies-1 0xF1F2 --before-supplies-2 0xF3F4 "
+        "--supply-serial INK42 --supply-type 0x00010203 --remaining-toner 300 --waste-toner 7 "
+        "--opc-rotation 0x1234 --pages 256 --prints 5 --print-dots 1000 --printer-pages 65536 "
+        "--printer-prints 0x01020304 --black 50 --cyan 51 --magenta 52 --yellow 53"_s.split(QLatin1Char(' '));
     Simulator simulator(listArgument);
     QCOMPARE(simulator.ExitStatus(), 0);
     QCOMPARE(simulator.Output().toHex(), HandMadeReply().toHex());
     QCOMPARE(simulator.ErrorText(), QString());
 
-    Simulator nothing({QStringLiteral("encode")});
+    Simulator nothing({u"encode"_s});
     QCOMPARE(nothing.ExitStatus(), 0);
     QCOMPARE(nothing.Output(), QByteArray(33, '\0'));
 
     // Texts that read like numbers are texts, and records may hold anything.
-    Simulator supplies(
-        QStringLiteral("encode --serial 42 --state 16 --supply 0x7001=0AFF --supply 0x1=").split(QLatin1Char(' ')));
+    Simulator supplies(u"encode --serial 42 --state 16 --supply 0x7001=0AFF --supply 0x1="_s.split(QLatin1Char(' ')));
     QCOMPARE(supplies.ExitStatus(), 0);
     QCOMPARE(supplies.Output().toHex(),
              QByteArray::fromHex("00000000000000 00 0000 0000 0000 0000 0002 3432 0000 10 0000 0000 00 00 00 0000 0000"
@@ -924,17 +903,16 @@ void tst_vora_printer_sim::encodesAJsonFile()
             {"key": "0x1101", "data": "00010000"}, {"key": "0x1102", "data": "01020304"},
             {"key": "0x4043", "data": "0032"}],
         "cyan": 51, "magenta": 52, "yellow": 53})");
-    Simulator simulator({QStringLiteral("encode"), QStringLiteral("--json"), strJson});
+    Simulator simulator({u"encode"_s, u"--json"_s, strJson});
     QCOMPARE(simulator.ExitStatus(), 0);
     QCOMPARE(simulator.Output().toHex(), HandMadeReply().toHex());
 }
 
 void tst_vora_printer_sim::encodesIntoAFile()
 {
-    const QString strPath = c_strRoot + QStringLiteral("/Lab.dat");
+    const QString strPath = c_strRoot + u"/Lab.dat"_s;
     QVERIFY(WriteFile(strPath, QByteArray(100, 'x')));
-    Simulator simulator({QStringLiteral("encode"), QStringLiteral("--state"), QStringLiteral("busy"),
-                         QStringLiteral("--output"), strPath});
+    Simulator simulator({u"encode"_s, u"--state"_s, u"busy"_s, u"--output"_s, strPath});
     QCOMPARE(simulator.ExitStatus(), 0);
     QCOMPARE(simulator.Output(), QByteArray());
     QCOMPARE(ReadFile(strPath).toHex(), ReplyInState(0x02).toHex());
@@ -944,7 +922,7 @@ void tst_vora_printer_sim::encodeReplacesALinkAndNotItsTarget()
 {
     QVERIFY(WriteFile(c_strTarget, "target"));
     QVERIFY(Link(c_strTarget, c_strLab));
-    Simulator simulator({QStringLiteral("encode"), QStringLiteral("--output"), c_strLab});
+    Simulator simulator({u"encode"_s, u"--output"_s, c_strLab});
     QCOMPARE(simulator.ExitStatus(), 0);
     QCOMPARE(ReadFile(c_strLab), QByteArray(33, '\0'));
     QVERIFY(!QFileInfo(c_strLab).isSymLink());
@@ -954,8 +932,7 @@ void tst_vora_printer_sim::encodeReplacesALinkAndNotItsTarget()
 void tst_vora_printer_sim::tellsOfAFullDisk_data()
 {
     QTest::addColumn<QString>("strArgument");
-    for (const QString& strArgument :
-         {QStringLiteral("encode"), QStringLiteral("--list"), QStringLiteral("--help"), QStringLiteral("--version")}) {
+    for (const QString& strArgument : {u"encode"_s, u"--list"_s, u"--help"_s, u"--version"_s}) {
         QTest::newRow(qPrintable(strArgument)) << strArgument;
     }
 }
@@ -964,7 +941,7 @@ void tst_vora_printer_sim::tellsOfAFullDisk()
 {
     QFETCH(QString, strArgument);
     QProcess process;
-    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.setStandardOutputFile(u"/dev/full"_s);
     process.start(c_strProgram, {strArgument});
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 74);
@@ -973,13 +950,13 @@ void tst_vora_printer_sim::tellsOfAFullDisk()
 
 void tst_vora_printer_sim::leavesNothingWhenItCannotTellTheFolder()
 {
-    const QString strRoot = QStringLiteral("/tmp/untold");
+    const QString strRoot = u"/tmp/untold"_s;
     QProcess process;
-    process.setStandardOutputFile(QStringLiteral("/dev/full"));
-    process.start(c_strProgram, {QStringLiteral("--root"), strRoot, QStringLiteral("everyday")});
+    process.setStandardOutputFile(u"/dev/full"_s);
+    process.start(c_strProgram, {u"--root"_s, strRoot, u"everyday"_s});
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 74);
-    QCOMPARE(QDir(strRoot + QStringLiteral("/cfg")).entryList(QDir::Files), QStringList());
+    QCOMPARE(QDir(strRoot + u"/cfg"_s).entryList(QDir::Files), QStringList());
 }
 
 void tst_vora_printer_sim::encodeRefuses_data()
@@ -991,35 +968,28 @@ void tst_vora_printer_sim::encodeRefuses_data()
     const auto row = [](const QString& strArguments, int iStatus, const QString& strMessage) {
         QTest::newRow(qPrintable(strArguments)) << strArguments.split(QLatin1Char(' ')) << iStatus << strMessage;
     };
-    row(QStringLiteral("--colour"), 64, QStringLiteral("Unknown option 'colour'."));
-    row(QStringLiteral("reply.dat"), 64, QStringLiteral("unexpected argument \"reply.dat\""));
-    row(QStringLiteral("--cyan 65536"), 64,
-        QStringLiteral("--cyan: expected a whole number from 0 to 65535, found 65536"));
-    row(QStringLiteral("--cyan full"), 64,
-        QStringLiteral("--cyan: expected a whole number from 0 to 65535, found \"full\""));
-    row(QStringLiteral("--supply 4043=0032"), 64,
-        QStringLiteral("--supplies[0].key: expected a whole number from 0 to 65535, found \"4043\""));
-    row(QStringLiteral("--supply nothing"), 64,
-        QStringLiteral("--supplies[0].key: expected a whole number from 0 to 65535, found \"\""));
-    row(QStringLiteral("--json %1 --cyan 5").arg(strWrong), 64,
-        QStringLiteral("--json: expected no other field beside it"));
-    row(QStringLiteral("--json /nowhere.json"), 66,
-        QStringLiteral("cannot read /nowhere.json: No such file or directory"));
-    row(QStringLiteral("--json /proc/self/mem"), 66, QStringLiteral("cannot read /proc/self/mem: Input/output error"));
-    row(QStringLiteral("--json %1").arg(strWrong), 65,
-        strWrong + QStringLiteral(": colour: unknown key, expected one of "));
-    row(QStringLiteral("--output /opt/nowhere/reply.dat"), 73, QStringLiteral("cannot write /opt/nowhere/reply.dat: "));
-    row(QStringLiteral("-o /dev/null"), 73, QStringLiteral("cannot write /dev/null: not a regular file"));
-    row(QStringLiteral("-o /tmp"), 73, QStringLiteral("cannot write /tmp: not a regular file"));
+    row(u"--colour"_s, 64, u"Unknown option 'colour'."_s);
+    row(u"reply.dat"_s, 64, u"unexpected argument \"reply.dat\""_s);
+    row(u"--cyan 65536"_s, 64, u"--cyan: expected a whole number from 0 to 65535, found 65536"_s);
+    row(u"--cyan full"_s, 64, u"--cyan: expected a whole number from 0 to 65535, found \"full\""_s);
+    row(u"--supply 4043=0032"_s, 64, u"--supplies[0].key: expected a whole number from 0 to 65535, found \"4043\""_s);
+    row(u"--supply nothing"_s, 64, u"--supplies[0].key: expected a whole number from 0 to 65535, found \"\""_s);
+    row(u"--json %1 --cyan 5"_s.arg(strWrong), 64, u"--json: expected no other field beside it"_s);
+    row(u"--json /nowhere.json"_s, 66, u"cannot read /nowhere.json: No such file or directory"_s);
+    row(u"--json /proc/self/mem"_s, 66, u"cannot read /proc/self/mem: Input/output error"_s);
+    row(u"--json %1"_s.arg(strWrong), 65, strWrong + u": colour: unknown key, expected one of "_s);
+    row(u"--output /opt/nowhere/reply.dat"_s, 73, u"cannot write /opt/nowhere/reply.dat: "_s);
+    row(u"-o /dev/null"_s, 73, u"cannot write /dev/null: not a regular file"_s);
+    row(u"-o /tmp"_s, 73, u"cannot write /tmp: not a regular file"_s);
 }
 
 void tst_vora_printer_sim::encodeRefuses()
 {
     QFETCH(QStringList, listArgument);
     QFETCH(QString, strMessage);
-    Simulator simulator(QStringList(QStringLiteral("encode")) + listArgument);
+    Simulator simulator(QStringList(u"encode"_s) + listArgument);
     QTEST(simulator.ExitStatus(), "iStatus");
-    QCOMPARE(simulator.ErrorText().left(18 + strMessage.size()), QStringLiteral("vora-printer-sim: ") + strMessage);
+    QCOMPARE(simulator.ErrorText().left(18 + strMessage.size()), u"vora-printer-sim: "_s + strMessage);
     QCOMPARE(simulator.Output(), QByteArray());
 }
 

@@ -90,7 +90,7 @@ private slots:
 void tst_vora_status::textInEnglish()
 {
     Write(HandMadeReply());
-    const stRun run = RunFields({QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("reply.dat")});
+    const stRun run = RunFields({u"--lang"_s, u"en"_s, u"reply.dat"_s});
     QCOMPARE(run.output, QByteArray("reply.dat: 145 bytes\n"
                                     "  not examined: \"564f5241000102\"\n"
                                     "  header byte: 0xA1\n"
@@ -130,7 +130,7 @@ void tst_vora_status::textInEnglish()
 void tst_vora_status::textInChinese()
 {
     Write(HandMadeReply());
-    const stRun run = RunFields({QStringLiteral("--lang=zh"), QStringLiteral("reply.dat")});
+    const stRun run = RunFields({u"--lang=zh"_s, u"reply.dat"_s});
     QCOMPARE(run.output, QByteArray("reply.dat：145字节\n"
                                     "  不检查：\"564f5241000102\"\n"
                                     "  头字节：0xA1\n"
@@ -179,7 +179,7 @@ void tst_vora_status::emptyTexts_data()
                             << "0x6165 [Yellow Ink Level is Low.]";
     QTest::newRow("no text") << 0x6800 << "0x6800"
                              << "0x6800";
-    QTest::newRow("unknown code") << 0x0001 << "0x0001 Unknown error status" << QStringLiteral("0x0001 错误状态未知");
+    QTest::newRow("unknown code") << 0x0001 << "0x0001 Unknown error status" << u"0x0001 错误状态未知"_s;
 }
 
 void tst_vora_status::emptyTexts()
@@ -189,15 +189,15 @@ void tst_vora_status::emptyTexts()
     QFETCH(const QString, chinese);
 
     const QString strPath = Write(WithErrors({}, {static_cast<quint16>(code)}));
-    const stRun inEnglish = RunFields({QStringLiteral("--lang=en"), strPath});
-    QVERIFY2(inEnglish.Lines().contains(QStringLiteral("  warning: ") + english), inEnglish.output);
-    QVERIFY2(inEnglish.Lines().contains(QStringLiteral("  error: none")), inEnglish.output);
-    const stRun inChinese = RunFields({QStringLiteral("--lang=zh"), strPath});
-    QVERIFY2(inChinese.Lines().contains(QStringLiteral("  警告：") + chinese), inChinese.output);
-    QVERIFY2(inChinese.Lines().contains(QStringLiteral("  错误：无")), inChinese.output);
+    const stRun inEnglish = RunFields({u"--lang=en"_s, strPath});
+    QVERIFY2(inEnglish.Lines().contains(u"  warning: "_s + english), inEnglish.output);
+    QVERIFY2(inEnglish.Lines().contains(u"  error: none"_s), inEnglish.output);
+    const stRun inChinese = RunFields({u"--lang=zh"_s, strPath});
+    QVERIFY2(inChinese.Lines().contains(u"  警告："_s + chinese), inChinese.output);
+    QVERIFY2(inChinese.Lines().contains(u"  错误：无"_s), inChinese.output);
 
-    const stRun hex = Run({QStringLiteral("--lang=zh"), QStringLiteral("--hex"), strPath});
-    QVERIFY2(hex.output.contains(QStringLiteral("警告 1：%1\n").arg(chinese).toUtf8()), hex.output);
+    const stRun hex = Run({u"--lang=zh"_s, u"--hex"_s, strPath});
+    QVERIFY2(hex.output.contains(u"警告 1：%1\n"_s.arg(chinese).toUtf8()), hex.output);
 }
 
 void tst_vora_status::absentSupplies()
@@ -205,29 +205,26 @@ void tst_vora_status::absentSupplies()
     const QString strPath =
         Write(WithSupplies({MakeSuppliesRecord(enSuppliesNumberOfPages, 9), {enSuppliesBlackInk, ""}}));
     const stRun run = RunFields({strPath});
-    QVERIFY2(run.Lines().contains(QStringLiteral("  supply serial number (0x0000): \"\" (not in the reply)")),
-             run.output);
-    QVERIFY2(run.Lines().contains(QStringLiteral("  cyan ink left, per cent (0x4143): 0 (not in the reply)")),
-             run.output);
-    QVERIFY2(run.Lines().contains(QStringLiteral("  pages (0x1003): 9")), run.output);
-    QVERIFY2(run.Lines().contains(QStringLiteral("  prints (0x1004): 9")), run.output);
-    QVERIFY2(run.Lines().contains(QStringLiteral("  black ink left, per cent (0x4043): 0")), run.output);
-    const stRun chinese = RunFields({QStringLiteral("--lang=zh"), strPath});
-    QVERIFY2(chinese.Lines().contains(QStringLiteral("  青色墨水剩余百分比 (0x4143)：0（应答中没有）")),
-             chinese.output);
+    QVERIFY2(run.Lines().contains(u"  supply serial number (0x0000): \"\" (not in the reply)"_s), run.output);
+    QVERIFY2(run.Lines().contains(u"  cyan ink left, per cent (0x4143): 0 (not in the reply)"_s), run.output);
+    QVERIFY2(run.Lines().contains(u"  pages (0x1003): 9"_s), run.output);
+    QVERIFY2(run.Lines().contains(u"  prints (0x1004): 9"_s), run.output);
+    QVERIFY2(run.Lines().contains(u"  black ink left, per cent (0x4043): 0"_s), run.output);
+    const stRun chinese = RunFields({u"--lang=zh"_s, strPath});
+    QVERIFY2(chinese.Lines().contains(u"  青色墨水剩余百分比 (0x4143)：0（应答中没有）"_s), chinese.output);
 }
 
 void tst_vora_status::controlCharacters()
 {
     stStatusReply reply = Ready();
     reply.productName = "\033[2J\"\\\x9B";
-    const QString strName = QStringLiteral("a\033[2J\u202Eb.dat");
+    const QString strName = u"a\033[2J\u202Eb.dat"_s;
     const stRun run = RunFields({Write(EncodeStatusReply(reply), strName)});
-    QVERIFY2(run.Lines().contains(QStringLiteral("  product name: \"\\x1B[2J\\\"\\\\\\x9B\"")), run.output);
+    QVERIFY2(run.Lines().contains(u"  product name: \"\\x1B[2J\\\"\\\\\\x9B\""_s), run.output);
     QVERIFY2(run.output.contains("a\\x1B[2J\\u202Eb.dat: "), run.output);
-    const stRun hex = Run({QStringLiteral("--hex"), Path(strName)});
+    const stRun hex = Run({u"--hex"_s, Path(strName)});
     QVERIFY2(hex.output.contains("product name: \"\\x1B[2J\\\"\\\\\\x9B\""), hex.output);
-    const stRun missing = RunFields({QStringLiteral("m\033.dat")});
+    const stRun missing = RunFields({u"m\033.dat"_s});
     QCOMPARE(missing.messages, QByteArray("vora-status: m\\x1B.dat: there is no such file\n"));
 }
 
@@ -235,13 +232,13 @@ void tst_vora_status::jsonControlCharacters()
 {
     stStatusReply reply = Ready();
     reply.productName = "\033\x9B\x7F\xE9\xAD";
-    const QString strName = QStringLiteral("a\u202e前") + QString::fromUcs4(U"\U000E0001", 1) + QStringLiteral(".dat");
+    const QString strName = u"a\u202e前"_s + QString::fromUcs4(U"\U000E0001", 1) + u".dat"_s;
     Write(EncodeStatusReply(reply), strName);
-    const stRun run = Run({QStringLiteral("--json"), strName});
+    const stRun run = Run({u"--json"_s, strName});
     QVERIFY2(run.output.contains("\"product\": \"\\u001b\\u009b\\u007fé\\u00ad\""), run.output);
     QVERIFY2(run.output.contains("\"name\": \"a\\u202e前\\udb40\\udc01.dat\""), run.output);
-    QCOMPARE(run.Report().value(QStringLiteral("name")).toString(), strName);
-    QCOMPARE(run.Report().value(QStringLiteral("reply")).toObject().value(QStringLiteral("product")).toString(),
+    QCOMPARE(run.Report().value(u"name"_s).toString(), strName);
+    QCOMPARE(run.Report().value(u"reply"_s).toObject().value(u"product"_s).toString(),
              QString::fromLatin1(reply.productName));
     // In a text it is the same, as people read it.
     QVERIFY(RunFields({strName}).output.startsWith("a\\u202E前\\U000E0001.dat: "));
@@ -259,7 +256,7 @@ void tst_vora_status::hexGood()
                           {0x4143, QByteArray()},
                           {0x7777, QByteArray::fromHex("0102")}};
     Write(EncodeStatusReply(reply) + "ninebytes");
-    const stRun run = Run({QStringLiteral("--hex"), QStringLiteral("reply.dat")});
+    const stRun run = Run({u"--hex"_s, u"reply.dat"_s});
     QCOMPARE(run.output, QByteArray("reply.dat: 79 bytes\n"
                                     "     0  00 00 00 00 00 00 00     not examined\n"
                                     "     7  00                       header byte: 0x00\n"
@@ -307,7 +304,7 @@ void tst_vora_status::hexGood()
 void tst_vora_status::hexInChinese()
 {
     Write(WithErrors({0x6143}));
-    const stRun run = Run({QStringLiteral("--hex"), QStringLiteral("--lang=zh"), QStringLiteral("reply.dat")});
+    const stRun run = Run({u"--hex"_s, u"--lang=zh"_s, u"reply.dat"_s});
     QVERIFY2(run.output.startsWith("reply.dat：39字节\n     0  00 00 00 00 00 00 00     不检查\n"), run.output);
     QVERIFY2(run.output.contains("    30  61 43                    错误 1：0x6143 故障#6143，重启或联系客服\n"),
              run.output);
@@ -361,13 +358,13 @@ void tst_vora_status::hexRejected()
     QFETCH(const QByteArray, reason);
 
     Write(reply);
-    const stRun run = Run({QStringLiteral("--hex"), QStringLiteral("reply.dat")});
+    const stRun run = Run({u"--hex"_s, u"reply.dat"_s});
     QVERIFY2(run.output.startsWith(heading), run.output);
     QVERIFY2(run.output.endsWith(end + reason), run.output);
     QCOMPARE(run.messages, "vora-status: reply.dat: " + reason);
     QCOMPARE(run.iExit, 2);
 
-    const stRun text = RunFields({QStringLiteral("reply.dat")});
+    const stRun text = RunFields({u"reply.dat"_s});
     QCOMPARE(text.output, QByteArray());
     QCOMPARE(text.messages, "vora-status: reply.dat: " + reason);
     QCOMPARE(text.iExit, 2);
@@ -410,9 +407,8 @@ void tst_vora_status::json()
             "opc-rotation": null, "pages": null, "prints": null, "print-dots": null,
             "printer-pages": 4294967295, "printer-prints": null,
             "black": 50, "cyan": null, "magenta": null, "yellow": null}}]})";
-    for (const QString& strLang : {QStringLiteral("en"), QStringLiteral("zh")}) {
-        const stRun run =
-            Run({QStringLiteral("--json"), QStringLiteral("--lang"), strLang, QStringLiteral("reply.dat")});
+    for (const QString& strLang : {u"en"_s, u"zh"_s}) {
+        const stRun run = Run({u"--json"_s, u"--lang"_s, strLang, u"reply.dat"_s});
         QCOMPARE(QJsonDocument(run.Json()).toJson(), QJsonDocument::fromJson(expected).toJson());
         QCOMPARE(run.messages, QByteArray());
         QCOMPARE(run.iExit, 1);
@@ -421,8 +417,8 @@ void tst_vora_status::json()
 
 void tst_vora_status::jsonHasTheKeysOfScenarios()
 {
-    const QJsonObject report = Run({QStringLiteral("--json"), Write(EncodeStatusReply(Ready()))}).Report();
-    const QStringList listKey = report.value(QStringLiteral("reply")).toObject().keys();
+    const QJsonObject report = Run({u"--json"_s, Write(EncodeStatusReply(Ready()))}).Report();
+    const QStringList listKey = report.value(u"reply"_s).toObject().keys();
     QVERIFY(!listKey.isEmpty());
     for (const QString& strKey : listKey) {
         QVERIFY2(ReplyKeyNames().contains(strKey), qPrintable(strKey));
@@ -439,19 +435,16 @@ void tst_vora_status::jsonFailure()
             "chinese": "应答被拒绝：应答在第16字节处结束，而第14字节处的字段（厂商名称）有4字节"}},
        {"source": "file", "name": "gone.dat", "printer": null, "length": null, "reply": null,
         "failure": {"reason": "missing", "english": "there is no such file", "chinese": "文件不存在"}}]})";
-    const stRun run = Run({QStringLiteral("--json"), QStringLiteral("reply.dat"), QStringLiteral("gone.dat")});
+    const stRun run = Run({u"--json"_s, u"reply.dat"_s, u"gone.dat"_s});
     QCOMPARE(QJsonDocument(run.Json()).toJson(), QJsonDocument::fromJson(expected).toJson());
     QCOMPARE(run.messages.count('\n'), 2);
     QCOMPARE(run.iExit, 2);
 
     Write(WithSupplies({{0x4043, QByteArray(66, 'x')}}));
-    const QJsonObject failure = Run({QStringLiteral("--json"), QStringLiteral("reply.dat")})
-                                    .Report()
-                                    .value(QStringLiteral("failure"))
-                                    .toObject();
-    QCOMPARE(failure.value(QStringLiteral("reason")).toString(), QStringLiteral("fatal-supplies"));
-    QCOMPARE(failure.value(QStringLiteral("chinese")).toString(),
-             QStringLiteral("应答被拒绝：第39字节（耗材数据长度）声明有66个数据字节，超过65个时程序会终止"));
+    const QJsonObject failure = Run({u"--json"_s, u"reply.dat"_s}).Report().value(u"failure"_s).toObject();
+    QCOMPARE(failure.value(u"reason"_s).toString(), u"fatal-supplies"_s);
+    QCOMPARE(failure.value(u"chinese"_s).toString(),
+             u"应答被拒绝：第39字节（耗材数据长度）声明有66个数据字节，超过65个时程序会终止"_s);
 }
 
 void tst_vora_status::exitStatus_data()
@@ -520,17 +513,16 @@ void tst_vora_status::fileErrors()
     QCOMPARE(inEnglish.messages, head + english);
     QCOMPARE(inEnglish.output, QByteArray());
     QCOMPARE(inEnglish.iExit, 2);
-    QCOMPARE(RunFields({QStringLiteral("--lang=zh"), path}).messages, head + chinese);
-    QCOMPARE(Run({QStringLiteral("--hex"), path}).output, QByteArray());
-    const QJsonObject failure =
-        Run({QStringLiteral("--json"), path}).Report().value(QStringLiteral("failure")).toObject();
-    QCOMPARE(failure.value(QStringLiteral("reason")).toString(), reason);
+    QCOMPARE(RunFields({u"--lang=zh"_s, path}).messages, head + chinese);
+    QCOMPARE(Run({u"--hex"_s, path}).output, QByteArray());
+    const QJsonObject failure = Run({u"--json"_s, path}).Report().value(u"failure"_s).toObject();
+    QCOMPARE(failure.value(u"reason"_s).toString(), reason);
 }
 
 void tst_vora_status::fifoDoesNotBlock()
 {
     QCOMPARE(::mkfifo("pipe.dat", 0600), 0);
-    const stRun run = RunFields({QStringLiteral("pipe.dat")});
+    const stRun run = RunFields({u"pipe.dat"_s});
     QCOMPARE(run.messages, QByteArray("vora-status: pipe.dat: not a regular file\n"));
     QCOMPARE(run.iExit, 2);
 }
@@ -540,12 +532,11 @@ void tst_vora_status::unreadableFile()
     Write(EncodeStatusReply(Ready()));
     QCOMPARE(::chmod("reply.dat", 0), 0);
     // Root reads it all the same until it is stripped of its capabilities.
-    QStringList listBefore{QStringLiteral("env")};
+    QStringList listBefore{u"env"_s};
     if (::geteuid() == 0) {
-        listBefore = QStringList{QStringLiteral("setpriv"), QStringLiteral("--bounding-set=-all"),
-                                 QStringLiteral("--inh-caps=-all")};
+        listBefore = QStringList{u"setpriv"_s, u"--bounding-set=-all"_s, u"--inh-caps=-all"_s};
     }
-    const stRun run = RunBehind(listBefore, {QStringLiteral("--fields"), QStringLiteral("reply.dat")});
+    const stRun run = RunBehind(listBefore, {u"--fields"_s, u"reply.dat"_s});
     QCOMPARE(run.messages, QByteArray("vora-status: reply.dat: the file cannot be read: Permission denied\n"));
     QCOMPARE(run.iExit, 2);
 }
@@ -553,22 +544,22 @@ void tst_vora_status::unreadableFile()
 void tst_vora_status::largeFile()
 {
     const QByteArray good = EncodeStatusReply(Ready());
-    Write(good + QByteArray(2048 - good.size(), 'x'), QStringLiteral("full"));
-    Write(good + QByteArray(2049 - good.size(), 'x'), QStringLiteral("large"));
-    const stRun full = RunFields({QStringLiteral("full")});
+    Write(good + QByteArray(2048 - good.size(), 'x'), u"full"_s);
+    Write(good + QByteArray(2049 - good.size(), 'x'), u"large"_s);
+    const stRun full = RunFields({u"full"_s});
     QVERIFY(full.output.startsWith("full: 2048 bytes\n"));
     QCOMPARE(full.messages, QByteArray());
-    const stRun large = RunFields({QStringLiteral("large")});
+    const stRun large = RunFields({u"large"_s});
     QVERIFY(large.output.startsWith("large: 2048 bytes\n"));
     QCOMPARE(large.messages, QByteArray("vora-status: large: has 2049 bytes, only the first 2048 are read\n"));
     QCOMPARE(large.iExit, 0);
-    QCOMPARE(RunFields({QStringLiteral("--lang=zh"), QStringLiteral("large")}).messages,
+    QCOMPARE(RunFields({u"--lang=zh"_s, u"large"_s}).messages,
              QByteArray("vora-status: large：有2049字节，只读取前2048字节\n"));
 
     stStatusReply reply = Ready();
     reply.fifthString = QByteArray(2048, 'f');
-    Write(EncodeStatusReply(reply), QStringLiteral("beyond"));
-    const stRun beyond = RunFields({QStringLiteral("beyond")});
+    Write(EncodeStatusReply(reply), u"beyond"_s);
+    const stRun beyond = RunFields({u"beyond"_s});
     QCOMPARE(beyond.messages,
              QByteArray("vora-status: beyond: reply rejected: it ends at byte 2048, but the field at byte "
                         "29 (fifth string) has 2048 bytes\n"));
@@ -577,10 +568,9 @@ void tst_vora_status::largeFile()
 
 void tst_vora_status::severalFiles()
 {
-    Write(EncodeStatusReply(Ready()), QStringLiteral("one"));
-    Write(WithErrors({0x6100}), QStringLiteral("two"));
-    const stRun run =
-        RunFields({QStringLiteral("one"), QStringLiteral("gone"), QStringLiteral("two"), QStringLiteral("gone")});
+    Write(EncodeStatusReply(Ready()), u"one"_s);
+    Write(WithErrors({0x6100}), u"two"_s);
+    const stRun run = RunFields({u"one"_s, u"gone"_s, u"two"_s, u"gone"_s});
     QVERIFY(run.output.startsWith("one: 37 bytes\n"));
     QVERIFY2(run.output.contains("(not in the reply)\n\ntwo: 39 bytes\n"), run.output);
     QCOMPARE(run.output.count("\n\n"), 1);
@@ -599,14 +589,14 @@ void tst_vora_status::manyFiles()
 {
     QFETCH(const QString, format);
 
-    Write(WithErrors({0x6100}), QStringLiteral("one"));
-    Write("broken", QStringLiteral("two"));
-    const QByteArray one = Run({format, QStringLiteral("one")}).output;
-    const QByteArray two = Run({format, QStringLiteral("two")}).output;
+    Write(WithErrors({0x6100}), u"one"_s);
+    Write("broken", u"two"_s);
+    const QByteArray one = Run({format, u"one"_s}).output;
+    const QByteArray two = Run({format, u"two"_s}).output;
     QStringList listArgument{format};
     QByteArrayList listOutput;
     for (int i = 0; i < 300; ++i) {
-        listArgument << QStringLiteral("one") << QStringLiteral("two");
+        listArgument << u"one"_s << u"two"_s;
         listOutput << one;
         if (!two.isEmpty()) {
             listOutput << two;
@@ -622,12 +612,11 @@ void tst_vora_status::manyFiles()
 void tst_vora_status::driverFolder()
 {
     const DriverFolder folder = StatusFolder();
-    folder.WritePrinterList({Printer(QStringLiteral("Office"), QStringLiteral("RA7QX"), 1, QStringLiteral("usb")),
-                             Printer(QStringLiteral("前台"), QStringLiteral("X1"), 0, QStringLiteral("10.0.0.9")),
-                             Printer(QStringLiteral("Store"), QStringLiteral("RB9X"), 2, QString()),
-                             Printer(QStringLiteral("Pipe"), QStringLiteral("RB9X"), 2, QString())});
-    folder.WriteStatus(QStringLiteral("Office"), WithErrors({0x6100}));
-    folder.WriteStatus(QStringLiteral("前台"), EncodeStatusReply(Ready()).left(12));
+    folder.WritePrinterList(
+        {Printer(u"Office"_s, u"RA7QX"_s, 1, u"usb"_s), Printer(u"前台"_s, u"X1"_s, 0, u"10.0.0.9"_s),
+         Printer(u"Store"_s, u"RB9X"_s, 2, QString()), Printer(u"Pipe"_s, u"RB9X"_s, 2, QString())});
+    folder.WriteStatus(u"Office"_s, WithErrors({0x6100}));
+    folder.WriteStatus(u"前台"_s, EncodeStatusReply(Ready()).left(12));
     QCOMPARE(::mkfifo("/opt/vora/vora-printer-k507/cfg/Pipe.dat", 0600), 0);
 
     const stRun run = RunFields({});
@@ -670,9 +659,9 @@ void tst_vora_status::driverFolder()
 void tst_vora_status::zeroInANameLeadsToNoOtherFile()
 {
     const DriverFolder folder = StatusFolder();
-    const QString strName = QStringLiteral("Office.dat") + QChar(0) + QLatin1Char('x');
-    folder.WritePrinterList({Printer(strName, QStringLiteral("RA7QX"), 1, QStringLiteral("usb"))});
-    folder.WriteStatus(QStringLiteral("Office"), EncodeStatusReply(Ready()));
+    const QString strName = u"Office.dat"_s + QChar(0) + QLatin1Char('x');
+    folder.WritePrinterList({Printer(strName, u"RA7QX"_s, 1, u"usb"_s)});
+    folder.WriteStatus(u"Office"_s, EncodeStatusReply(Ready()));
     const stRun run = RunFields({});
     QCOMPARE(run.messages, QByteArray("vora-status: Office.dat\\x00x: there is no such file\n"));
     QCOMPARE(run.iExit, 2);
@@ -681,9 +670,9 @@ void tst_vora_status::zeroInANameLeadsToNoOtherFile()
 void tst_vora_status::driverFolderInChinese()
 {
     const DriverFolder folder = StatusFolder();
-    folder.WritePrinterList({Printer(QStringLiteral("前台"), QStringLiteral("RA7Q"), 2, QStringLiteral("10.0.0.9"))});
-    folder.WriteStatus(QStringLiteral("前台"), EncodeStatusReply(Ready()));
-    const stRun run = RunFields({QStringLiteral("--lang=zh")});
+    folder.WritePrinterList({Printer(u"前台"_s, u"RA7Q"_s, 2, u"10.0.0.9"_s)});
+    folder.WriteStatus(u"前台"_s, EncodeStatusReply(Ready()));
+    const stRun run = RunFields({u"--lang=zh"_s});
     QVERIFY2(run.output.startsWith("前台：37字节\n"
                                    "  状态文件：/opt/vora/vora-printer-k507/cfg/前台.dat\n"
                                    "  型号：RA7Q (Vora RA7Q)\n"
@@ -697,25 +686,24 @@ void tst_vora_status::driverFolderInChinese()
 void tst_vora_status::driverFolderJson()
 {
     const DriverFolder folder = StatusFolder();
-    folder.WritePrinterList({Printer(QStringLiteral("Off,ice"), QStringLiteral("RA7QX"), 1, QStringLiteral("usb")),
-                             Printer(QStringLiteral("Store"), QStringLiteral("-1"), 2, QStringLiteral("10.0.0.9"))});
-    folder.WriteStatus(QStringLiteral("Off,ice"), ReplyInState(0x03));
-    const stRun run = Run({QStringLiteral("--json")});
-    QCOMPARE(run.Json().value(QStringLiteral("reports")).toArray().size(), 2);
-    QCOMPARE(run.Report(0).value(QStringLiteral("source")).toString(), QStringLiteral("printer"));
-    QCOMPARE(run.Report(0).value(QStringLiteral("name")).toString(), QStringLiteral("Off,ice"));
-    QCOMPARE(run.Report(0).value(QStringLiteral("printer")).toObject(),
-             (QJsonObject{{QStringLiteral("file"), QStringLiteral("/opt/vora/vora-printer-k507/cfg/Off,ice.dat")},
-                          {QStringLiteral("model"), QStringLiteral("RA7QX")},
-                          {QStringLiteral("connect-type"), 1},
-                          {QStringLiteral("port"), QStringLiteral("usb")},
-                          {QStringLiteral("uri"), QStringLiteral("vora://Off,ice")}}));
-    const QJsonObject reply = run.Report(0).value(QStringLiteral("reply")).toObject();
-    QCOMPARE(reply.value(QStringLiteral("state")).toObject().value(QStringLiteral("code")).toInt(), 3);
-    QVERIFY(run.Report(1).value(QStringLiteral("reply")).isNull());
-    QVERIFY(run.Report(1).value(QStringLiteral("length")).isNull());
-    QCOMPARE(run.Report(1).value(QStringLiteral("printer")).toObject().value(QStringLiteral("port")).toString(),
-             QStringLiteral("10.0.0.9"));
+    folder.WritePrinterList(
+        {Printer(u"Off,ice"_s, u"RA7QX"_s, 1, u"usb"_s), Printer(u"Store"_s, u"-1"_s, 2, u"10.0.0.9"_s)});
+    folder.WriteStatus(u"Off,ice"_s, ReplyInState(0x03));
+    const stRun run = Run({u"--json"_s});
+    QCOMPARE(run.Json().value(u"reports"_s).toArray().size(), 2);
+    QCOMPARE(run.Report(0).value(u"source"_s).toString(), u"printer"_s);
+    QCOMPARE(run.Report(0).value(u"name"_s).toString(), u"Off,ice"_s);
+    QCOMPARE(run.Report(0).value(u"printer"_s).toObject(),
+             (QJsonObject{{u"file"_s, u"/opt/vora/vora-printer-k507/cfg/Off,ice.dat"_s},
+                          {u"model"_s, u"RA7QX"_s},
+                          {u"connect-type"_s, 1},
+                          {u"port"_s, u"usb"_s},
+                          {u"uri"_s, u"vora://Off,ice"_s}}));
+    const QJsonObject reply = run.Report(0).value(u"reply"_s).toObject();
+    QCOMPARE(reply.value(u"state"_s).toObject().value(u"code"_s).toInt(), 3);
+    QVERIFY(run.Report(1).value(u"reply"_s).isNull());
+    QVERIFY(run.Report(1).value(u"length"_s).isNull());
+    QCOMPARE(run.Report(1).value(u"printer"_s).toObject().value(u"port"_s).toString(), u"10.0.0.9"_s);
     QCOMPARE(run.iExit, 2);
 }
 
@@ -738,9 +726,9 @@ void tst_vora_status::driverFolderWithoutPrinters()
     QCOMPARE(run.messages,
              QByteArray("vora-status: /opt/vora/vora-printer-k507/cfg/printerlist.ini lists no printers\n"));
     QCOMPARE(run.iExit, 0);
-    QCOMPARE(RunFields({QStringLiteral("--lang=zh")}).messages,
+    QCOMPARE(RunFields({u"--lang=zh"_s}).messages,
              QByteArray("vora-status: /opt/vora/vora-printer-k507/cfg/printerlist.ini没有列出打印机\n"));
-    QCOMPARE(QJsonDocument(Run({QStringLiteral("--json")}).Json()).toJson(QJsonDocument::Compact),
+    QCOMPARE(QJsonDocument(Run({u"--json"_s}).Json()).toJson(QJsonDocument::Compact),
              QByteArray(R"({"format":1,"reports":[]})"));
 }
 
@@ -749,26 +737,20 @@ void tst_vora_status::usageErrors_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("words");
 
-    QTest::newRow("unknown option") << QStringList{QStringLiteral("--colour")}
-                                    << QByteArray("Unknown option 'colour'.");
-    QTest::newRow("unknown letter") << QStringList{QStringLiteral("-x")} << QByteArray("Unknown option 'x'.");
-    QTest::newRow("value missing") << QStringList{QStringLiteral("--udp")}
-                                   << QByteArray("Missing value after '--udp'.");
-    QTest::newRow("value too much") << QStringList{QStringLiteral("--hex=1")}
-                                    << QByteArray("Unexpected value after '--hex'.");
-    QTest::newRow("language") << QStringList{QStringLiteral("--lang"), QStringLiteral("fr")}
-                              << QByteArray("--lang takes zh or en, not \"fr\".");
-    QTest::newRow("empty language") << QStringList{QStringLiteral("--lang=")}
-                                    << QByteArray("--lang takes zh or en, not \"\".");
+    QTest::newRow("unknown option") << QStringList{u"--colour"_s} << QByteArray("Unknown option 'colour'.");
+    QTest::newRow("unknown letter") << QStringList{u"-x"_s} << QByteArray("Unknown option 'x'.");
+    QTest::newRow("value missing") << QStringList{u"--udp"_s} << QByteArray("Missing value after '--udp'.");
+    QTest::newRow("value too much") << QStringList{u"--hex=1"_s} << QByteArray("Unexpected value after '--hex'.");
+    QTest::newRow("language") << QStringList{u"--lang"_s, u"fr"_s} << QByteArray("--lang takes zh or en, not \"fr\".");
+    QTest::newRow("empty language") << QStringList{u"--lang="_s} << QByteArray("--lang takes zh or en, not \"\".");
     QTest::newRow("language that a terminal would obey")
-        << QStringList{QStringLiteral("--lang"), QStringLiteral("a\u001b\u009b\n\u202e")}
+        << QStringList{u"--lang"_s, u"a\u001b\u009b\n\u202e"_s}
         << QByteArray("--lang takes zh or en, not \"a\\x1B\\x9B\\x0A\\u202E\".");
     QTest::newRow("option that a terminal would obey")
-        << QStringList{QStringLiteral("--a\u001b")} << QByteArray("Unknown option 'a\\x1B'.");
-    QTest::newRow("two formats") << QStringList{QStringLiteral("--json"), QStringLiteral("--hex")}
+        << QStringList{u"--a\u001b"_s} << QByteArray("Unknown option 'a\\x1B'.");
+    QTest::newRow("two formats") << QStringList{u"--json"_s, u"--hex"_s}
                                  << QByteArray("--json and --hex exclude each other.");
-    QTest::newRow("address and file") << QStringList{QStringLiteral("--udp"), QStringLiteral("127.0.0.1"),
-                                                     QStringLiteral("a.dat")}
+    QTest::newRow("address and file") << QStringList{u"--udp"_s, u"127.0.0.1"_s, u"a.dat"_s}
                                       << QByteArray("--udp takes no files.");
 }
 
@@ -785,7 +767,7 @@ void tst_vora_status::usageErrors()
 
 void tst_vora_status::usageErrorInChinese()
 {
-    const stRun run = Run({QStringLiteral("--json"), QStringLiteral("--hex"), QStringLiteral("--lang=zh")});
+    const stRun run = Run({u"--json"_s, u"--hex"_s, u"--lang=zh"_s});
     QCOMPARE(run.messages, QByteArray("vora-status: --json与--hex不能同时使用。\n请看“vora-status --help”。\n"));
     QCOMPARE(run.iExit, 64);
 }
@@ -796,15 +778,15 @@ void tst_vora_status::language_data()
     QTest::addColumn<QString>("option");
     QTest::addColumn<bool>("chinese");
 
-    const QString strNone = QStringLiteral("-");
-    const QString strZh = QStringLiteral("zh_CN.UTF-8");
-    const QString strEn = QStringLiteral("en_US.UTF-8");
+    const QString strNone = u"-"_s;
+    const QString strZh = u"zh_CN.UTF-8"_s;
+    const QString strEn = u"en_US.UTF-8"_s;
     QTest::newRow("nothing set") << QStringList{strNone, strNone, strNone} << "" << false;
     QTest::newRow("LANG") << QStringList{strNone, strNone, strZh} << "" << true;
     QTest::newRow("LC_MESSAGES before LANG") << QStringList{strNone, strEn, strZh} << "" << false;
     QTest::newRow("LC_ALL before LC_MESSAGES") << QStringList{strZh, strEn, strEn} << "" << true;
     QTest::newRow("empty is not set") << QStringList{QString(), QString(), strZh} << "" << true;
-    QTest::newRow("plain C") << QStringList{QStringLiteral("C"), strZh, strZh} << "" << false;
+    QTest::newRow("plain C") << QStringList{u"C"_s, strZh, strZh} << "" << false;
     QTest::newRow("option before locale") << QStringList{strZh, strZh, strZh} << "--lang=en" << false;
     QTest::newRow("option before locale, zh") << QStringList{strEn, strEn, strEn} << "--lang=zh" << true;
 }
@@ -816,14 +798,14 @@ void tst_vora_status::language()
     QFETCH(const bool, chinese);
 
     QProcessEnvironment processEnvironment = QProcessEnvironment::systemEnvironment();
-    const QStringList listVariable{QStringLiteral("LC_ALL"), QStringLiteral("LC_MESSAGES"), QStringLiteral("LANG")};
+    const QStringList listVariable{u"LC_ALL"_s, u"LC_MESSAGES"_s, u"LANG"_s};
     for (int i = 0; i < 3; ++i) {
         processEnvironment.remove(listVariable.at(i));
         if (environment.at(i) != QLatin1String("-")) {
             processEnvironment.insert(listVariable.at(i), environment.at(i));
         }
     }
-    QStringList listArgument{QStringLiteral("--fields"), Write(EncodeStatusReply(Ready()))};
+    QStringList listArgument{u"--fields"_s, Write(EncodeStatusReply(Ready()))};
     if (!option.isEmpty()) {
         listArgument.append(option);
     }
@@ -838,11 +820,9 @@ void tst_vora_status::help_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("start");
 
-    QTest::newRow("English") << QStringList{QStringLiteral("--help")}
-                             << QByteArray("Usage: vora-status [OPTION]... [FILE]...\n");
-    QTest::newRow("short") << QStringList{QStringLiteral("-h")}
-                           << QByteArray("Usage: vora-status [OPTION]... [FILE]...\n");
-    QTest::newRow("Chinese") << QStringList{QStringLiteral("--help"), QStringLiteral("--lang=zh")}
+    QTest::newRow("English") << QStringList{u"--help"_s} << QByteArray("Usage: vora-status [OPTION]... [FILE]...\n");
+    QTest::newRow("short") << QStringList{u"-h"_s} << QByteArray("Usage: vora-status [OPTION]... [FILE]...\n");
+    QTest::newRow("Chinese") << QStringList{u"--help"_s, u"--lang=zh"_s}
                              << QByteArray("用法：vora-status [选项]... [文件]...\n");
 }
 
@@ -867,15 +847,13 @@ void tst_vora_status::help()
 void tst_vora_status::manPageNamesEveryOption()
 {
     const QByteArray page = ReadFile(c_strManPage).replace("\\-", "-");
-    const QString strHelp = QString::fromUtf8(Run({QStringLiteral("--help")}).output);
+    const QString strHelp = QString::fromUtf8(Run({u"--help"_s}).output);
     int iCount = 0;
     QRegularExpressionMatchIterator found =
-        QRegularExpression(QStringLiteral("^ +(?:-h, )?(--[a-z]+)"), QRegularExpression::MultilineOption)
-            .globalMatch(strHelp);
+        QRegularExpression(u"^ +(?:-h, )?(--[a-z]+)"_s, QRegularExpression::MultilineOption).globalMatch(strHelp);
     while (found.hasNext()) {
         const QByteArray option = found.next().captured(1).toUtf8();
-        QVERIFY2(QRegularExpression(
-                     QStringLiteral("\n\\.TP\n\\.B[RI]? \"?(-h \", \" )?%1\\b").arg(QString::fromUtf8(option)))
+        QVERIFY2(QRegularExpression(u"\n\\.TP\n\\.B[RI]? \"?(-h \", \" )?%1\\b"_s.arg(QString::fromUtf8(option)))
                      .match(QString::fromUtf8(page))
                      .hasMatch(),
                  option);
@@ -887,58 +865,54 @@ void tst_vora_status::manPageNamesEveryOption()
 void tst_vora_status::outputNotWritten()
 {
     Write(EncodeStatusReply(Ready()));
-    const QStringList listShell{QStringLiteral("-c"), QStringLiteral("exec \"$0\" \"$@\" > /dev/full"), c_strProgram,
-                                QStringLiteral("--fields"), QStringLiteral("reply.dat")};
-    const stRun run = RunCommand(QStringLiteral("sh"), listShell);
+    const QStringList listShell{u"-c"_s, u"exec \"$0\" \"$@\" > /dev/full"_s, c_strProgram, u"--fields"_s,
+                                u"reply.dat"_s};
+    const stRun run = RunCommand(u"sh"_s, listShell);
     QCOMPARE(run.messages, QByteArray("vora-status: the output cannot be written\n"));
     QCOMPARE(run.iExit, 2);
     // More than is written at once: told once nevertheless.
-    const QStringList listMany = QStringLiteral("reply.dat ").repeated(300).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    const stRun large = RunCommand(QStringLiteral("sh"), listShell + listMany);
+    const QStringList listMany = u"reply.dat "_s.repeated(300).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    const stRun large = RunCommand(u"sh"_s, listShell + listMany);
     QCOMPARE(large.messages, QByteArray("vora-status: the output cannot be written\n"));
     QCOMPARE(large.iExit, 2);
     // Watching makes no sense then.
-    const stRun watch = RunCommand(QStringLiteral("sh"), listShell + QStringList(QStringLiteral("--watch")));
+    const stRun watch = RunCommand(u"sh"_s, listShell + QStringList(u"--watch"_s));
     QCOMPARE(watch.messages, QByteArray("vora-status: the output cannot be written\n"));
     QCOMPARE(watch.iExit, 2);
-    QCOMPARE(RunCommand(QStringLiteral("sh"), listShell + QStringList(QStringLiteral("--help"))).iExit, 2);
+    QCOMPARE(RunCommand(u"sh"_s, listShell + QStringList(u"--help"_s)).iExit, 2);
 }
 
 void tst_vora_status::documentExample()
 {
     const QString strText = QString::fromUtf8(ReadFile(c_strDocument));
-    const QString strCommands =
-        strText.section(QStringLiteral("\n```sh\n"), 1, 1).section(QStringLiteral("\n```\n"), 0, 0);
-    const QString strOutput =
-        strText.section(QStringLiteral("\n```text\n"), 1, 1).section(QStringLiteral("\n```\n"), 0, 0);
+    const QString strCommands = strText.section(u"\n```sh\n"_s, 1, 1).section(u"\n```\n"_s, 0, 0);
+    const QString strOutput = strText.section(u"\n```text\n"_s, 1, 1).section(u"\n```\n"_s, 0, 0);
     QVERIFY(strCommands.contains(QLatin1String("vora-status --lang en --hex example.dat")));
     QVERIFY(!strOutput.isEmpty());
 
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("PATH"),
-                       QFileInfo(c_strProgram).path() + QLatin1Char(':') + environment.value(QStringLiteral("PATH")));
-    const stRun run = RunCommand(QStringLiteral("sh"), {QStringLiteral("-c"), strCommands}, environment);
+    environment.insert(u"PATH"_s, QFileInfo(c_strProgram).path() + QLatin1Char(':') + environment.value(u"PATH"_s));
+    const stRun run = RunCommand(u"sh"_s, {u"-c"_s, strCommands}, environment);
     QCOMPARE(QString::fromUtf8(run.output), strOutput + QLatin1Char('\n'));
     QCOMPARE(run.messages, QByteArray());
-    QVERIFY(strText.contains(QStringLiteral("The exit status is %1:").arg(run.iExit)));
+    QVERIFY(strText.contains(u"The exit status is %1:"_s.arg(run.iExit)));
 }
 
 void tst_vora_status::documentCodes()
 {
     const auto compare = [](const QJsonObject& found, const stGoldenCode& code) {
-        QCOMPARE(found.value(QStringLiteral("code")).toInt(), code.iRawCode);
-        QCOMPARE(found.value(QStringLiteral("value")).toInt(), code.iValue);
-        QCOMPARE(found.value(QStringLiteral("english")).toString(), code.strEnglish);
-        QCOMPARE(found.value(QStringLiteral("chinese")).toString(), code.strChinese);
+        QCOMPARE(found.value(u"code"_s).toInt(), code.iRawCode);
+        QCOMPARE(found.value(u"value"_s).toInt(), code.iValue);
+        QCOMPARE(found.value(u"english"_s).toString(), code.strEnglish);
+        QCOMPARE(found.value(u"chinese"_s).toString(), code.strChinese);
     };
     const QList<stGoldenCode> listError = Sent(GoldenErrors());
     QList<quint16> listCode;
     for (const stGoldenCode& code : listError) {
         listCode.append(static_cast<quint16>(code.iRawCode));
     }
-    const stRun errors = Run({QStringLiteral("--json"), Write(WithErrors(listCode))});
-    const QJsonArray listReported =
-        errors.Report().value(QStringLiteral("reply")).toObject().value(QStringLiteral("errors")).toArray();
+    const stRun errors = Run({u"--json"_s, Write(WithErrors(listCode))});
+    const QJsonArray listReported = errors.Report().value(u"reply"_s).toObject().value(u"errors"_s).toArray();
     QCOMPARE(static_cast<std::size_t>(listReported.size()), c_stErrorCodeList.size());
     QCOMPARE(listReported.size(), listError.size());
     for (int i = 0; i < listReported.size(); ++i) {
@@ -948,9 +922,8 @@ void tst_vora_status::documentCodes()
     QCOMPARE(static_cast<std::size_t>(listState.size()), c_stStatusCodeList.size());
     for (const stGoldenCode& code : listState) {
         const QString strPath = Write(ReplyInState(static_cast<quint8>(code.iRawCode)));
-        const QJsonObject reply =
-            Run({QStringLiteral("--json"), strPath}).Report().value(QStringLiteral("reply")).toObject();
-        compare(reply.value(QStringLiteral("state")).toObject(), code);
+        const QJsonObject reply = Run({u"--json"_s, strPath}).Report().value(u"reply"_s).toObject();
+        compare(reply.value(u"state"_s).toObject(), code);
     }
 }
 
@@ -958,11 +931,11 @@ void tst_vora_status::documentKeys()
 {
     QVERIFY(GoldenKeys().size() > 1);
     const auto value = [this](quint16 wKey, const QString& strKey) {
-        const stRun run = Run({QStringLiteral("--json"), Write(WithSupplies({{wKey, "A"}}))});
-        return run.Report().value(QStringLiteral("reply")).toObject().value(strKey);
+        const stRun run = Run({u"--json"_s, Write(WithSupplies({{wKey, "A"}}))});
+        return run.Report().value(u"reply"_s).toObject().value(strKey);
     };
     for (const stGoldenKey& key : GoldenKeys()) {
-        QCOMPARE(value(key.wKey, key.strName), key.iBytes == 0 ? QJsonValue(QStringLiteral("A")) : QJsonValue(65));
+        QCOMPARE(value(key.wKey, key.strName), key.iBytes == 0 ? QJsonValue(u"A"_s) : QJsonValue(65));
         const stReplyLabel* pLabel = SuppliesLabel(key.wKey);
         QVERIFY2(pLabel != nullptr, qPrintable(key.strName));
         QCOMPARE(pLabel->Key(), key.strName);
@@ -970,7 +943,7 @@ void tst_vora_status::documentKeys()
         QCOMPARE(QString::fromUtf8(pLabel->Name(enLanguageChinese)), key.strChinese);
     }
     QCOMPARE(static_cast<std::size_t>(GoldenNumberKeys().size()), c_enSuppliesNumberList.size());
-    QCOMPARE(value(0x1003, QStringLiteral("prints")), QJsonValue(65));
+    QCOMPARE(value(0x1003, u"prints"_s), QJsonValue(65));
 }
 
 QTEST_GUILESS_MAIN(tst_vora_status)

@@ -19,14 +19,12 @@ bool SetAge(const QString& strPath, qint64 iSeconds)
 QString OnTerminal(const QString& strArguments, const QString& strNoColor = QString())
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(QStringLiteral("NO_COLOR"));
+    environment.remove(u"NO_COLOR"_s);
     if (!strNoColor.isNull()) {
-        environment.insert(QStringLiteral("NO_COLOR"), strNoColor);
+        environment.insert(u"NO_COLOR"_s, strNoColor);
     }
-    const QStringList listArgument{QStringLiteral("-qec"), c_strProgram + QLatin1Char(' ') + strArguments,
-                                   QStringLiteral("/dev/null")};
-    return QString::fromUtf8(RunCommand(QStringLiteral("script"), listArgument, environment).output)
-        .remove(QLatin1Char('\r'));
+    const QStringList listArgument{u"-qec"_s, c_strProgram + QLatin1Char(' ') + strArguments, u"/dev/null"_s};
+    return QString::fromUtf8(RunCommand(u"script"_s, listArgument, environment).output).remove(QLatin1Char('\r'));
 }
 
 QByteArray WithInk(quint32 dwBlack, quint32 dwCyan)
@@ -68,29 +66,27 @@ private slots:
 void tst_vora_status_overview::printers()
 {
     const DriverFolder folder = StatusFolder();
-    folder.WritePrinterList({Printer(QStringLiteral("Office"), QStringLiteral("RA7QX"), 1, QStringLiteral("usb")),
-                             Printer(QStringLiteral("Hall"), QStringLiteral("RA7QX"), 0, QStringLiteral("10.0.0.9")),
-                             Printer(QStringLiteral("Store"), QStringLiteral("RB9X"), 2, QString()),
-                             Printer(QStringLiteral("Cut"), QStringLiteral("RB9X"), 2, QString()),
-                             Printer(QStringLiteral("Low"), QStringLiteral("RB9X"), 2, QString())});
-    folder.WriteStatus(QStringLiteral("Office"), HandMadeReply());
-    folder.WriteStatus(QStringLiteral("Hall"), ReplyInState(0x11));
-    folder.WriteStatus(QStringLiteral("Cut"), EncodeStatusReply(Ready()).left(12));
-    folder.WriteStatus(QStringLiteral("Low"), WithErrors({}, {0x6160, 0x6163}));
+    folder.WritePrinterList({Printer(u"Office"_s, u"RA7QX"_s, 1, u"usb"_s),
+                             Printer(u"Hall"_s, u"RA7QX"_s, 0, u"10.0.0.9"_s),
+                             Printer(u"Store"_s, u"RB9X"_s, 2, QString()), Printer(u"Cut"_s, u"RB9X"_s, 2, QString()),
+                             Printer(u"Low"_s, u"RB9X"_s, 2, QString())});
+    folder.WriteStatus(u"Office"_s, HandMadeReply());
+    folder.WriteStatus(u"Hall"_s, ReplyInState(0x11));
+    folder.WriteStatus(u"Cut"_s, EncodeStatusReply(Ready()).left(12));
+    folder.WriteStatus(u"Low"_s, WithErrors({}, {0x6160, 0x6163}));
     for (const char* pName : {"Office", "Hall", "Cut", "Low"}) {
         QVERIFY(SetAge(folder.StatusPath(QString::fromLatin1(pName)), 200));
     }
     const stRun run = Run({});
     QCOMPARE(
         QString::fromUtf8(run.output),
-        QStringLiteral(
-            R"(QUEUE   CONNECTION  STATE                                      CYAN  MAGENTA  YELLOW  BLACK    AGE  MORE
+        uR"(QUEUE   CONNECTION  STATE                                      CYAN  MAGENTA  YELLOW  BLACK    AGE  MORE
 Office  USB         A paper jam occurs at the paper feed tray   51%      52%     53%    50%  3 min     2
 Hall    10.0.0.9    Scanning                                      -        -       -      -  3 min     0
 Store   network     there is no such file                         -        -       -      -      -     -
 Cut     network     reply rejected                                -        -       -      -  3 min     -
 Low     network     Ready                                         -        -       -      -  3 min     2
-)"));
+)"_s);
     QCOMPARE(run.messages,
              QByteArray("vora-status: Store: there is no such file\n"
                         "vora-status: Cut: reply rejected: it ends at byte 12, but the field at byte 12 (length of the "
@@ -101,36 +97,35 @@ Low     network     Ready                                         -        -    
 void tst_vora_status_overview::printersInChinese()
 {
     const DriverFolder folder = StatusFolder();
-    folder.WritePrinterList({Printer(QStringLiteral("前台"), QStringLiteral("RA7Q"), 2, QString()),
-                             Printer(QStringLiteral("Cut"), QStringLiteral("RA7Q"), 1, QStringLiteral("10.0.0.9"))});
-    folder.WriteStatus(QStringLiteral("前台"), HandMadeReply());
-    folder.WriteStatus(QStringLiteral("Cut"), "short");
-    QVERIFY(SetAge(folder.StatusPath(QStringLiteral("前台")), 200));
-    QVERIFY(SetAge(folder.StatusPath(QStringLiteral("Cut")), 200));
-    const stRun run = Run({QStringLiteral("--lang=zh")});
+    folder.WritePrinterList(
+        {Printer(u"前台"_s, u"RA7Q"_s, 2, QString()), Printer(u"Cut"_s, u"RA7Q"_s, 1, u"10.0.0.9"_s)});
+    folder.WriteStatus(u"前台"_s, HandMadeReply());
+    folder.WriteStatus(u"Cut"_s, "short");
+    QVERIFY(SetAge(folder.StatusPath(u"前台"_s), 200));
+    QVERIFY(SetAge(folder.StatusPath(u"Cut"_s), 200));
+    const stRun run = Run({u"--lang=zh"_s});
     QCOMPARE(QString::fromUtf8(run.output),
-             QStringLiteral(
-                 R"(队列  连接方式  状态                        青  品红   黄   黑   时间  其他
+             uR"(队列  连接方式  状态                        青  品红   黄   黑   时间  其他
 前台  网络      进纸托盘处卡纸,请取出纸张  51%   52%  53%  50%  3分钟     2
 Cut   USB       应答被拒绝                   -     -    -    -  3分钟     -
-)"));
+)"_s);
     QCOMPARE(run.iExit, 2);
 }
 
 void tst_vora_status_overview::files()
 {
-    Write(ReplyInState(0x10), QStringLiteral("one.dat"));
-    QVERIFY(SetAge(QStringLiteral("one.dat"), 200));
-    const stRun run = Run({QStringLiteral("one.dat"), QStringLiteral("/dev/null")});
+    Write(ReplyInState(0x10), u"one.dat"_s);
+    QVERIFY(SetAge(u"one.dat"_s, 200));
+    const stRun run = Run({u"one.dat"_s, u"/dev/null"_s});
     QCOMPARE(run.output,
              QByteArray("QUEUE      CONNECTION  STATE               CYAN  MAGENTA  YELLOW  BLACK    AGE  MORE\n"
                         "one.dat    -           Printing               -        -       -      -  3 min     0\n"
                         "/dev/null  -           not a regular file     -        -       -      -      -     -\n"));
     QCOMPARE(run.messages, QByteArray("vora-status: /dev/null: not a regular file\n"));
     QCOMPARE(run.iExit, 2);
-    Write(WithErrors({0x6100}), QStringLiteral("two.dat"));
-    QCOMPARE(Run({QStringLiteral("one.dat"), QStringLiteral("two.dat")}).iExit, 1);
-    QCOMPARE(Run({QStringLiteral("one.dat")}).iExit, 0);
+    Write(WithErrors({0x6100}), u"two.dat"_s);
+    QCOMPARE(Run({u"one.dat"_s, u"two.dat"_s}).iExit, 1);
+    QCOMPARE(Run({u"one.dat"_s}).iExit, 0);
 }
 
 void tst_vora_status_overview::withoutPrinters()
@@ -149,8 +144,7 @@ void tst_vora_status_overview::wideAndCombiningCharacters()
     for (const char* pName : {"前台", "abcd", "ｗx1", "e\u0301lan", "\U0001F5BC\U0001F600x"}) {
         Write(ReplyInState(0x00), QString::fromUtf8(pName));
     }
-    const stRun run = Run({QStringLiteral("前台"), QStringLiteral("abcd"), QStringLiteral("ｗx1"),
-                           QStringLiteral("e\u0301lan"), QStringLiteral("\U0001F5BC\U0001F600x")});
+    const stRun run = Run({u"前台"_s, u"abcd"_s, u"ｗx1"_s, u"e\u0301lan"_s, u"\U0001F5BC\U0001F600x"_s});
     for (const char* pLine : {"QUEUE  CONN", "前台   -    ", "abcd   -    ", "ｗx1   -    ", "e\u0301lan   -    ",
                               "\U0001F5BC\U0001F600x   -    "}) {
         QVERIFY2(('\n' + run.output).contains('\n' + QByteArray(pLine)), run.output);
@@ -159,19 +153,19 @@ void tst_vora_status_overview::wideAndCombiningCharacters()
 
 void tst_vora_status_overview::inEveryLocale()
 {
-    Write(ReplyInState(0x00), QStringLiteral("前台"));
-    Write(ReplyInState(0x00), QStringLiteral("abcdef"));
+    Write(ReplyInState(0x00), u"前台"_s);
+    Write(ReplyInState(0x00), u"abcdef"_s);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
-    const stRun run = RunCommand(c_strProgram, {QStringLiteral("abcdef"), QStringLiteral("前台")}, environment);
+    environment.insert(u"LC_ALL"_s, u"C"_s);
+    const stRun run = RunCommand(c_strProgram, {u"abcdef"_s, u"前台"_s}, environment);
     QVERIFY2(run.output.contains("\n前台    -"), run.output);
 }
 
 void tst_vora_status_overview::controlCharacters()
 {
-    const QString strName = QStringLiteral("a\033[2J\u202Eb\\");
-    const QString strPort = QStringLiteral("\0337\n");
-    StatusFolder().WritePrinterList({Printer(strName, QStringLiteral("RA7Q"), 2, strPort)});
+    const QString strName = u"a\033[2J\u202Eb\\"_s;
+    const QString strPort = u"\0337\n"_s;
+    StatusFolder().WritePrinterList({Printer(strName, u"RA7Q"_s, 2, strPort)});
     const stRun run = Run({});
     QVERIFY2(run.output.contains("\na\\x1B[2J\\u202Eb\\\\  \\x1B7\\x0A   there is no such file  "), run.output);
     QCOMPARE(run.output.count('\n'), 2);
@@ -199,9 +193,9 @@ void tst_vora_status_overview::errorTexts()
     QFETCH(const QByteArray, chinese);
 
     Write(WithErrors({static_cast<quint16>(code), 0x6100}));
-    const QByteArray inEnglish = Run({QStringLiteral("reply.dat")}).output;
+    const QByteArray inEnglish = Run({u"reply.dat"_s}).output;
     QVERIFY2(inEnglish.contains("\nreply.dat  -           " + english + "  "), inEnglish);
-    const QByteArray inChinese = Run({QStringLiteral("--lang=zh"), QStringLiteral("reply.dat")}).output;
+    const QByteArray inChinese = Run({u"--lang=zh"_s, u"reply.dat"_s}).output;
     QVERIFY2(inChinese.contains("\nreply.dat  -         " + chinese + "  "), inChinese);
 }
 
@@ -226,16 +220,16 @@ void tst_vora_status_overview::ages()
     QFETCH(const QByteArray, chinese);
 
     QVERIFY(SetAge(Write(ReplyInState(0x00)), seconds));
-    const QByteArray inEnglish = Run({QStringLiteral("reply.dat")}).output;
+    const QByteArray inEnglish = Run({u"reply.dat"_s}).output;
     QVERIFY2(inEnglish.contains(english + "     0\n"), inEnglish);
-    const QByteArray inChinese = Run({QStringLiteral("--lang=zh"), QStringLiteral("reply.dat")}).output;
+    const QByteArray inChinese = Run({u"--lang=zh"_s, u"reply.dat"_s}).output;
     QVERIFY2(inChinese.contains(chinese + "     0\n"), inChinese);
 }
 
 void tst_vora_status_overview::inkOutOfRange()
 {
     Write(WithInk(300, 0));
-    const QByteArray output = Run({QStringLiteral("reply.dat")}).output;
+    const QByteArray output = Run({u"reply.dat"_s}).output;
     QVERIFY2(output.contains("  Ready    0%        -       -   300%  "), output);
 }
 
@@ -243,7 +237,7 @@ void tst_vora_status_overview::largeFile()
 {
     const QByteArray good = EncodeStatusReply(Ready());
     Write(good + QByteArray(2049 - good.size(), 'x'));
-    const stRun run = Run({QStringLiteral("reply.dat")});
+    const stRun run = Run({u"reply.dat"_s});
     QCOMPARE(run.messages, QByteArray("vora-status: reply.dat: has 2049 bytes, only the first 2048 are read\n"));
     QCOMPARE(run.output.count('\n'), 2);
 }
@@ -251,7 +245,7 @@ void tst_vora_status_overview::largeFile()
 void tst_vora_status_overview::udp()
 {
     const UdpResponder printer({HandMadeReply()});
-    const QStringList listUdp{QStringLiteral("--udp"), QStringLiteral("127.0.0.1")};
+    const QStringList listUdp{u"--udp"_s, u"127.0.0.1"_s};
     const stRun run = Run(listUdp);
     QCOMPARE(
         run.output,
@@ -270,10 +264,10 @@ void tst_vora_status_overview::udp()
 
 void tst_vora_status_overview::colors()
 {
-    Write(WithErrors({0x6100}), QStringLiteral("error"));
-    Write(WithErrors({}, {0x6160}), QStringLiteral("warning"));
-    Write(WithInk(15, 16), QStringLiteral("ink"));
-    const QString strText = OnTerminal(QStringLiteral("error warning ink gone 2>&1"));
+    Write(WithErrors({0x6100}), u"error"_s);
+    Write(WithErrors({}, {0x6160}), u"warning"_s);
+    Write(WithInk(15, 16), u"ink"_s);
+    const QString strText = OnTerminal(u"error warning ink gone 2>&1"_s);
     QVERIFY2(strText.startsWith(QLatin1String("\033[1mQUEUE\033[0m    \033[1mCONNECTION\033[0m  ")),
              qPrintable(strText));
     QVERIFY2(strText.contains(QLatin1String("\nerror    -           \033[31mNo Paper At The Input Tray\033[0m  ")),
@@ -301,11 +295,11 @@ void tst_vora_status_overview::colorsOnlyWhereWanted()
     QFETCH(const bool, colored);
 
     Write(WithErrors({0x6100}));
-    const QString strText = OnTerminal(QStringLiteral("reply.dat"), noColor);
+    const QString strText = OnTerminal(u"reply.dat"_s, noColor);
     QCOMPARE(strText.contains(QLatin1Char('\033')), colored);
     QVERIFY(strText.contains(QLatin1String("No Paper")));
-    QVERIFY(!Run({QStringLiteral("reply.dat")}).output.contains('\033'));
-    QVERIFY(!OnTerminal(QStringLiteral("--fields reply.dat"), noColor).contains(QLatin1Char('\033')));
+    QVERIFY(!Run({u"reply.dat"_s}).output.contains('\033'));
+    QVERIFY(!OnTerminal(u"--fields reply.dat"_s, noColor).contains(QLatin1Char('\033')));
 }
 
 void tst_vora_status_overview::isNeverCut()
@@ -315,15 +309,13 @@ void tst_vora_status_overview::isNeverCut()
     const QByteArray line = strName.toLatin1() + "  -           Black Ink Has Run Out, Printing Will Continue to Be "
                                                  "Composed of Color Ink     -";
     QVERIFY(Run({strName}).output.contains(line));
-    QVERIFY(OnTerminal(strName, QStringLiteral("1")).contains(QString::fromLatin1(line)));
+    QVERIFY(OnTerminal(strName, u"1"_s).contains(QString::fromLatin1(line)));
 }
 
 void tst_vora_status_overview::watch()
 {
     QVERIFY(SetAge(Write(ReplyInState(0x00)), 86400));
-    Watcher watcher(
-        {QStringLiteral("-qec"), c_strProgram + QStringLiteral(" --watch reply.dat"), QStringLiteral("/dev/null")},
-        QStringLiteral("script"));
+    Watcher watcher({u"-qec"_s, c_strProgram + u" --watch reply.dat"_s, u"/dev/null"_s}, u"script"_s);
     const QByteArray wiped = "\033[H\033[2J\033[1mQUEUE";
     QTRY_COMPARE_WITH_TIMEOUT(watcher.Output().count(wiped), 1, c_iPatience);
     Write(WithErrors({0x6100}));
@@ -334,16 +326,16 @@ void tst_vora_status_overview::watch()
 void tst_vora_status_overview::watchesAges()
 {
     Write(ReplyInState(0x00));
-    Watcher watcher({QStringLiteral("--watch"), QStringLiteral("reply.dat")});
+    Watcher watcher({u"--watch"_s, u"reply.dat"_s});
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains(" 0\n\nQUEUE"), c_iPatience);
-    QVERIFY(SetAge(QStringLiteral("reply.dat"), 200));
+    QVERIFY(SetAge(u"reply.dat"_s, 200));
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  3 min "), c_iPatience);
     QCOMPARE(watcher.EndBy(SIGINT), 0);
 }
 
 void tst_vora_status_overview::version()
 {
-    const stRun run = Run({QStringLiteral("--version")});
+    const stRun run = Run({u"--version"_s});
     QCOMPARE(run.output, QByteArray("vora-status 1.0.0\n"));
     QCOMPARE(run.messages, QByteArray());
     QCOMPARE(run.iExit, 0);

@@ -10,11 +10,11 @@
 
 namespace {
 
-const QString c_strPrometheus = QStringLiteral("--prometheus");
+const QString c_strPrometheus = u"--prometheus"_s;
 
 stPrinterInfo Plain(const QString& strName)
 {
-    return Printer(strName, QStringLiteral("RA7QX"), 2, QStringLiteral("10.0.0.9"));
+    return Printer(strName, u"RA7QX"_s, 2, u"10.0.0.9"_s);
 }
 
 /// The lines that begin with the text.
@@ -26,8 +26,8 @@ QStringList LinesOf(const stRun& run, const QString& strStart)
 /// The program behind words of a shell.
 stRun RunInShell(const QString& strBefore, const QString& strPath)
 {
-    return RunCommand(QStringLiteral("sh"), {QStringLiteral("-c"), strBefore + QStringLiteral("; exec \"$0\" \"$@\""),
-                                             c_strProgram, c_strPrometheus, QStringLiteral("--output"), strPath});
+    return RunCommand(u"sh"_s, {u"-c"_s, strBefore + u"; exec \"$0\" \"$@\""_s, c_strProgram, c_strPrometheus,
+                                u"--output"_s, strPath});
 }
 
 } // namespace
@@ -39,8 +39,7 @@ QString StateSamples(int iValue)
 {
     QString strText;
     for (const stGoldenCode& code : GoldenStates()) {
-        strText += QStringLiteral("vora_printer_state{queue=\"Office\",state=\"%1\"} %2\n")
-                       .arg(code.strName)
+        strText += u"vora_printer_state{queue=\"Office\",state=\"%1\"} %2\n"_s.arg(code.strName)
                        .arg(code.iValue == iValue ? 1 : 0);
     }
     return strText;
@@ -79,14 +78,12 @@ private slots:
 void tst_vora_status_prometheus::everyFamily()
 {
     const DriverFolder folder = StatusFolder();
-    folder.WritePrinterList({Printer(QStringLiteral("Office"), QStringLiteral("RA7QX"), 1, QStringLiteral("usb")),
-                             Printer(QStringLiteral("前台"), QStringLiteral("RB9X"), 2, QStringLiteral("10.0.0.9"))});
-    folder.WriteStatus(QStringLiteral("Office"), HandMadeReply());
-    QVERIFY(SetModificationTime(folder.StatusPath(QStringLiteral("Office")),
-                                QDateTime::fromMSecsSinceEpoch(1700000000250)));
+    folder.WritePrinterList(
+        {Printer(u"Office"_s, u"RA7QX"_s, 1, u"usb"_s), Printer(u"前台"_s, u"RB9X"_s, 2, u"10.0.0.9"_s)});
+    folder.WriteStatus(u"Office"_s, HandMadeReply());
+    QVERIFY(SetModificationTime(folder.StatusPath(u"Office"_s), QDateTime::fromMSecsSinceEpoch(1700000000250)));
     const stRun run = Run({c_strPrometheus});
-    QCOMPARE(QString::fromUtf8(run.output),
-             QStringLiteral(R"(# HELP vora_printers Printers in the driver package's list.
+    QCOMPARE(QString::fromUtf8(run.output), uR"(# HELP vora_printers Printers in the driver package's list.
 # TYPE vora_printers gauge
 vora_printers 2
 # HELP vora_printer_info A listed printer; product, firmware and serial are empty without a reply.
@@ -139,8 +136,7 @@ vora_printer_remaining_toner{queue="Office"} 300
 # HELP vora_printer_waste_toner Waste toner or ink, in the printer's own unit.
 # TYPE vora_printer_waste_toner gauge
 vora_printer_waste_toner{queue="Office"} 7
-)")
-                 .arg(StateSamples(8)));
+)"_s.arg(StateSamples(8)));
     QCOMPARE(run.messages, QByteArray());
     QCOMPARE(run.iExit, 0); // errors of a printer are no failure
 }
@@ -170,22 +166,21 @@ void tst_vora_status_prometheus::nothingIsMadeUp()
     QFETCH(const QByteArray, reply);
     QFETCH(const bool, missing);
 
-    StatusFolder().WritePrinterList({Plain(QStringLiteral("Office"))});
+    StatusFolder().WritePrinterList({Plain(u"Office"_s)});
     if (!missing) {
-        StatusFolder().WriteStatus(QStringLiteral("Office"), reply);
+        StatusFolder().WriteStatus(u"Office"_s, reply);
     }
     const stRun run = Run({c_strPrometheus});
     QStringList listName;
-    for (const QString& strLine : LinesOf(run, QStringLiteral("vora_"))) {
-        listName.append(strLine.section(QRegularExpression(QStringLiteral("[{ ]")), 0, 0));
+    for (const QString& strLine : LinesOf(run, u"vora_"_s)) {
+        listName.append(strLine.section(QRegularExpression(u"[{ ]"_s), 0, 0));
     }
-    QStringList listExpected{QStringLiteral("vora_printers"), QStringLiteral("vora_printer_info"),
-                             QStringLiteral("vora_printer_up")};
+    QStringList listExpected{u"vora_printers"_s, u"vora_printer_info"_s, u"vora_printer_up"_s};
     if (!missing) {
-        listExpected.append(QStringLiteral("vora_printer_reply_timestamp_seconds"));
+        listExpected.append(u"vora_printer_reply_timestamp_seconds"_s);
     }
     QCOMPARE(listName, listExpected);
-    QVERIFY(run.Lines().contains(QStringLiteral("vora_printer_up{queue=\"Office\"} 0")));
+    QVERIFY(run.Lines().contains(u"vora_printer_up{queue=\"Office\"} 0"_s));
     QCOMPARE(run.iExit, 0);
 }
 
@@ -197,7 +192,7 @@ void tst_vora_status_prometheus::states_data()
     for (const stGoldenCode& code : Sent(GoldenStates())) {
         QTest::newRow(qPrintable(code.strName)) << code.iRawCode << code.strName;
     }
-    QTest::newRow("unknown") << c_iNoState << QStringLiteral("unknown");
+    QTest::newRow("unknown") << c_iNoState << u"unknown"_s;
 }
 
 void tst_vora_status_prometheus::states()
@@ -205,53 +200,51 @@ void tst_vora_status_prometheus::states()
     QFETCH(const int, code);
     QFETCH(const QString, state);
 
-    StatusFolder().WritePrinterList({Plain(QStringLiteral("Office"))});
-    StatusFolder().WriteStatus(QStringLiteral("Office"), ReplyInState(static_cast<quint8>(code)));
-    const QStringList listState = LinesOf(Run({c_strPrometheus}), QStringLiteral("vora_printer_state{"));
+    StatusFolder().WritePrinterList({Plain(u"Office"_s)});
+    StatusFolder().WriteStatus(u"Office"_s, ReplyInState(static_cast<quint8>(code)));
+    const QStringList listState = LinesOf(Run({c_strPrometheus}), u"vora_printer_state{"_s);
     QCOMPARE(listState.size(), GoldenStates().size());
-    QCOMPARE(listState.filter(QRegularExpression(QStringLiteral(" 1$"))),
-             QStringList(QStringLiteral("vora_printer_state{queue=\"Office\",state=\"%1\"} 1").arg(state)));
-    QCOMPARE(listState.filter(QRegularExpression(QStringLiteral(" 0$"))).size(), GoldenStates().size() - 1);
+    QCOMPARE(listState.filter(QRegularExpression(u" 1$"_s)),
+             QStringList(u"vora_printer_state{queue=\"Office\",state=\"%1\"} 1"_s.arg(state)));
+    QCOMPARE(listState.filter(QRegularExpression(u" 0$"_s)).size(), GoldenStates().size() - 1);
 }
 
 void tst_vora_status_prometheus::codes()
 {
-    StatusFolder().WritePrinterList({Plain(QStringLiteral("Office"))});
-    StatusFolder().WriteStatus(QStringLiteral("Office"),
+    StatusFolder().WritePrinterList({Plain(u"Office"_s)});
+    StatusFolder().WriteStatus(u"Office"_s,
                                WithErrors({0x6800, 0x0001, 0x6100, 0x0001, 0xFFFF, 0x6100}, {0x6100, 0x6165}));
     const stRun run = Run({c_strPrometheus});
-    QCOMPARE(LinesOf(run, QStringLiteral("vora_printer_error{")),
-             (QStringList{QStringLiteral("vora_printer_error{queue=\"Office\",code=\"0x0001\",name=\"unknown\"} 1"),
-                          QStringLiteral("vora_printer_error{queue=\"Office\",code=\"0x6100\",name=\"no-paper\"} 1"),
-                          QStringLiteral("vora_printer_error{queue=\"Office\",code=\"0x6800\",name=\"code-6800\"} 1"),
-                          QStringLiteral("vora_printer_error{queue=\"Office\",code=\"0xFFFF\",name=\"unknown\"} 1")}));
-    QCOMPARE(LinesOf(run, QStringLiteral("vora_printer_warning{")),
-             (QStringList{
-                 QStringLiteral("vora_printer_warning{queue=\"Office\",code=\"0x6100\",name=\"no-paper\"} 1"),
-                 QStringLiteral("vora_printer_warning{queue=\"Office\",code=\"0x6165\",name=\"yellow-ink-low\"} 1")}));
+    QCOMPARE(LinesOf(run, u"vora_printer_error{"_s),
+             (QStringList{u"vora_printer_error{queue=\"Office\",code=\"0x0001\",name=\"unknown\"} 1"_s,
+                          u"vora_printer_error{queue=\"Office\",code=\"0x6100\",name=\"no-paper\"} 1"_s,
+                          u"vora_printer_error{queue=\"Office\",code=\"0x6800\",name=\"code-6800\"} 1"_s,
+                          u"vora_printer_error{queue=\"Office\",code=\"0xFFFF\",name=\"unknown\"} 1"_s}));
+    QCOMPARE(LinesOf(run, u"vora_printer_warning{"_s),
+             (QStringList{u"vora_printer_warning{queue=\"Office\",code=\"0x6100\",name=\"no-paper\"} 1"_s,
+                          u"vora_printer_warning{queue=\"Office\",code=\"0x6165\",name=\"yellow-ink-low\"} 1"_s}));
 }
 
 void tst_vora_status_prometheus::pagesGiveThePrints()
 {
-    StatusFolder().WritePrinterList({Plain(QStringLiteral("Office"))});
-    StatusFolder().WriteStatus(QStringLiteral("Office"),
-                               WithSupplies({MakeSuppliesRecord(enSuppliesNumberOfPages, 4294967295)}));
-    QCOMPARE(LinesOf(Run({c_strPrometheus}), QStringLiteral("vora_printer_p")),
-             (QStringList{QStringLiteral("vora_printer_pages_total{queue=\"Office\"} 4294967295"),
-                          QStringLiteral("vora_printer_prints_total{queue=\"Office\"} 4294967295")}));
+    StatusFolder().WritePrinterList({Plain(u"Office"_s)});
+    StatusFolder().WriteStatus(u"Office"_s, WithSupplies({MakeSuppliesRecord(enSuppliesNumberOfPages, 4294967295)}));
+    QCOMPARE(LinesOf(Run({c_strPrometheus}), u"vora_printer_p"_s),
+             (QStringList{u"vora_printer_pages_total{queue=\"Office\"} 4294967295"_s,
+                          u"vora_printer_prints_total{queue=\"Office\"} 4294967295"_s}));
 }
 
 void tst_vora_status_prometheus::inkOutOfRange()
 {
-    StatusFolder().WritePrinterList({Plain(QStringLiteral("Office"))});
+    StatusFolder().WritePrinterList({Plain(u"Office"_s)});
     StatusFolder().WriteStatus(
-        QStringLiteral("Office"),
+        u"Office"_s,
         WithSupplies({MakeSuppliesRecord(enSuppliesBlueInk, 101), MakeSuppliesRecord(enSuppliesRedInk, 100),
                       MakeSuppliesRecord(enSuppliesYellowInk, 7), MakeSuppliesRecord(enSuppliesBlackInk, 0)}));
-    QCOMPARE(LinesOf(Run({c_strPrometheus}), QStringLiteral("vora_printer_ink_ratio{")),
-             (QStringList{QStringLiteral("vora_printer_ink_ratio{queue=\"Office\",color=\"black\"} 0"),
-                          QStringLiteral("vora_printer_ink_ratio{queue=\"Office\",color=\"magenta\"} 1"),
-                          QStringLiteral("vora_printer_ink_ratio{queue=\"Office\",color=\"yellow\"} 0.07")}));
+    QCOMPARE(LinesOf(Run({c_strPrometheus}), u"vora_printer_ink_ratio{"_s),
+             (QStringList{u"vora_printer_ink_ratio{queue=\"Office\",color=\"black\"} 0"_s,
+                          u"vora_printer_ink_ratio{queue=\"Office\",color=\"magenta\"} 1"_s,
+                          u"vora_printer_ink_ratio{queue=\"Office\",color=\"yellow\"} 0.07"_s}));
 }
 
 void tst_vora_status_prometheus::labels_data()
@@ -259,12 +252,12 @@ void tst_vora_status_prometheus::labels_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("label");
 
-    QTest::newRow("quote and backslash") << QStringLiteral("a\"b\\c") << QStringLiteral("a\\\"b\\\\c");
-    QTest::newRow("line feed") << QStringLiteral("a\nb") << QStringLiteral("a\\nb");
-    QTest::newRow("braces") << QStringLiteral("a{b=\"c\"} 1 #") << QStringLiteral("a{b=\\\"c\\\"} 1 #");
-    QTest::newRow("other controls") << QStringLiteral("a\r\033\u0085\u2028\177")
-                                    << QStringLiteral("a\\\\u000D\\\\u001B\\\\u0085\\\\u2028\\\\u007F");
-    QTest::newRow("Chinese") << QStringLiteral("前台 ①") << QStringLiteral("前台 ①");
+    QTest::newRow("quote and backslash") << u"a\"b\\c"_s << u"a\\\"b\\\\c"_s;
+    QTest::newRow("line feed") << u"a\nb"_s << u"a\\nb"_s;
+    QTest::newRow("braces") << u"a{b=\"c\"} 1 #"_s << u"a{b=\\\"c\\\"} 1 #"_s;
+    QTest::newRow("other controls") << u"a\r\033\u0085\u2028\177"_s
+                                    << u"a\\\\u000D\\\\u001B\\\\u0085\\\\u2028\\\\u007F"_s;
+    QTest::newRow("Chinese") << u"前台 ①"_s << u"前台 ①"_s;
     QTest::newRow("empty") << QString() << QString();
 }
 
@@ -275,47 +268,46 @@ void tst_vora_status_prometheus::labels()
 
     StatusFolder().WritePrinterList({Plain(name)});
     const stRun run = Run({c_strPrometheus});
-    const QString strLine = QStringLiteral("vora_printer_up{queue=\"%1\"} 0").arg(label);
+    const QString strLine = u"vora_printer_up{queue=\"%1\"} 0"_s.arg(label);
     QVERIFY2(run.Lines().contains(strLine), run.output);
     QCOMPARE(run.output.count('\n'), 9);
 }
 
 void tst_vora_status_prometheus::twoPrintersOfOneName()
 {
-    StatusFolder().WritePrinterList({Plain(QStringLiteral("Office")),
-                                     Printer(QStringLiteral("Office"), QStringLiteral("RB9X"), 1, QString()),
-                                     Plain(QStringLiteral("a\r")), Plain(QStringLiteral("a\\u000D"))});
-    StatusFolder().WriteStatus(QStringLiteral("Office"), HandMadeReply());
+    StatusFolder().WritePrinterList(
+        {Plain(u"Office"_s), Printer(u"Office"_s, u"RB9X"_s, 1, QString()), Plain(u"a\r"_s), Plain(u"a\\u000D"_s)});
+    StatusFolder().WriteStatus(u"Office"_s, HandMadeReply());
     const stRun run = Run({c_strPrometheus});
-    QVERIFY(run.Lines().contains(QStringLiteral("vora_printers 4")));
-    QCOMPARE(LinesOf(run, QStringLiteral("vora_printer_info{queue=\"Office\",model=\"RA7QX\"")).size(), 1);
-    QStringList listSample = LinesOf(run, QStringLiteral("vora_"));
+    QVERIFY(run.Lines().contains(u"vora_printers 4"_s));
+    QCOMPARE(LinesOf(run, u"vora_printer_info{queue=\"Office\",model=\"RA7QX\""_s).size(), 1);
+    QStringList listSample = LinesOf(run, u"vora_"_s);
     QCOMPARE(listSample.removeDuplicates(), 0);
-    QCOMPARE(LinesOf(run, QStringLiteral("vora_printer_up{")).size(), 2);
+    QCOMPARE(LinesOf(run, u"vora_printer_up{"_s).size(), 2);
 }
 
 void tst_vora_status_prometheus::twoHundredPrinters()
 {
     QList<stPrinterInfo> listPrinter;
     for (int i = 0; i < 200; ++i) {
-        listPrinter.append(Plain(QStringLiteral("floor-12-room-%1-西侧").arg(i, 4, 10, QLatin1Char('0'))));
+        listPrinter.append(Plain(u"floor-12-room-%1-西侧"_s.arg(i, 4, 10, QLatin1Char('0'))));
         StatusFolder().WriteStatus(listPrinter.last().strPrinterName, HandMadeReply());
     }
     StatusFolder().WritePrinterList(listPrinter);
     const stRun run = Run({c_strPrometheus});
-    QCOMPARE(LinesOf(run, QStringLiteral("vora_")).size(), 1 + 200 * (18 + GoldenStates().size()));
+    QCOMPARE(LinesOf(run, u"vora_"_s).size(), 1 + 200 * (18 + GoldenStates().size()));
     QVERIFY2(run.output.size() < 600000, qPrintable(QString::number(run.output.size())));
 }
 
 void tst_vora_status_prometheus::replacesTheFile()
 {
-    Write("something older and longer than what comes\n" + QByteArray(1000, 'x'), QStringLiteral("vora.prom"));
-    const stRun run = Run({c_strPrometheus, QStringLiteral("--output"), QStringLiteral("vora.prom")});
+    Write("something older and longer than what comes\n" + QByteArray(1000, 'x'), u"vora.prom"_s);
+    const stRun run = Run({c_strPrometheus, u"--output"_s, u"vora.prom"_s});
     QCOMPARE(run.output, QByteArray());
     QCOMPARE(run.messages, QByteArray());
     QCOMPARE(run.iExit, 0);
-    QCOMPARE(ReadFile(QStringLiteral("vora.prom")), Run({c_strPrometheus}).output);
-    QCOMPARE(QDir().entryList(QDir::Files | QDir::Hidden), QStringList(QStringLiteral("vora.prom")));
+    QCOMPARE(ReadFile(u"vora.prom"_s), Run({c_strPrometheus}).output);
+    QCOMPARE(QDir().entryList(QDir::Files | QDir::Hidden), QStringList(u"vora.prom"_s));
 }
 
 void tst_vora_status_prometheus::modeOfTheFile()
@@ -324,10 +316,10 @@ void tst_vora_status_prometheus::modeOfTheFile()
         struct stat status = {};
         return ::stat("vora.prom", &status) == 0 ? status.st_mode & 07777U : 0;
     };
-    QCOMPARE(RunInShell(QStringLiteral("umask 077"), QStringLiteral("vora.prom")).iExit, 0);
+    QCOMPARE(RunInShell(u"umask 077"_s, u"vora.prom"_s).iExit, 0);
     QCOMPARE(mode(), 0644U);
     QCOMPARE(::chmod("vora.prom", 0666), 0);
-    QCOMPARE(RunInShell(QStringLiteral("umask 0"), QStringLiteral("vora.prom")).iExit, 0);
+    QCOMPARE(RunInShell(u"umask 0"_s, u"vora.prom"_s).iExit, 0);
     QCOMPARE(mode(), 0644U);
 }
 
@@ -338,24 +330,24 @@ void tst_vora_status_prometheus::leavesTheFileWhenItCannotBeWritten()
         listPrinter.append(Plain(QString::number(i)));
     }
     StatusFolder().WritePrinterList(listPrinter);
-    Write("older", QStringLiteral("vora.prom"));
+    Write("older", u"vora.prom"_s);
     // As on a file system that is full: of 17 kB, 4 have room.
-    const stRun run = RunInShell(QStringLiteral("trap '' XFSZ; ulimit -f 8"), QStringLiteral("vora.prom"));
+    const stRun run = RunInShell(u"trap '' XFSZ; ulimit -f 8"_s, u"vora.prom"_s);
     QCOMPARE(run.messages, QByteArray("vora-status: vora.prom cannot be written: File too large\n"));
     QCOMPARE(run.iExit, 2);
-    QCOMPARE(ReadFile(QStringLiteral("vora.prom")), QByteArray("older"));
-    QCOMPARE(QDir().entryList(QDir::Files | QDir::Hidden), QStringList(QStringLiteral("vora.prom")));
+    QCOMPARE(ReadFile(u"vora.prom"_s), QByteArray("older"));
+    QCOMPARE(QDir().entryList(QDir::Files | QDir::Hidden), QStringList(u"vora.prom"_s));
 }
 
 void tst_vora_status_prometheus::writesThroughNoLink()
 {
-    Write("precious", QStringLiteral("precious"));
-    QVERIFY(QFile::link(QStringLiteral("precious"), QStringLiteral("vora.prom")));
-    const stRun run = Run({c_strPrometheus, QStringLiteral("--output"), QStringLiteral("vora.prom")});
+    Write("precious", u"precious"_s);
+    QVERIFY(QFile::link(u"precious"_s, u"vora.prom"_s));
+    const stRun run = Run({c_strPrometheus, u"--output"_s, u"vora.prom"_s});
     QCOMPARE(run.messages, QByteArray("vora-status: vora.prom cannot be written: it is a link\n"));
     QCOMPARE(run.iExit, 2);
-    QCOMPARE(ReadFile(QStringLiteral("precious")), QByteArray("precious"));
-    QVERIFY(QFileInfo(QStringLiteral("vora.prom")).isSymLink());
+    QCOMPARE(ReadFile(u"precious"_s), QByteArray("precious"));
+    QVERIFY(QFileInfo(u"vora.prom"_s).isSymLink());
 }
 
 void tst_vora_status_prometheus::notWritten_data()
@@ -373,14 +365,12 @@ void tst_vora_status_prometheus::notWritten()
     QFETCH(const QString, path);
     QFETCH(const QByteArray, message);
 
-    const stRun run = Run({c_strPrometheus, QStringLiteral("--output"), path});
+    const stRun run = Run({c_strPrometheus, u"--output"_s, path});
     QCOMPARE(run.messages, "vora-status: " + message + '\n');
     QCOMPARE(run.iExit, 2);
-    const stRun chinese = Run({c_strPrometheus, QStringLiteral("--lang=zh"), QStringLiteral("--output"), path});
+    const stRun chinese = Run({c_strPrometheus, u"--lang=zh"_s, u"--output"_s, path});
     QVERIFY2(chinese.messages.contains("无法写入："), chinese.messages);
-    const stRun full =
-        RunCommand(QStringLiteral("sh"),
-                   {QStringLiteral("-c"), QStringLiteral("exec \"$0\" --prometheus > /dev/full"), c_strProgram});
+    const stRun full = RunCommand(u"sh"_s, {u"-c"_s, u"exec \"$0\" --prometheus > /dev/full"_s, c_strProgram});
     QCOMPARE(full.messages, QByteArray("vora-status: the output cannot be written\n"));
     QCOMPARE(full.iExit, 2);
 }
@@ -391,16 +381,16 @@ void tst_vora_status_prometheus::usageErrors_data()
     QTest::addColumn<QByteArray>("words");
 
     const QByteArray alone = "--prometheus takes no files, --udp or --watch.";
-    QTest::newRow("file") << QStringList{c_strPrometheus, QStringLiteral("a.dat")} << alone;
-    QTest::newRow("address") << QStringList{c_strPrometheus, QStringLiteral("--udp=127.0.0.1")} << alone;
-    QTest::newRow("watch") << QStringList{c_strPrometheus, QStringLiteral("--watch")} << alone;
-    QTest::newRow("output alone") << QStringList{QStringLiteral("--output=a.prom")}
+    QTest::newRow("file") << QStringList{c_strPrometheus, u"a.dat"_s} << alone;
+    QTest::newRow("address") << QStringList{c_strPrometheus, u"--udp=127.0.0.1"_s} << alone;
+    QTest::newRow("watch") << QStringList{c_strPrometheus, u"--watch"_s} << alone;
+    QTest::newRow("output alone") << QStringList{u"--output=a.prom"_s}
                                   << QByteArray("--output goes with --prometheus.");
-    QTest::newRow("output of JSON") << QStringList{QStringLiteral("--json"), QStringLiteral("--output=a.prom")}
+    QTest::newRow("output of JSON") << QStringList{u"--json"_s, u"--output=a.prom"_s}
                                     << QByteArray("--output goes with --prometheus.");
-    QTest::newRow("JSON") << QStringList{QStringLiteral("--json"), c_strPrometheus}
+    QTest::newRow("JSON") << QStringList{u"--json"_s, c_strPrometheus}
                           << QByteArray("--json and --prometheus exclude each other.");
-    QTest::newRow("fields") << QStringList{QStringLiteral("--hex"), QStringLiteral("--fields")}
+    QTest::newRow("fields") << QStringList{u"--hex"_s, u"--fields"_s}
                             << QByteArray("--hex and --fields exclude each other.");
 }
 

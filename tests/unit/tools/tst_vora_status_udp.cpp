@@ -25,20 +25,20 @@ private slots:
 void tst_vora_status_udp::udpGood()
 {
     UdpResponder printer({HandMadeReply(), EncodeStatusReply(Ready()), EncodeStatusReply(Ready()) + "tail"});
-    const stRun run = RunFields({QStringLiteral("--udp"), QStringLiteral("127.0.0.1")});
+    const stRun run = RunFields({u"--udp"_s, u"127.0.0.1"_s});
     QVERIFY2(run.output.startsWith("127.0.0.1: 145 bytes\n  not examined: \"564f5241000102\"\n"), run.output);
     QVERIFY2(run.output.contains("  prints of the printer (0x1102): 16909060\n"), run.output);
     QCOMPARE(run.messages, QByteArray());
     QCOMPARE(run.iExit, 1);
 
     // Zero bytes at the end are part of it.
-    const stRun json = Run({QStringLiteral("--json"), QStringLiteral("--udp"), QStringLiteral("127.0.0.1")});
-    QCOMPARE(json.Report().value(QStringLiteral("source")).toString(), QStringLiteral("udp"));
-    QCOMPARE(json.Report().value(QStringLiteral("name")).toString(), QStringLiteral("127.0.0.1"));
-    QCOMPARE(json.Report().value(QStringLiteral("length")).toInt(), 37);
+    const stRun json = Run({u"--json"_s, u"--udp"_s, u"127.0.0.1"_s});
+    QCOMPARE(json.Report().value(u"source"_s).toString(), u"udp"_s);
+    QCOMPARE(json.Report().value(u"name"_s).toString(), u"127.0.0.1"_s);
+    QCOMPARE(json.Report().value(u"length"_s).toInt(), 37);
     QCOMPARE(json.iExit, 0);
 
-    const stRun hex = Run({QStringLiteral("--hex"), QStringLiteral("--udp"), QStringLiteral("127.0.0.1")});
+    const stRun hex = Run({u"--hex"_s, u"--udp"_s, u"127.0.0.1"_s});
     QVERIFY2(hex.output.endsWith("    37  74 61 69 6C              ignored\n"), hex.output);
 
     const QByteArray request = QByteArray::fromHex("A5000C50E0740803 00000000000000");
@@ -74,16 +74,15 @@ void tst_vora_status_udp::udpRejected()
     QFETCH(const QByteArray, words);
 
     UdpResponder printer({reply, reply, reply});
-    const QStringList listUdp{QStringLiteral("--udp"), QStringLiteral("127.0.0.1")};
+    const QStringList listUdp{u"--udp"_s, u"127.0.0.1"_s};
     const stRun text = RunFields(listUdp);
     QCOMPARE(text.output, QByteArray());
     QCOMPARE(text.messages, "vora-status: 127.0.0.1: reply rejected: " + words + '\n');
     QCOMPARE(text.iExit, 2);
-    const stRun json = Run(QStringList(QStringLiteral("--json")) + listUdp);
-    QCOMPARE(json.Report().value(QStringLiteral("length")).toInt(), length);
-    QCOMPARE(json.Report().value(QStringLiteral("failure")).toObject().value(QStringLiteral("reason")).toString(),
-             reason);
-    const stRun hex = Run(QStringList(QStringLiteral("--hex")) + listUdp);
+    const stRun json = Run(QStringList(u"--json"_s) + listUdp);
+    QCOMPARE(json.Report().value(u"length"_s).toInt(), length);
+    QCOMPARE(json.Report().value(u"failure"_s).toObject().value(u"reason"_s).toString(), reason);
+    const stRun hex = Run(QStringList(u"--hex"_s) + listUdp);
     QVERIFY2(hex.output.startsWith("127.0.0.1: " + QByteArray::number(length) + " bytes\n     0  00 "), hex.output);
     QVERIFY2(hex.output.endsWith("reply rejected: " + words + '\n'), hex.output);
 }
@@ -120,64 +119,59 @@ void tst_vora_status_udp::udpNotReached()
     QFETCH(const QString, reason);
 
     const UdpResponder printer(replies);
-    const QStringList listUdp{QStringLiteral("--udp=") + address};
+    const QStringList listUdp{u"--udp="_s + address};
     const QByteArray head = "vora-status: " + address.toUtf8();
     const stRun text = RunFields(listUdp);
     QCOMPARE(text.output, QByteArray());
     QCOMPARE(text.messages, head + ": " + english + '\n');
     QCOMPARE(text.iExit, 2);
-    QCOMPARE(RunFields(QStringList(QStringLiteral("--lang=zh")) + listUdp).messages, head + "：" + chinese + '\n');
-    const stRun json = Run(QStringList(QStringLiteral("--json")) + listUdp);
-    QVERIFY(json.Report().value(QStringLiteral("length")).isNull());
-    QCOMPARE(json.Report().value(QStringLiteral("failure")).toObject().value(QStringLiteral("reason")).toString(),
-             reason);
+    QCOMPARE(RunFields(QStringList(u"--lang=zh"_s) + listUdp).messages, head + "：" + chinese + '\n');
+    const stRun json = Run(QStringList(u"--json"_s) + listUdp);
+    QVERIFY(json.Report().value(u"length"_s).isNull());
+    QCOMPARE(json.Report().value(u"failure"_s).toObject().value(u"reason"_s).toString(), reason);
 }
 
 void tst_vora_status_udp::udpWithoutFileDescriptors()
 {
     QSet<QString> reasons;
     for (int i = 4; i < 16; ++i) { // a leak sanitizer would need a descriptor of its own at the end
-        const stRun run =
-            RunCommand(QStringLiteral("sh"), {QStringLiteral("-c"),
-                                              QStringLiteral("ulimit -n %1; ASAN_OPTIONS=$ASAN_OPTIONS:detect_leaks=0 "
-                                                             "exec \"$0\" --json --udp 192.0.2.1")
-                                                  .arg(i),
-                                              c_strProgram});
+        const stRun run = RunCommand(u"sh"_s, {u"-c"_s,
+                                               u"ulimit -n %1; ASAN_OPTIONS=$ASAN_OPTIONS:detect_leaks=0 "
+                                               "exec \"$0\" --json --udp 192.0.2.1"_s.arg(i),
+                                               c_strProgram});
         if (run.iExit == 127) {
             continue; // not even its libraries could be loaded
         }
         QCOMPARE(run.iExit, 2);
-        const QJsonObject failure = run.Report().value(QStringLiteral("failure")).toObject();
-        reasons.insert(failure.value(QStringLiteral("reason")).toString() + QLatin1Char(':') +
-                       failure.value(QStringLiteral("english")).toString());
+        const QJsonObject failure = run.Report().value(u"failure"_s).toObject();
+        reasons.insert(failure.value(u"reason"_s).toString() + QLatin1Char(':') +
+                       failure.value(u"english"_s).toString());
     }
-    QCOMPARE(reasons, (QSet<QString>{QStringLiteral("socket:no network socket could be made"),
-                                     QStringLiteral("send:the request could not be sent")}));
+    QCOMPARE(reasons,
+             (QSet<QString>{u"socket:no network socket could be made"_s, u"send:the request could not be sent"_s}));
 }
 
 void tst_vora_status_udp::udpWithoutTimeOut()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VORA_REFUSE_TIME_OUT));
-    const QString strSanitizer = QStringLiteral("ASAN_OPTIONS");
-    environment.insert(strSanitizer, environment.value(strSanitizer) + QStringLiteral(":verify_asan_link_order=0"));
+    environment.insert(u"LD_PRELOAD"_s, QStringLiteral(VORA_REFUSE_TIME_OUT));
+    const QString strSanitizer = u"ASAN_OPTIONS"_s;
+    environment.insert(strSanitizer, environment.value(strSanitizer) + u":verify_asan_link_order=0"_s);
     const UdpResponder printer({});
-    const QStringList listUdp{QStringLiteral("--udp"), QStringLiteral("127.0.0.1")};
+    const QStringList listUdp{u"--udp"_s, u"127.0.0.1"_s};
     const stRun english = RunCommand(c_strProgram, listUdp, environment);
     QCOMPARE(english.messages, QByteArray("vora-status: 127.0.0.1: the time-out for the reply could not be set\n"));
     QCOMPARE(english.iExit, 2);
-    const stRun chinese = RunCommand(c_strProgram, listUdp + QStringList(QStringLiteral("--lang=zh")), environment);
+    const stRun chinese = RunCommand(c_strProgram, listUdp + QStringList(u"--lang=zh"_s), environment);
     QCOMPARE(chinese.messages, QByteArray("vora-status: 127.0.0.1：无法设置应答的超时\n"));
-    const stRun json = RunCommand(c_strProgram, listUdp + QStringList(QStringLiteral("--json")), environment);
-    QCOMPARE(json.Report().value(QStringLiteral("failure")).toObject().value(QStringLiteral("reason")).toString(),
-             QStringLiteral("time-out"));
+    const stRun json = RunCommand(c_strProgram, listUdp + QStringList(u"--json"_s), environment);
+    QCOMPARE(json.Report().value(u"failure"_s).toObject().value(u"reason"_s).toString(), u"time-out"_s);
 }
 
 void tst_vora_status_udp::watchUdp()
 {
     UdpResponder printer({ReplyInState(0x00), ReplyInState(0x00), ReplyInState(0x10)});
-    Watcher watcher(
-        {QStringLiteral("--fields"), QStringLiteral("--watch"), QStringLiteral("--udp"), QStringLiteral("127.0.0.1")});
+    Watcher watcher({u"--fields"_s, u"--watch"_s, u"--udp"_s, u"127.0.0.1"_s});
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  state: 0x10 Printing\n"), c_iPatience);
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Messages().contains("127.0.0.1: no reply of at least 8 bytes"), c_iPatience);
     QCOMPARE(watcher.Output().count("127.0.0.1: "), 2);

@@ -30,7 +30,7 @@ private slots:
 void tst_vora_status_watch::watchFile()
 {
     const QString strPath = Write(ReplyInState(0x00));
-    Watcher watcher({QStringLiteral("--fields"), QStringLiteral("--watch"), QStringLiteral("reply.dat")});
+    Watcher watcher({u"--fields"_s, u"--watch"_s, u"reply.dat"_s});
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().endsWith("0 (not in the reply)\n"), c_iPatience);
     QVERIFY(watcher.Output().startsWith("reply.dat: 33 bytes\n"));
     QVERIFY(watcher.Output().contains("  state: 0x00 Ready\n"));
@@ -52,17 +52,17 @@ void tst_vora_status_watch::watchFile()
 void tst_vora_status_watch::watchDriverFolder()
 {
     const DriverFolder folder = StatusFolder();
-    const stPrinterInfo one = Printer(QStringLiteral("one"), QStringLiteral("RA7QX"), 1, QString());
-    const stPrinterInfo two = Printer(QStringLiteral("two"), QStringLiteral("RA7QX"), 1, QString());
+    const stPrinterInfo one = Printer(u"one"_s, u"RA7QX"_s, 1, QString());
+    const stPrinterInfo two = Printer(u"two"_s, u"RA7QX"_s, 1, QString());
     folder.WritePrinterList({one});
-    folder.WriteStatus(QStringLiteral("one"), ReplyInState(0x00));
-    folder.WriteStatus(QStringLiteral("two"), ReplyInState(0x11));
-    Watcher watcher({QStringLiteral("--fields"), QStringLiteral("--watch")});
+    folder.WriteStatus(u"one"_s, ReplyInState(0x00));
+    folder.WriteStatus(u"two"_s, ReplyInState(0x11));
+    Watcher watcher({u"--fields"_s, u"--watch"_s});
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("one: 33 bytes\n"), c_iPatience);
     folder.WritePrinterList({one, two});
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  state: 0x11 Scanning\n"), c_iPatience);
     // The printer that came is followed too.
-    folder.WriteStatus(QStringLiteral("two"), ReplyInState(0x12));
+    folder.WriteStatus(u"two"_s, ReplyInState(0x12));
     QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  state: 0x12 Copying\n"), c_iPatience);
     QCOMPARE(watcher.EndBy(SIGINT), 0);
 }
@@ -70,12 +70,12 @@ void tst_vora_status_watch::watchDriverFolder()
 void tst_vora_status_watch::watchJson()
 {
     Write(ReplyInState(0x00));
-    Watcher watcher({QStringLiteral("--watch"), QStringLiteral("--json"), QStringLiteral("reply.dat")});
+    Watcher watcher({u"--watch"_s, u"--json"_s, u"reply.dat"_s});
     QTRY_COMPARE_WITH_TIMEOUT(watcher.Output().count('\n'), 1, c_iPatience);
     // The same contents in a new file are no change.
-    QVERIFY(QFile::remove(QStringLiteral("reply.dat")));
+    QVERIFY(QFile::remove(u"reply.dat"_s));
     Write(ReplyInState(0x00));
-    Write(ReplyInState(0x03), QStringLiteral("next.dat"));
+    Write(ReplyInState(0x03), u"next.dat"_s);
     const QDateTime start = QDateTime::currentDateTime();
     QTRY_VERIFY_WITH_TIMEOUT(start.msecsTo(QDateTime::currentDateTime()) > 2200, c_iPatience); // two looks
     QCOMPARE(std::rename("next.dat", "reply.dat"), 0);
@@ -83,7 +83,7 @@ void tst_vora_status_watch::watchJson()
     const QList<QByteArray> listLine = watcher.Output().trimmed().split('\n');
     QCOMPARE(listLine.size(), 2);
     for (const QByteArray& line : listLine) {
-        QCOMPARE(QJsonDocument::fromJson(line).object().value(QStringLiteral("format")).toInt(), 1);
+        QCOMPARE(QJsonDocument::fromJson(line).object().value(u"format"_s).toInt(), 1);
     }
     QCOMPARE(watcher.EndBy(SIGTERM), 0);
 }
@@ -91,9 +91,7 @@ void tst_vora_status_watch::watchJson()
 void tst_vora_status_watch::watchOnTerminal()
 {
     Write(ReplyInState(0x00));
-    Watcher watcher({QStringLiteral("-qec"), c_strProgram + QStringLiteral(" --fields --watch reply.dat"),
-                     QStringLiteral("/dev/null")},
-                    QStringLiteral("script"));
+    Watcher watcher({u"-qec"_s, c_strProgram + u" --fields --watch reply.dat"_s, u"/dev/null"_s}, u"script"_s);
     const QByteArray wiped = "\033[H\033[2Jreply.dat: 33 bytes\r\n";
     QTRY_COMPARE_WITH_TIMEOUT(watcher.Output().count(wiped), 1, c_iPatience);
     Write(ReplyInState(0x10));
@@ -104,11 +102,11 @@ void tst_vora_status_watch::watchOnTerminal()
 void tst_vora_status_watch::watchIsIdle()
 {
     Write(ReplyInState(0x00));
-    Watcher watcher({QStringLiteral("--fields"), QStringLiteral("--watch"), QStringLiteral("reply.dat")});
+    Watcher watcher({u"--fields"_s, u"--watch"_s, u"reply.dat"_s});
     const QDateTime start = QDateTime::currentDateTime();
     QTRY_VERIFY_WITH_TIMEOUT(start.msecsTo(QDateTime::currentDateTime()) > 3000, c_iPatience);
     QVERIFY(!watcher.Output().isEmpty());
-    const QByteArray stat = ReadFile(QStringLiteral("/proc/%1/stat").arg(watcher.Pid()));
+    const QByteArray stat = ReadFile(u"/proc/%1/stat"_s.arg(watcher.Pid()));
     const QList<QByteArray> listPart = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
     const long iTicks = listPart.at(11).toLong() + listPart.at(12).toLong();
     QVERIFY2(iTicks < ::sysconf(_SC_CLK_TCK) / 4, stat);
@@ -133,7 +131,7 @@ void tst_vora_status_watch::watchEnds()
     QFETCH(const int, expected);
 
     Write(reply);
-    Watcher watcher({QStringLiteral("--watch"), QStringLiteral("--hex"), QStringLiteral("reply.dat")});
+    Watcher watcher({u"--watch"_s, u"--hex"_s, u"reply.dat"_s});
     QTRY_VERIFY_WITH_TIMEOUT(!watcher.Output().isEmpty(), c_iPatience);
     QCOMPARE(watcher.EndBy(signal), expected);
 }
@@ -154,11 +152,8 @@ void tst_vora_status_watch::watchEndsThoughNobodyReads()
     QCOMPARE(::mkfifo("pipe", 0600), 0);
     const int iPipe = ::open("pipe", O_RDWR | O_CLOEXEC);
     QVERIFY(iPipe >= 0);
-    const QString strFiles = QStringLiteral(" reply.dat").repeated(100);
-    Watcher watcher({QStringLiteral("-c"),
-                     QStringLiteral("exec \"$0\" --fields --watch") + strFiles + QStringLiteral(" > pipe"),
-                     c_strProgram},
-                    QStringLiteral("sh"));
+    const QString strFiles = u" reply.dat"_s.repeated(100);
+    Watcher watcher({u"-c"_s, u"exec \"$0\" --fields --watch"_s + strFiles + u" > pipe"_s, c_strProgram}, u"sh"_s);
     const auto unread = [iPipe] {
         int iBytes = 0;
         ::ioctl(iPipe, FIONREAD, &iBytes);

@@ -20,7 +20,7 @@
 inline stPrinterManager MakePrinter(const QString& strName, int iConnectType = 1, const QString& strPort = QString())
 {
     stPrinterManager printer;
-    printer.printerInfo = {strName, QStringLiteral("RA7QX"), iConnectType, strPort, QStringLiteral("usb://") + strName};
+    printer.printerInfo = {strName, u"RA7QX"_s, iConnectType, strPort, u"usb://"_s + strName};
     return printer;
 }
 
@@ -70,19 +70,19 @@ inline void ShowPrinters(VoraPrinterToolWidget& window, const QList<stPrinterMan
 /// One printer, "Office", reports the state.
 inline void ReportState(VoraPrinterToolWidget& window, const stPrinterState& state)
 {
-    stPrinterManager printer = MakePrinter(QStringLiteral("Office"));
+    stPrinterManager printer = MakePrinter(u"Office"_s);
     printer.printerState = state;
     ShowPrinters(window, {printer});
     window.SlotUpdatePrinterStatus(0);
 }
 
-inline const QString c_strNoInk = QStringLiteral("青色：无   红色：无   黄色：无   黑色：无");
+inline const QString c_strNoInk = u"青色：无   红色：无   黄色：无   黑色：无"_s;
 
 /// Base of the tests that look into the main window's table.
 class WindowTest : public QObject
 {
 protected:
-    QTableWidget* Table() const { return m_pWindow->findChild<QTableWidget*>(QStringLiteral("tableDeviceManage")); }
+    QTableWidget* Table() const { return m_pWindow->findChild<QTableWidget*>(u"tableDeviceManage"_s); }
     QString Cell(int iRow, int iColumn) const { return Table()->item(iRow, iColumn)->text(); }
 
     std::unique_ptr<VoraPrinterToolWidget> m_pWindow;
@@ -96,7 +96,7 @@ public:
 
     QString translate(const char* pContext, const char* pText, const char*, int) const override
     {
-        m_listAsked.append(QLatin1String(pContext) + QStringLiteral(": ") + QLatin1String(pText));
+        m_listAsked.append(QLatin1String(pContext) + u": "_s + QLatin1String(pText));
         return QString();
     }
 

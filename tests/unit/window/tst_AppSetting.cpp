@@ -19,7 +19,7 @@
 
 namespace {
 
-const QString c_strEntry = QStringLiteral("vora-k507-tool-autostart.desktop");
+const QString c_strEntry = u"vora-k507-tool-autostart.desktop"_s;
 const QByteArray c_shipped = "[Desktop Entry]\nName=shipped\n";
 
 } // namespace
@@ -59,7 +59,7 @@ private slots:
     void saveOptionFollowsItsArgument();
 
 private:
-    QCheckBox* Box() const { return m_pWindow->findChild<QCheckBox*>(QStringLiteral("checkBoxAutoStart")); }
+    QCheckBox* Box() const { return m_pWindow->findChild<QCheckBox*>(u"checkBoxAutoStart"_s); }
     void Click(const char* pButton) const
     {
         QTest::mouseClick(m_pWindow->findChild<QPushButton*>(QLatin1String(pButton)), Qt::LeftButton);
@@ -74,13 +74,13 @@ private:
 void tst_AppSetting::initTestCase()
 {
     m_strSource = QCoreApplication::applicationDirPath() + QLatin1Char('/') + c_strEntry;
-    m_strFolder = QDir::homePath() + QStringLiteral("/.config/autostart");
+    m_strFolder = QDir::homePath() + u"/.config/autostart"_s;
     m_strTarget = m_strFolder + QLatin1Char('/') + c_strEntry;
 }
 
 void tst_AppSetting::init()
 {
-    QDir(QDir::homePath() + QStringLiteral("/.config")).removeRecursively();
+    QDir(QDir::homePath() + u"/.config"_s).removeRecursively();
     QVERIFY(WriteFile(m_strSource, c_shipped));
     m_pWindow = std::make_unique<AppSetting>();
 }
@@ -102,8 +102,8 @@ void tst_AppSetting::slotsHaveTheirOrder()
 
 void tst_AppSetting::windowIsFixedAndCentred()
 {
-    QCOMPARE(m_pWindow->objectName(), QStringLiteral("AppSetting"));
-    QCOMPARE(m_pWindow->windowTitle(), QStringLiteral("设置"));
+    QCOMPARE(m_pWindow->objectName(), u"AppSetting"_s);
+    QCOMPARE(m_pWindow->windowTitle(), u"设置"_s);
     QVERIFY(!m_pWindow->windowIcon().isNull());
     QVERIFY(m_pWindow->isWindow());
     QVERIFY(m_pWindow->isHidden());
@@ -126,11 +126,9 @@ void tst_AppSetting::formHasItsWidgets_data()
     QTest::addColumn<QString>("className");
     QTest::addColumn<QRect>("geometry");
     QTest::addColumn<QString>("text");
-    QTest::newRow("checkBoxAutoStart") << QStringLiteral("QCheckBox") << QRect(70, 60, 130, 25)
-                                       << QStringLiteral("开机启动");
-    QTest::newRow("pushButtonOK") << QStringLiteral("QPushButton") << QRect(70, 250, 80, 25) << QStringLiteral("确定");
-    QTest::newRow("pushButtonCancel") << QStringLiteral("QPushButton") << QRect(250, 250, 80, 25)
-                                      << QStringLiteral("取消");
+    QTest::newRow("checkBoxAutoStart") << u"QCheckBox"_s << QRect(70, 60, 130, 25) << u"开机启动"_s;
+    QTest::newRow("pushButtonOK") << u"QPushButton"_s << QRect(70, 250, 80, 25) << u"确定"_s;
+    QTest::newRow("pushButtonCancel") << u"QPushButton"_s << QRect(250, 250, 80, 25) << u"取消"_s;
 }
 
 void tst_AppSetting::formHasItsWidgets()
@@ -153,7 +151,7 @@ void tst_AppSetting::formTextsPassThroughTranslation()
     const AppSetting window;
     QCoreApplication::removeTranslator(&translator);
     for (const char* pText : {"Form", "AutoStart", "OK", "Cancel"}) {
-        QVERIFY2(translator.m_listAsked.contains(QStringLiteral("AppSetting: ") + QLatin1String(pText)), pText);
+        QVERIFY2(translator.m_listAsked.contains(u"AppSetting: "_s + QLatin1String(pText)), pText);
     }
 }
 
@@ -289,7 +287,7 @@ void tst_AppSetting::okInABadHomeTellsTheTruth()
     }
     Click("pushButtonOK");
     (void)::setrlimit(RLIMIT_FSIZE, &oldLimit);
-    const QDir folder(QString::fromLocal8Bit(home) + QStringLiteral("/.config/autostart"));
+    const QDir folder(QString::fromLocal8Bit(home) + u"/.config/autostart"_s);
     const bool bThere = ReadFile(folder.filePath(c_strEntry)) == c_shipped;
     QCOMPARE(bThere, home == "/tmp/home/new");
     QCOMPARE(Box()->isChecked(), bThere);
@@ -304,12 +302,12 @@ void tst_AppSetting::configHomeDoesNotMoveTheEntry()
     Box()->setChecked(true);
     Click("pushButtonOK");
     QCOMPARE(ReadFile(m_strTarget), c_shipped);
-    QVERIFY(!QFile::exists(QStringLiteral("/tmp/elsewhere")));
+    QVERIFY(!QFile::exists(u"/tmp/elsewhere"_s));
 }
 
 void tst_AppSetting::okAfterAFailedRemovalStaysChecked()
 {
-    QVERIFY(WriteFile(m_strTarget + QStringLiteral("/inside"), "a folder, which a file's removal leaves alone"));
+    QVERIFY(WriteFile(m_strTarget + u"/inside"_s, "a folder, which a file's removal leaves alone"));
     m_pWindow->InitOption();
     m_pWindow->show();
     QVERIFY(Box()->isChecked());

@@ -10,8 +10,7 @@
 
 namespace {
 
-const QStringList c_listInkWord = {QStringLiteral("无"), QStringLiteral("低"), QStringLiteral("较低"),
-                                   QStringLiteral("中"), QStringLiteral("高")};
+const QStringList c_listInkWord = {u"无"_s, u"低"_s, u"较低"_s, u"中"_s, u"高"_s};
 constexpr std::array<unsigned long, 5> c_listInkLevel = {0, 10, 30, 50, 100}; // of each word
 
 } // namespace
@@ -86,8 +85,7 @@ void tst_CellWidths::inkLevelsFit()
         state.dwBlackInkRemainer = c_listInkLevel[listWord[3]];
         ReportState(*m_pWindow, state);
         const auto word = [&](std::size_t iColour) { return c_listInkWord.at(static_cast<int>(listWord[iColour])); };
-        const QString strText =
-            QStringLiteral("青色：%1   红色：%2   黄色：%3   黑色：%4").arg(word(0), word(1), word(2), word(3));
+        const QString strText = u"青色：%1   红色：%2   黄色：%3   黑色：%4"_s.arg(word(0), word(1), word(2), word(3));
         QCOMPARE(m_pTable->item(0, 2)->text(), strText);
         QVERIFY2(Spare(2) >= 0, qPrintable(strText));
     }

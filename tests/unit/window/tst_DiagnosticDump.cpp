@@ -13,22 +13,22 @@
 
 namespace {
 
-const QString c_strLogFolder = QStringLiteral("/opt/vora/vora-printer-k507/tool");
+const QString c_strLogFolder = u"/opt/vora/vora-printer-k507/tool"_s;
 
 /// The log's lines as "function: message", without time and source position, which must be the main window's.
 QStringList TakeLog()
 {
     static const QRegularExpression c_prefix(
-        QStringLiteral("^\\[\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}\\] "
-                       "\\(\\.\\./VoraPrinterTool/voraprintertoolwidget\\.cpp@[1-9]\\d* (\\w+)\\) "));
+        u"^\\[\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}\\] "
+        "\\(\\.\\./VoraPrinterTool/voraprintertoolwidget\\.cpp@[1-9]\\d* (\\w+)\\) "_s);
     QStringList listLine;
     QDir folder(c_strLogFolder);
-    for (const QString& strName : folder.entryList({QStringLiteral("log_tool_*.log")})) {
+    for (const QString& strName : folder.entryList({u"log_tool_*.log"_s})) {
         listLine += QString::fromUtf8(ReadFile(folder.filePath(strName))).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
         folder.remove(strName);
     }
     for (QString& strLine : listLine) {
-        strLine.replace(c_prefix, QStringLiteral("\\1: "));
+        strLine.replace(c_prefix, u"\\1: "_s);
     }
     return listLine;
 }
@@ -62,7 +62,7 @@ private:
 
 void tst_DiagnosticDump::init()
 {
-    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    QDir(u"/opt/vora"_s).removeRecursively();
     SetLogEnable(true);
     m_pWindow = std::make_unique<VoraPrinterToolWidget>();
     StopListWorker(*m_pWindow);
@@ -93,11 +93,10 @@ void tst_DiagnosticDump::initialisationStepsLogTheirStartAndEnd()
 {
     SetLogEnable(true);
     m_pWindow->InitDeviceTable();
-    QCOMPARE(TakeLog(), QStringList({QStringLiteral("InitDeviceTable: InitDeviceTable start"),
-                                     QStringLiteral("InitDeviceTable: InitDeviceTable end")}));
+    QCOMPARE(TakeLog(),
+             QStringList({u"InitDeviceTable: InitDeviceTable start"_s, u"InitDeviceTable: InitDeviceTable end"_s}));
     m_pWindow->InitTrayIcon();
-    QCOMPARE(TakeLog(), QStringList({QStringLiteral("InitTrayIcon: InitTrayIcon start"),
-                                     QStringLiteral("InitTrayIcon: InitTrayIcon end")}));
+    QCOMPARE(TakeLog(), QStringList({u"InitTrayIcon: InitTrayIcon start"_s, u"InitTrayIcon: InitTrayIcon end"_s}));
 }
 
 void tst_DiagnosticDump::initThreadLogsItsStartAndEnd()
@@ -107,86 +106,85 @@ void tst_DiagnosticDump::initThreadLogsItsStartAndEnd()
     const std::unique_ptr<TrdDeviceManage> pWorker(m_pWindow->m_pTrdDeviceManage);
     SetLogEnable(true);
     m_pWindow->InitThread();
-    QCOMPARE(TakeLog(), QStringList({QStringLiteral("InitThread: InitThread start"),
-                                     QStringLiteral("InitThread: InitThread end")}));
+    QCOMPARE(TakeLog(), QStringList({u"InitThread: InitThread start"_s, u"InitThread: InitThread end"_s}));
 }
 
 void tst_DiagnosticDump::emptyListGivesOneLine()
 {
     SetLogEnable(true);
     m_pWindow->DebugOutputPrinterInfo();
-    QCOMPARE(TakeLog(), QStringList(QStringLiteral("DebugOutputPrinterInfo: printer number=0")));
+    QCOMPARE(TakeLog(), QStringList(u"DebugOutputPrinterInfo: printer number=0"_s));
 }
 
 void tst_DiagnosticDump::twoPrintersGiveSevenLines()
 {
-    stPrinterManager unknown = MakePrinter(QStringLiteral("二楼 %s%n"), 0, QStringLiteral("%d"));
-    unknown.printerInfo.enType = QStringLiteral("-1");
-    SetPrinterList(*m_pWindow, {MakePrinter(QStringLiteral("Office"), 1, QStringLiteral("192.168.1.20")), unknown});
+    stPrinterManager unknown = MakePrinter(u"二楼 %s%n"_s, 0, u"%d"_s);
+    unknown.printerInfo.enType = u"-1"_s;
+    SetPrinterList(*m_pWindow, {MakePrinter(u"Office"_s, 1, u"192.168.1.20"_s), unknown});
     SetLogEnable(true);
     m_pWindow->DebugOutputPrinterInfo();
-    QCOMPARE(TakeLog(), QStringList({QStringLiteral("DebugOutputPrinterInfo: printer number=2"),
-                                     QStringLiteral("DebugOutputPrinterInfo: printer[0] Office=192.168.1.20"),
-                                     QStringLiteral("DebugOutputPrinterInfo: Office: enType=RA7QX"),
-                                     QStringLiteral("DebugOutputPrinterInfo: Office: iConnectType=1"),
-                                     QStringLiteral("DebugOutputPrinterInfo: printer[1] 二楼 %s%n=%d"),
-                                     QStringLiteral("DebugOutputPrinterInfo: 二楼 %s%n: enType=-1"),
-                                     QStringLiteral("DebugOutputPrinterInfo: 二楼 %s%n: iConnectType=0")}));
+    QCOMPARE(
+        TakeLog(),
+        QStringList(
+            {u"DebugOutputPrinterInfo: printer number=2"_s, u"DebugOutputPrinterInfo: printer[0] Office=192.168.1.20"_s,
+             u"DebugOutputPrinterInfo: Office: enType=RA7QX"_s, u"DebugOutputPrinterInfo: Office: iConnectType=1"_s,
+             u"DebugOutputPrinterInfo: printer[1] 二楼 %s%n=%d"_s, u"DebugOutputPrinterInfo: 二楼 %s%n: enType=-1"_s,
+             u"DebugOutputPrinterInfo: 二楼 %s%n: iConnectType=0"_s}));
 }
 
 void tst_DiagnosticDump::listReportDumpsTheList()
 {
-    SetPrinterList(*m_pWindow, {MakePrinter(QStringLiteral("Office"), 7)});
+    SetPrinterList(*m_pWindow, {MakePrinter(u"Office"_s, 7)});
     SetLogEnable(true);
     m_pWindow->SlotUpdatePrinterList();
-    QCOMPARE(TakeLog(), QStringList({QStringLiteral("DebugOutputPrinterInfo: printer number=1"),
-                                     QStringLiteral("DebugOutputPrinterInfo: printer[0] Office="),
-                                     QStringLiteral("DebugOutputPrinterInfo: Office: enType=RA7QX"),
-                                     QStringLiteral("DebugOutputPrinterInfo: Office: iConnectType=7")}));
+    QCOMPARE(TakeLog(), QStringList({u"DebugOutputPrinterInfo: printer number=1"_s,
+                                     u"DebugOutputPrinterInfo: printer[0] Office="_s,
+                                     u"DebugOutputPrinterInfo: Office: enType=RA7QX"_s,
+                                     u"DebugOutputPrinterInfo: Office: iConnectType=7"_s}));
 }
 
 void tst_DiagnosticDump::freshStateDumpsItsDefaults()
 {
-    SetPrinterList(*m_pWindow, {MakePrinter(QStringLiteral("Office"))});
+    SetPrinterList(*m_pWindow, {MakePrinter(u"Office"_s)});
     SetLogEnable(true);
     m_pWindow->DebugOutputPrinterStatus(0);
-    QCOMPARE(TakeLog(), QStringList({QStringLiteral("DebugOutputPrinterStatus: printer[0]=Office"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: strPrinterSerialNumber="),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: enCurrentStatus=2"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: strFWVersion="),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: strVenderName="),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: strProductName="),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: iNumberOfError=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: iNumberOfWarning=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: error code="),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: warning code="),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: strSupplySerialNumber="),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: enSpplyType=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: dwRemainingToner=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: dwWasteToner=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: dwBlackInkRemainer=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: dwBlueInkRemainer=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: dwRedInkRemainer=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: dwYellowInkRemainer=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: dwOPCRotation=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: dwNumberOfPages=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: dwNumberOfPrint=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: dwPrintDotsCount=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: dwPrinterNumOfPages=0"),
-                                     QStringLiteral("DebugOutputPrinterStatus: Office: dwPrinterNumOfPrint=0")}));
+    QCOMPARE(TakeLog(), QStringList({u"DebugOutputPrinterStatus: printer[0]=Office"_s,
+                                     u"DebugOutputPrinterStatus: Office: strPrinterSerialNumber="_s,
+                                     u"DebugOutputPrinterStatus: Office: enCurrentStatus=2"_s,
+                                     u"DebugOutputPrinterStatus: Office: strFWVersion="_s,
+                                     u"DebugOutputPrinterStatus: Office: strVenderName="_s,
+                                     u"DebugOutputPrinterStatus: Office: strProductName="_s,
+                                     u"DebugOutputPrinterStatus: Office: iNumberOfError=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: iNumberOfWarning=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: error code="_s,
+                                     u"DebugOutputPrinterStatus: Office: warning code="_s,
+                                     u"DebugOutputPrinterStatus: Office: strSupplySerialNumber="_s,
+                                     u"DebugOutputPrinterStatus: Office: enSpplyType=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: dwRemainingToner=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: dwWasteToner=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: dwBlackInkRemainer=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: dwBlueInkRemainer=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: dwRedInkRemainer=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: dwYellowInkRemainer=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: dwOPCRotation=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: dwNumberOfPages=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: dwNumberOfPrint=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: dwPrintDotsCount=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: dwPrinterNumOfPages=0"_s,
+                                     u"DebugOutputPrinterStatus: Office: dwPrinterNumOfPrint=0"_s}));
 }
 
 void tst_DiagnosticDump::everyFieldOfAStateHasItsLine()
 {
-    stPrinterManager printer = MakePrinter(QStringLiteral("%n楼"));
-    printer.printerState = {QStringLiteral("SN%s1"),
+    stPrinterManager printer = MakePrinter(u"%n楼"_s);
+    printer.printerState = {u"SN%s1"_s,
                             8,
-                            QStringLiteral("FW%n2"),
-                            QStringLiteral("厂商"),
-                            QStringLiteral("P%d4"),
+                            u"FW%n2"_s,
+                            u"厂商"_s,
+                            u"P%d4"_s,
                             {enErrorCyanInkEmpty, enErrorMagentaInkEmpty},
                             {enErrorBlackInkLow, enErrorUnknown, enErrorNetwork},
-                            QStringLiteral("SUP%%5"),
+                            u"SUP%%5"_s,
                             6,
                             11,
                             12,
@@ -201,65 +199,64 @@ void tst_DiagnosticDump::everyFieldOfAStateHasItsLine()
                             21,
                             18446744073709551615UL,
                             9};
-    SetPrinterList(*m_pWindow, {MakePrinter(QStringLiteral("Office")), printer});
+    SetPrinterList(*m_pWindow, {MakePrinter(u"Office"_s), printer});
     SetLogEnable(true);
     m_pWindow->DebugOutputPrinterStatus(1);
-    QCOMPARE(TakeLog(),
-             QStringList({QStringLiteral("DebugOutputPrinterStatus: printer[1]=%n楼"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: strPrinterSerialNumber=SN%s1"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: enCurrentStatus=8"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: strFWVersion=FW%n2"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: strVenderName=厂商"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: strProductName=P%d4"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: iNumberOfError=2"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: iNumberOfWarning=3"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: error code=35,36,"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: warning code=25,0,45,"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: strSupplySerialNumber=SUP%%5"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: enSpplyType=6"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: dwRemainingToner=11"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: dwWasteToner=12"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: dwBlackInkRemainer=13"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: dwBlueInkRemainer=14"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: dwRedInkRemainer=15"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: dwYellowInkRemainer=16"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: dwOPCRotation=17"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: dwNumberOfPages=18"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: dwNumberOfPrint=19"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: dwPrintDotsCount=4294967296"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: dwPrinterNumOfPages=21"),
-                          QStringLiteral("DebugOutputPrinterStatus: %n楼: dwPrinterNumOfPrint=18446744073709551615")}));
+    QCOMPARE(TakeLog(), QStringList({u"DebugOutputPrinterStatus: printer[1]=%n楼"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: strPrinterSerialNumber=SN%s1"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: enCurrentStatus=8"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: strFWVersion=FW%n2"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: strVenderName=厂商"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: strProductName=P%d4"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: iNumberOfError=2"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: iNumberOfWarning=3"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: error code=35,36,"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: warning code=25,0,45,"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: strSupplySerialNumber=SUP%%5"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: enSpplyType=6"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: dwRemainingToner=11"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: dwWasteToner=12"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: dwBlackInkRemainer=13"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: dwBlueInkRemainer=14"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: dwRedInkRemainer=15"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: dwYellowInkRemainer=16"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: dwOPCRotation=17"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: dwNumberOfPages=18"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: dwNumberOfPrint=19"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: dwPrintDotsCount=4294967296"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: dwPrinterNumOfPages=21"_s,
+                                     u"DebugOutputPrinterStatus: %n楼: dwPrinterNumOfPrint=18446744073709551615"_s}));
 }
 
 void tst_DiagnosticDump::zeroInANameKeepsTheFields()
 {
-    const QString strName = QStringLiteral("a") + QChar(0) + QStringLiteral("b\nc");
+    const QString strName = u"a"_s + QChar(0) + u"b\nc"_s;
     stPrinterManager printer = MakePrinter(strName, 2, strName);
     printer.printerInfo.enType = strName;
     printer.printerState.strFWVersion = strName;
     SetPrinterList(*m_pWindow, {printer});
     SetLogEnable(true);
     m_pWindow->DebugOutputPrinterInfo();
-    QCOMPARE(TakeLog(), QStringList({QStringLiteral("DebugOutputPrinterInfo: printer number=1"),
-                                     QStringLiteral("DebugOutputPrinterInfo: printer[0] a\\x00b\\x0Ac=a\\x00b\\x0Ac"),
-                                     QStringLiteral("DebugOutputPrinterInfo: a\\x00b\\x0Ac: enType=a\\x00b\\x0Ac"),
-                                     QStringLiteral("DebugOutputPrinterInfo: a\\x00b\\x0Ac: iConnectType=2")}));
+    QCOMPARE(TakeLog(), QStringList({u"DebugOutputPrinterInfo: printer number=1"_s,
+                                     u"DebugOutputPrinterInfo: printer[0] a\\x00b\\x0Ac=a\\x00b\\x0Ac"_s,
+                                     u"DebugOutputPrinterInfo: a\\x00b\\x0Ac: enType=a\\x00b\\x0Ac"_s,
+                                     u"DebugOutputPrinterInfo: a\\x00b\\x0Ac: iConnectType=2"_s}));
     m_pWindow->DebugOutputPrinterStatus(0);
     const QStringList listLine = TakeLog();
     QCOMPARE(listLine.size(), 11 + GoldenNumberKeys().size());
-    QCOMPARE(listLine.at(0), QStringLiteral("DebugOutputPrinterStatus: printer[0]=a\\x00b\\x0Ac"));
-    QCOMPARE(listLine.at(3), QStringLiteral("DebugOutputPrinterStatus: a\\x00b\\x0Ac: strFWVersion=a\\x00b\\x0Ac"));
+    QCOMPARE(listLine.at(0), u"DebugOutputPrinterStatus: printer[0]=a\\x00b\\x0Ac"_s);
+    QCOMPARE(listLine.at(3), u"DebugOutputPrinterStatus: a\\x00b\\x0Ac: strFWVersion=a\\x00b\\x0Ac"_s);
 }
 
 void tst_DiagnosticDump::statusReportDumpsTheRow()
 {
-    SetPrinterList(*m_pWindow, {MakePrinter(QStringLiteral("Office")), MakePrinter(QStringLiteral("Home"))});
+    SetPrinterList(*m_pWindow, {MakePrinter(u"Office"_s), MakePrinter(u"Home"_s)});
     m_pWindow->SlotUpdatePrinterList();
     SetLogEnable(true);
     m_pWindow->SlotUpdatePrinterStatus(1);
     const QStringList listLine = TakeLog();
     QCOMPARE(listLine.size(), 11 + GoldenNumberKeys().size());
-    QCOMPARE(listLine.first(), QStringLiteral("DebugOutputPrinterStatus: printer[1]=Home"));
+    QCOMPARE(listLine.first(), u"DebugOutputPrinterStatus: printer[1]=Home"_s);
 }
 
 void tst_DiagnosticDump::rowOutsideTheListDumpsNothing_data()
@@ -273,7 +270,7 @@ void tst_DiagnosticDump::rowOutsideTheListDumpsNothing_data()
 void tst_DiagnosticDump::rowOutsideTheListDumpsNothing()
 {
     QFETCH(int, row);
-    SetPrinterList(*m_pWindow, {MakePrinter(QStringLiteral("Office"))});
+    SetPrinterList(*m_pWindow, {MakePrinter(u"Office"_s)});
     m_pWindow->SlotUpdatePrinterList();
     SetLogEnable(true);
     m_pWindow->DebugOutputPrinterStatus(row);

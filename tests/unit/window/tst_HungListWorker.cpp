@@ -22,7 +22,7 @@ private slots:
 
 void tst_HungListWorker::isLeftBehindWithoutTheList()
 {
-    StatusFolder().WritePrinterList({MakePrinter(QStringLiteral("Office")).printerInfo});
+    StatusFolder().WritePrinterList({MakePrinter(u"Office"_s).printerInfo});
     std::promise<void> go;
     std::atomic<bool> bHangs{false};
     const std::shared_future<void> goes = go.get_future().share();

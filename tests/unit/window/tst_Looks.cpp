@@ -86,7 +86,7 @@ void tst_Looks::textsCanBeRead()
     QApplication::setPalette(palette);
     m_pWindow = std::make_unique<VoraPrinterToolWidget>();
     StopListWorker(*m_pWindow);
-    ShowPrinters(*m_pWindow, {MakePrinter(QStringLiteral("Office")), MakePrinter(QStringLiteral("Lab"))});
+    ShowPrinters(*m_pWindow, {MakePrinter(u"Office"_s), MakePrinter(u"Lab"_s)});
     m_pWindow->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_pWindow.get()));
     for (const bool bSelected : {false, true}) {

@@ -14,8 +14,8 @@
 
 namespace {
 
-const QString c_strTool = QStringLiteral("/opt/vora/vora-printer-k507/bin/voraK507FW");
-const QString c_strCalls = QStringLiteral("/tmp/update-calls");
+const QString c_strTool = u"/opt/vora/vora-printer-k507/bin/voraK507FW"_s;
+const QString c_strCalls = u"/tmp/update-calls"_s;
 
 unsigned Mode(const QString& strPath)
 {
@@ -54,8 +54,8 @@ private:
 
 void tst_PermissionRepair::init()
 {
-    QDir(QStringLiteral("/opt/vora")).removeRecursively();
-    QDir(QStringLiteral("/tmp/tree")).removeRecursively();
+    QDir(u"/opt/vora"_s).removeRecursively();
+    QDir(u"/tmp/tree"_s).removeRecursively();
     QFile::remove(c_strCalls);
     m_pWindow = std::make_unique<VoraPrinterToolWidget>();
 }
@@ -83,9 +83,9 @@ void tst_PermissionRepair::updateEntryDoesNotWaitForTheTool()
     m_pWindow->SlotTrayActionUpdateFW();
     QTRY_COMPARE(ReadFile(c_strCalls), QByteArray("started\nstarted\n"));
     m_pWindow.reset(); // the tool outlives the program
-    QVERIFY(WriteFile(QStringLiteral("/tmp/update-go"), "go"));
+    QVERIFY(WriteFile(u"/tmp/update-go"_s, "go"));
     QTRY_COMPARE(ReadFile(c_strCalls), QByteArray("started\nstarted\nended\nended\n"));
-    QVERIFY(QFile::remove(QStringLiteral("/tmp/update-go")));
+    QVERIFY(QFile::remove(u"/tmp/update-go"_s));
 }
 
 void tst_PermissionRepair::updateEntryWithoutToolHasNoEffect()
@@ -102,20 +102,20 @@ void tst_PermissionRepair::updateEntryWithoutToolHasNoEffect()
 void tst_PermissionRepair::chmodFileOpensOneFile_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("plain") << QStringLiteral("plain");
-    QTest::newRow("blank") << QStringLiteral("two words");
-    QTest::newRow("quotes") << QStringLiteral("it's \"quoted\"");
-    QTest::newRow("command") << QStringLiteral("a; chmod 777 neighbour; $(chmod 777 neighbour)");
-    QTest::newRow("pattern") << QStringLiteral("*");
-    QTest::newRow("Chinese") << QStringLiteral("打印机");
-    QTest::newRow("hidden") << QStringLiteral(".hidden");
+    QTest::newRow("plain") << u"plain"_s;
+    QTest::newRow("blank") << u"two words"_s;
+    QTest::newRow("quotes") << u"it's \"quoted\""_s;
+    QTest::newRow("command") << u"a; chmod 777 neighbour; $(chmod 777 neighbour)"_s;
+    QTest::newRow("pattern") << u"*"_s;
+    QTest::newRow("Chinese") << u"打印机"_s;
+    QTest::newRow("hidden") << u".hidden"_s;
 }
 
 void tst_PermissionRepair::chmodFileOpensOneFile()
 {
     QFETCH(QString, name);
-    const QString strPath = QStringLiteral("/tmp/tree/") + name;
-    const QString strNeighbour = QStringLiteral("/tmp/tree/neighbour");
+    const QString strPath = u"/tmp/tree/"_s + name;
+    const QString strNeighbour = u"/tmp/tree/neighbour"_s;
     QVERIFY(WriteFile(strPath, "x") && WriteFile(strNeighbour, "x"));
     SetMode(strPath, 0600);
     SetMode(strNeighbour, 0600);
@@ -126,25 +126,22 @@ void tst_PermissionRepair::chmodFileOpensOneFile()
 
 void tst_PermissionRepair::chmodOfNothingLeavesNoTrace()
 {
-    m_pWindow->ChmodFile(QStringLiteral("/tmp/tree/missing"));
-    m_pWindow->ChmodVendorPath(QStringLiteral("/tmp/tree/missing"));
-    QVERIFY(!QFile::exists(QStringLiteral("/tmp/tree")));
+    m_pWindow->ChmodFile(u"/tmp/tree/missing"_s);
+    m_pWindow->ChmodVendorPath(u"/tmp/tree/missing"_s);
+    QVERIFY(!QFile::exists(u"/tmp/tree"_s));
     QVERIFY(m_pWindow->isHidden());
 }
 
 void tst_PermissionRepair::chmodVendorPathOpensTheTree()
 {
-    const QStringList listFile = {QStringLiteral("/tmp/tree/root/a"), QStringLiteral("/tmp/tree/root/one/b"),
-                                  QStringLiteral("/tmp/tree/root/one/two/c"),
-                                  QStringLiteral("/tmp/tree/root/one/two/three/d"),
-                                  QStringLiteral("/tmp/tree/root/other/e")};
-    const QStringList listFolder = {
-        QStringLiteral("/tmp/tree/root"),         QStringLiteral("/tmp/tree/root/one"),
-        QStringLiteral("/tmp/tree/root/one/two"), QStringLiteral("/tmp/tree/root/one/two/three"),
-        QStringLiteral("/tmp/tree/root/other"),   QStringLiteral("/tmp/tree/root/empty")};
+    const QStringList listFile = {u"/tmp/tree/root/a"_s, u"/tmp/tree/root/one/b"_s, u"/tmp/tree/root/one/two/c"_s,
+                                  u"/tmp/tree/root/one/two/three/d"_s, u"/tmp/tree/root/other/e"_s};
+    const QStringList listFolder = {u"/tmp/tree/root"_s,         u"/tmp/tree/root/one"_s,
+                                    u"/tmp/tree/root/one/two"_s, u"/tmp/tree/root/one/two/three"_s,
+                                    u"/tmp/tree/root/other"_s,   u"/tmp/tree/root/empty"_s};
     // The shell's pattern does not name hidden entries.
-    const QStringList listHidden = {QStringLiteral("/tmp/tree/root/.f"), QStringLiteral("/tmp/tree/root/.folder/g")};
-    QVERIFY(QDir().mkpath(QStringLiteral("/tmp/tree/root/empty")));
+    const QStringList listHidden = {u"/tmp/tree/root/.f"_s, u"/tmp/tree/root/.folder/g"_s};
+    QVERIFY(QDir().mkpath(u"/tmp/tree/root/empty"_s));
     for (const QString& strPath : listFile + listHidden) {
         QVERIFY(WriteFile(strPath, "x"));
         SetMode(strPath, 0600);
@@ -152,37 +149,37 @@ void tst_PermissionRepair::chmodVendorPathOpensTheTree()
     for (const QString& strPath : listFolder) {
         SetMode(strPath, 0700);
     }
-    SetMode(QStringLiteral("/tmp/tree"), 0700);
-    m_pWindow->ChmodVendorPath(QStringLiteral("/tmp/tree/root"));
+    SetMode(u"/tmp/tree"_s, 0700);
+    m_pWindow->ChmodVendorPath(u"/tmp/tree/root"_s);
     for (const QString& strPath : listFile + listFolder) {
         QVERIFY2(Mode(strPath) == 0777U, qPrintable(strPath));
     }
     for (const QString& strPath : listHidden) {
         QVERIFY2(Mode(strPath) == 0600U, qPrintable(strPath));
     }
-    QCOMPARE(Mode(QStringLiteral("/tmp/tree")), 0700U);
+    QCOMPARE(Mode(u"/tmp/tree"_s), 0700U);
 }
 
 void tst_PermissionRepair::chmodVendorPathDoesNotFollowLinks()
 {
-    const QString strOutside = QStringLiteral("/tmp/tree/outside/inner");
-    QVERIFY(WriteFile(strOutside, "x") && WriteFile(QStringLiteral("/tmp/tree/root/one/a"), "x"));
+    const QString strOutside = u"/tmp/tree/outside/inner"_s;
+    QVERIFY(WriteFile(strOutside, "x") && WriteFile(u"/tmp/tree/root/one/a"_s, "x"));
     SetMode(strOutside, 0600);
-    QVERIFY(QFile::link(QStringLiteral("/tmp/tree/outside"), QStringLiteral("/tmp/tree/root/link")));
-    QVERIFY(QFile::link(QStringLiteral("/tmp/tree/root"), QStringLiteral("/tmp/tree/root/one/circle")));
-    m_pWindow->ChmodVendorPath(QStringLiteral("/tmp/tree/root"));
-    QCOMPARE(Mode(QStringLiteral("/tmp/tree/root/one/a")), 0777U);
+    QVERIFY(QFile::link(u"/tmp/tree/outside"_s, u"/tmp/tree/root/link"_s));
+    QVERIFY(QFile::link(u"/tmp/tree/root"_s, u"/tmp/tree/root/one/circle"_s));
+    m_pWindow->ChmodVendorPath(u"/tmp/tree/root"_s);
+    QCOMPARE(Mode(u"/tmp/tree/root/one/a"_s), 0777U);
     QCOMPARE(Mode(strOutside), 0600U);
 }
 
 void tst_PermissionRepair::chmodVendorPathTakesNamesLiterally()
 {
-    const QString strInside = QStringLiteral("/tmp/tree/it's \"two\" words/$(chmod 777 neighbour)/-R; *");
-    const QString strNeighbour = QStringLiteral("/tmp/tree/neighbour");
+    const QString strInside = u"/tmp/tree/it's \"two\" words/$(chmod 777 neighbour)/-R; *"_s;
+    const QString strNeighbour = u"/tmp/tree/neighbour"_s;
     QVERIFY(WriteFile(strInside, "x") && WriteFile(strNeighbour, "x"));
     SetMode(strInside, 0600);
     SetMode(strNeighbour, 0600);
-    m_pWindow->ChmodVendorPath(QStringLiteral("/tmp/tree/it's \"two\" words"));
+    m_pWindow->ChmodVendorPath(u"/tmp/tree/it's \"two\" words"_s);
     QCOMPARE(Mode(strInside), 0777U);
     QCOMPARE(Mode(strNeighbour), 0600U);
 }

@@ -72,11 +72,10 @@ private:
 void tst_Pictures::initTestCase()
 {
     const QTemporaryDir folder;
-    const QString strPath = folder.filePath(QStringLiteral("drawing.png"));
-    const QStringList listArgument = {QStringLiteral("-w"),        QStringLiteral("256"), QStringLiteral("-h"),
-                                      QStringLiteral("256"),       QStringLiteral("-o"),  strPath,
-                                      QStringLiteral(VORA_DRAWING)};
-    QCOMPARE(QProcess::execute(QStringLiteral("rsvg-convert"), listArgument), 0);
+    const QString strPath = folder.filePath(u"drawing.png"_s);
+    const QStringList listArgument = {
+        u"-w"_s, u"256"_s, u"-h"_s, u"256"_s, u"-o"_s, strPath, QStringLiteral(VORA_DRAWING)};
+    QCOMPARE(QProcess::execute(u"rsvg-convert"_s, listArgument), 0);
     m_drawing = QImage(strPath);
     QCOMPARE(m_drawing.size(), QSize(256, 256));
 }
@@ -94,9 +93,9 @@ void tst_Pictures::drawingShowsTheMotif()
 void tst_Pictures::pictureShowsTheMotif_data()
 {
     QTest::addColumn<QString>("picture");
-    QTest::newRow("resource") << QStringLiteral("resource");
-    QTest::newRow("window") << QStringLiteral("window");
-    QTest::newRow("tray") << QStringLiteral("tray");
+    QTest::newRow("resource") << u"resource"_s;
+    QTest::newRow("window") << u"window"_s;
+    QTest::newRow("tray") << u"tray"_s;
 }
 
 void tst_Pictures::pictureShowsTheMotif()
@@ -105,7 +104,7 @@ void tst_Pictures::pictureShowsTheMotif()
     const VoraPrinterToolWidget window;
     QImage image;
     if (picture == QLatin1String("resource")) {
-        image = QImage(QStringLiteral(":/Icon/Resource/Vora.png"));
+        image = QImage(u":/Icon/Resource/Vora.png"_s);
     } else {
         const QIcon icon = picture == QLatin1String("tray") ? window.m_pTrayIcon->icon() : window.windowIcon();
         image = icon.pixmap(c_iSize).toImage();

@@ -45,7 +45,7 @@ private slots:
 
 void tst_PrinterTable::init()
 {
-    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    QDir(u"/opt/vora"_s).removeRecursively();
     m_pWindow = std::make_unique<VoraPrinterToolWidget>();
     StopListWorker(*m_pWindow);
 }
@@ -85,7 +85,7 @@ void tst_PrinterTable::buildingTheTableIsLogged()
     SetLogEnable(true);
     m_pWindow->InitDeviceTable();
     SetLogEnable(false);
-    const QDir folder(QStringLiteral("/opt/vora/vora-printer-k507/tool"));
+    const QDir folder(u"/opt/vora/vora-printer-k507/tool"_s);
     const QStringList listName = folder.entryList(QDir::Files);
     QCOMPARE(listName.size(), 1);
     const QList<QByteArray> listLine = ReadFile(folder.filePath(listName.first())).split('\n');
@@ -98,9 +98,9 @@ void tst_PrinterTable::cellHasItsTextAsToolTip_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("toolTip");
-    QTest::newRow("plain") << QStringLiteral("Office & <home>") << QStringLiteral("Office & <home>");
-    QTest::newRow("looks like a tag") << QStringLiteral("<b>Office</b> & home")
-                                      << QStringLiteral("<span>&lt;b&gt;Office&lt;/b&gt; &amp; home</span>");
+    QTest::newRow("plain") << u"Office & <home>"_s << u"Office & <home>"_s;
+    QTest::newRow("looks like a tag") << u"<b>Office</b> & home"_s
+                                      << u"<span>&lt;b&gt;Office&lt;/b&gt; &amp; home</span>"_s;
 }
 
 void tst_PrinterTable::cellHasItsTextAsToolTip()
@@ -123,7 +123,7 @@ void tst_PrinterTable::reportsWaitForTheLock_data()
 void tst_PrinterTable::reportsWaitForTheLock()
 {
     QFETCH(bool, list);
-    ShowPrinters(*m_pWindow, {MakePrinter(QStringLiteral("Office"))});
+    ShowPrinters(*m_pWindow, {MakePrinter(u"Office"_s)});
     std::atomic<bool> bHeld{false};
     std::atomic<bool> bReleased{false};
     const auto holding = std::async(std::launch::async, [&] {
@@ -157,13 +157,13 @@ void tst_PrinterTable::newRowsShowIdentityAndDefaults_data()
     QTest::addColumn<int>("connectType");
     QTest::addColumn<QString>("port");
     QTest::addColumn<QString>("connection");
-    const QString strAddress = QStringLiteral("192.168.1.20");
-    QTest::newRow("USB") << 1 << QString() << QStringLiteral("USB");
-    QTest::newRow("USB with a port") << 1 << strAddress << QStringLiteral("USB");
-    QTest::newRow("network") << 2 << strAddress << QStringLiteral("网络(192.168.1.20)");
-    QTest::newRow("record that nobody filled") << 0 << QString() << QStringLiteral("网络()");
-    QTest::newRow("negative") << -1 << strAddress << QStringLiteral("网络(192.168.1.20)");
-    QTest::newRow("port with a format") << 2 << QStringLiteral("%1%s") << QStringLiteral("网络(%1%s)");
+    const QString strAddress = u"192.168.1.20"_s;
+    QTest::newRow("USB") << 1 << QString() << u"USB"_s;
+    QTest::newRow("USB with a port") << 1 << strAddress << u"USB"_s;
+    QTest::newRow("network") << 2 << strAddress << u"网络(192.168.1.20)"_s;
+    QTest::newRow("record that nobody filled") << 0 << QString() << u"网络()"_s;
+    QTest::newRow("negative") << -1 << strAddress << u"网络(192.168.1.20)"_s;
+    QTest::newRow("port with a format") << 2 << u"%1%s"_s << u"网络(%1%s)"_s;
 }
 
 void tst_PrinterTable::newRowsShowIdentityAndDefaults()
@@ -171,14 +171,13 @@ void tst_PrinterTable::newRowsShowIdentityAndDefaults()
     QFETCH(int, connectType);
     QFETCH(QString, port);
     QFETCH(QString, connection);
-    ShowPrinters(*m_pWindow,
-                 {MakePrinter(QStringLiteral("Office")), MakePrinter(QStringLiteral("二楼 %s"), connectType, port)});
+    ShowPrinters(*m_pWindow, {MakePrinter(u"Office"_s), MakePrinter(u"二楼 %s"_s, connectType, port)});
     QCOMPARE(Table()->rowCount(), 2);
-    QCOMPARE(Cell(0, 0), QStringLiteral("Office"));
-    QCOMPARE(Cell(1, 0), QStringLiteral("二楼 %s"));
+    QCOMPARE(Cell(0, 0), u"Office"_s);
+    QCOMPARE(Cell(1, 0), u"二楼 %s"_s);
     QCOMPARE(Cell(1, 1), connection);
     QCOMPARE(Cell(1, 2), c_strNoInk);
-    QCOMPARE(Cell(1, 3), QStringLiteral("脱机"));
+    QCOMPARE(Cell(1, 3), u"脱机"_s);
 }
 
 void tst_PrinterTable::listReportResetsTheRows()
@@ -187,10 +186,10 @@ void tst_PrinterTable::listReportResetsTheRows()
     state.enCurrentStatus = enStatusReady;
     state.dwBlueInkRemainer = 50;
     ReportState(*m_pWindow, state);
-    QCOMPARE(Cell(0, 3), QStringLiteral("就绪"));
+    QCOMPARE(Cell(0, 3), u"就绪"_s);
     m_pWindow->SlotUpdatePrinterList();
     QCOMPARE(Cell(0, 2), c_strNoInk);
-    QCOMPARE(Cell(0, 3), QStringLiteral("脱机"));
+    QCOMPARE(Cell(0, 3), u"脱机"_s);
     QCOMPARE(Table()->horizontalHeaderItem(0)->text(), GoldenColumns().constFirst().strHeader);
 }
 
@@ -201,24 +200,24 @@ void tst_PrinterTable::inkLevelHasItsWord_data()
     const auto row = [](unsigned long dwLevel, const QString& strWord) {
         QTest::newRow(QByteArray::number(static_cast<qulonglong>(dwLevel)).constData()) << dwLevel << strWord;
     };
-    row(100UL, QStringLiteral("高"));
-    row(70UL, QStringLiteral("高"));
-    row(69UL, QStringLiteral("中"));
-    row(40UL, QStringLiteral("中"));
-    row(39UL, QStringLiteral("较低"));
-    row(16UL, QStringLiteral("较低"));
-    row(15UL, QStringLiteral("低"));
-    row(1UL, QStringLiteral("低"));
-    row(0UL, QStringLiteral("无"));
-    row(101UL, QStringLiteral("无"));
-    row(255UL, QStringLiteral("无"));
+    row(100UL, u"高"_s);
+    row(70UL, u"高"_s);
+    row(69UL, u"中"_s);
+    row(40UL, u"中"_s);
+    row(39UL, u"较低"_s);
+    row(16UL, u"较低"_s);
+    row(15UL, u"低"_s);
+    row(1UL, u"低"_s);
+    row(0UL, u"无"_s);
+    row(101UL, u"无"_s);
+    row(255UL, u"无"_s);
     // Levels are taken as signed 32-bit integers.
-    row(2147483647UL, QStringLiteral("无"));
-    row(2147483648UL, QStringLiteral("无"));
-    row(4294967291UL, QStringLiteral("无"));           // -5
-    row(4294967296UL, QStringLiteral("无"));           // 0
-    row(4294967346UL, QStringLiteral("中"));           // 50
-    row(18446744073709551611UL, QStringLiteral("无")); // -5
+    row(2147483647UL, u"无"_s);
+    row(2147483648UL, u"无"_s);
+    row(4294967291UL, u"无"_s);           // -5
+    row(4294967296UL, u"无"_s);           // 0
+    row(4294967346UL, u"中"_s);           // 50
+    row(18446744073709551611UL, u"无"_s); // -5
 }
 
 void tst_PrinterTable::inkLevelHasItsWord()
@@ -232,8 +231,7 @@ void tst_PrinterTable::inkLevelHasItsWord()
     state.dwYellowInkRemainer = level;
     state.dwBlackInkRemainer = level;
     ReportState(*m_pWindow, state);
-    QCOMPARE(Cell(0, 2), QStringLiteral("青色：") + word + QStringLiteral("   红色：") + word +
-                             QStringLiteral("   黄色：") + word + QStringLiteral("   黑色：") + word);
+    QCOMPARE(Cell(0, 2), u"青色："_s + word + u"   红色："_s + word + u"   黄色："_s + word + u"   黑色："_s + word);
 }
 
 void tst_PrinterTable::inkWordsStandInTheirOrder()
@@ -244,15 +242,15 @@ void tst_PrinterTable::inkWordsStandInTheirOrder()
     state.dwYellowInkRemainer = 16;
     state.dwBlackInkRemainer = 1;
     ReportState(*m_pWindow, state);
-    QCOMPARE(Cell(0, 2), QStringLiteral("青色：高   红色：中   黄色：较低   黑色：低"));
-    QCOMPARE(Cell(0, 0), QStringLiteral("Office"));
-    QCOMPARE(Cell(0, 1), QStringLiteral("USB"));
+    QCOMPARE(Cell(0, 2), u"青色：高   红色：中   黄色：较低   黑色：低"_s);
+    QCOMPARE(Cell(0, 0), u"Office"_s);
+    QCOMPARE(Cell(0, 1), u"USB"_s);
 }
 
 void tst_PrinterTable::growingListMakesOneWorkerForEachNewRow()
 {
     QSignalSpy spyStart(m_pWindow.get(), &VoraPrinterToolWidget::SgnStatusThreadStart);
-    const stPrinterManager printer = MakePrinter(QStringLiteral("Office"));
+    const stPrinterManager printer = MakePrinter(u"Office"_s);
     SetPrinterList(*m_pWindow, {printer, printer});
     m_pWindow->SlotUpdatePrinterList();
     QCOMPARE(m_pWindow->m_listTrdGetPrinterStatus.size(), 2);
@@ -289,7 +287,7 @@ void tst_PrinterTable::growingListMakesOneWorkerForEachNewRow()
 void tst_PrinterTable::shrinkingAndGrowingListMakesFurtherWorkers()
 {
     QSignalSpy spyStart(m_pWindow.get(), &VoraPrinterToolWidget::SgnStatusThreadStart);
-    const stPrinterManager printer = MakePrinter(QStringLiteral("Office"));
+    const stPrinterManager printer = MakePrinter(u"Office"_s);
     for (const int iCount : {3, 1, 3}) {
         SetPrinterList(*m_pWindow, Repeat(printer, iCount));
         m_pWindow->SlotUpdatePrinterList();
@@ -316,16 +314,16 @@ void tst_PrinterTable::reportsOfFilesReachTheTable()
     reply.listWarningCode = {0x6160};
     reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlueInk, 70), MakeSuppliesRecord(enSuppliesRedInk, 69),
                           MakeSuppliesRecord(enSuppliesYellowInk, 39), MakeSuppliesRecord(enSuppliesBlackInk, 15)};
-    folder.WriteStatus(QStringLiteral("Office"), EncodeStatusReply(reply));
-    folder.WritePrinterList({MakePrinter(QStringLiteral("Silent"), 2, QStringLiteral("10.0.0.7")).printerInfo,
-                             MakePrinter(QStringLiteral("Office")).printerInfo});
+    folder.WriteStatus(u"Office"_s, EncodeStatusReply(reply));
+    folder.WritePrinterList(
+        {MakePrinter(u"Silent"_s, 2, u"10.0.0.7"_s).printerInfo, MakePrinter(u"Office"_s).printerInfo});
     m_pWindow = std::make_unique<VoraPrinterToolWidget>();
     QTRY_COMPARE(Table()->rowCount(), 2);
-    QTRY_COMPARE(Cell(1, 3), QStringLiteral("正在打印(墨水量低)"));
-    QCOMPARE(Cell(1, 2), QStringLiteral("青色：高   红色：中   黄色：较低   黑色：低"));
-    QCOMPARE(Cell(0, 0), QStringLiteral("Silent"));
-    QCOMPARE(Cell(0, 1), QStringLiteral("网络(10.0.0.7)"));
-    QCOMPARE(Cell(0, 3), QStringLiteral("脱机"));
+    QTRY_COMPARE(Cell(1, 3), u"正在打印(墨水量低)"_s);
+    QCOMPARE(Cell(1, 2), u"青色：高   红色：中   黄色：较低   黑色：低"_s);
+    QCOMPARE(Cell(0, 0), u"Silent"_s);
+    QCOMPARE(Cell(0, 1), u"网络(10.0.0.7)"_s);
+    QCOMPARE(Cell(0, 3), u"脱机"_s);
 }
 
 QTEST_MAIN(tst_PrinterTable)

@@ -32,7 +32,7 @@ std::vector<stWait> s_listWait;
 
 constexpr int c_iNotEnded = 99;
 
-const QString c_strGo = QStringLiteral("/tmp/hung-go");
+const QString c_strGo = u"/tmp/hung-go"_s;
 const QByteArray c_hang = "while [ ! -e /tmp/hung-go ]; do sleep 0.05; done\n";
 
 /// Runs the event loop as the program does; c_iNotEnded when nothing ends it.
@@ -74,12 +74,12 @@ private slots:
 
 private:
     static void WritePrinters(int iCount, quint8 byStatus);
-    static QString Name(int i) { return QStringLiteral("Printer") + QString::number(i); }
+    static QString Name(int i) { return u"Printer"_s + QString::number(i); }
 };
 
 void tst_Shutdown::init()
 {
-    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    QDir(u"/opt/vora"_s).removeRecursively();
     QFile::remove(c_strGo);
 }
 
@@ -198,7 +198,7 @@ void tst_Shutdown::destructionWaitsOneSecondForAllThreads()
 
 void tst_Shutdown::destructionLeavesAHungWorkerAlone()
 {
-    const FakeCommand cancel(QStringLiteral("cancel"), c_hang);
+    const FakeCommand cancel(u"cancel"_s, c_hang);
     WritePrinters(1, 0x03);
     auto pWindow = std::make_unique<VoraPrinterToolWidget>();
     QTRY_COMPARE(cancel.Calls().size(), 1);
@@ -226,7 +226,7 @@ void tst_Shutdown::destructionLeavesAHungWorkerAlone()
 
 void tst_Shutdown::destructionWithSeveralHungWorkersWaitsOnce()
 {
-    const FakeCommand cancel(QStringLiteral("cancel"), c_hang);
+    const FakeCommand cancel(u"cancel"_s, c_hang);
     WritePrinters(4, 0x03);
     auto pWindow = std::make_unique<VoraPrinterToolWidget>();
     QTRY_COMPARE(cancel.Calls().size(), 4);
@@ -247,7 +247,7 @@ void tst_Shutdown::destructionWithSeveralHungWorkersWaitsOnce()
 
 void tst_Shutdown::destructionFreesTheIdleBehindAHungWorker()
 {
-    const FakeCommand cancel(QStringLiteral("cancel"), c_hang);
+    const FakeCommand cancel(u"cancel"_s, c_hang);
     WritePrinters(3, 0x00);
     stStatusReply canceling;
     canceling.byStatus = 0x03;

@@ -82,7 +82,7 @@ void tst_StatusSlot::initTestCase()
 
 void tst_StatusSlot::init()
 {
-    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    QDir(u"/opt/vora"_s).removeRecursively();
     m_pWindow = std::make_unique<VoraPrinterToolWidget>();
     StopListWorker(*m_pWindow);
     QTRY_VERIFY(m_pWindow->m_pTrayIcon->geometry().top() > 0); // the tray has given the icon its place
@@ -121,11 +121,11 @@ void tst_StatusSlot::errorHasItsTextAndBalloon_data()
 {
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("text");
-    QTest::newRow("0") << 0 << QStringLiteral("错误状态未知");
-    QTest::newRow("6") << 6 << QStringLiteral("进纸托盘处卡纸，请取出纸张");
-    QTest::newRow("13") << 13 << QStringLiteral("进纸托盘处卡纸,请取出纸张");
-    QTest::newRow("35") << 35 << QStringLiteral("青色墨水空，请及时更换墨水瓶");
-    QTest::newRow("45") << 45 << QStringLiteral("故障#5201，请断电重启");
+    QTest::newRow("0") << 0 << u"错误状态未知"_s;
+    QTest::newRow("6") << 6 << u"进纸托盘处卡纸，请取出纸张"_s;
+    QTest::newRow("13") << 13 << u"进纸托盘处卡纸,请取出纸张"_s;
+    QTest::newRow("35") << 35 << u"青色墨水空，请及时更换墨水瓶"_s;
+    QTest::newRow("45") << 45 << u"故障#5201，请断电重启"_s;
     QTest::newRow("42, a code without text") << 42 << QString();
     QTest::newRow("beyond the table") << c_iNoValue << QString();
     QTest::newRow("negative") << -1 << QString();
@@ -140,7 +140,7 @@ void tst_StatusSlot::errorHasItsTextAndBalloon()
     state.listErrorStatus = {static_cast<enErrorStatus>(code), enErrorMemoryFull};
     ReportState(*m_pWindow, state);
     QCOMPARE(Cell(0, 3), text);
-    QStringList listBalloon = {QStringLiteral("Office"), text};
+    QStringList listBalloon = {u"Office"_s, text};
     listBalloon.removeAll(QString());
     QTRY_COMPARE(BalloonTexts(), listBalloon);
     QVERIFY(BalloonShows(QStyle::SP_MessageBoxCritical));
@@ -152,18 +152,18 @@ void tst_StatusSlot::warningShowsInTheTableWhilePrintingOnly_data()
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("cell");
     QTest::addColumn<QString>("balloon");
-    const QString strLow = QStringLiteral("墨水量低");
-    QTest::newRow("printing") << 8 << 25 << QStringLiteral("正在打印(墨水量低)") << strLow;
-    QTest::newRow("ready") << 3 << 25 << QStringLiteral("就绪") << strLow;
-    QTest::newRow("off-line") << 2 << 25 << QStringLiteral("脱机") << strLow;
-    QTest::newRow("error state") << 7 << 25 << QStringLiteral("错误") << strLow;
-    QTest::newRow("scanning") << 9 << 25 << QStringLiteral("正在扫描") << strLow;
-    QTest::newRow("copying") << 10 << 25 << QStringLiteral("正在复印") << strLow;
-    QTest::newRow("reporting") << 11 << 25 << QStringLiteral("正在打印报告") << strLow;
-    QTest::newRow("printing, cyan low has no Chinese text") << 8 << 28 << QStringLiteral("正在打印()") << QString();
-    QTest::newRow("ready, magenta low has no Chinese text") << 3 << 29 << QStringLiteral("就绪") << QString();
-    QTest::newRow("ready, yellow low has no Chinese text") << 3 << 30 << QStringLiteral("就绪") << QString();
-    QTest::newRow("printing, code beyond the table") << 8 << c_iNoValue << QStringLiteral("正在打印()") << QString();
+    const QString strLow = u"墨水量低"_s;
+    QTest::newRow("printing") << 8 << 25 << u"正在打印(墨水量低)"_s << strLow;
+    QTest::newRow("ready") << 3 << 25 << u"就绪"_s << strLow;
+    QTest::newRow("off-line") << 2 << 25 << u"脱机"_s << strLow;
+    QTest::newRow("error state") << 7 << 25 << u"错误"_s << strLow;
+    QTest::newRow("scanning") << 9 << 25 << u"正在扫描"_s << strLow;
+    QTest::newRow("copying") << 10 << 25 << u"正在复印"_s << strLow;
+    QTest::newRow("reporting") << 11 << 25 << u"正在打印报告"_s << strLow;
+    QTest::newRow("printing, cyan low has no Chinese text") << 8 << 28 << u"正在打印()"_s << QString();
+    QTest::newRow("ready, magenta low has no Chinese text") << 3 << 29 << u"就绪"_s << QString();
+    QTest::newRow("ready, yellow low has no Chinese text") << 3 << 30 << u"就绪"_s << QString();
+    QTest::newRow("printing, code beyond the table") << 8 << c_iNoValue << u"正在打印()"_s << QString();
 }
 
 void tst_StatusSlot::warningShowsInTheTableWhilePrintingOnly()
@@ -177,7 +177,7 @@ void tst_StatusSlot::warningShowsInTheTableWhilePrintingOnly()
     printerState.listWarningStatus = {static_cast<enErrorStatus>(code), enErrorMemoryFull};
     ReportState(*m_pWindow, printerState);
     QCOMPARE(Cell(0, 3), cell);
-    QStringList listBalloon = {QStringLiteral("Office"), balloon};
+    QStringList listBalloon = {u"Office"_s, balloon};
     listBalloon.removeAll(QString());
     QTRY_COMPARE(BalloonTexts(), listBalloon);
     QVERIFY(BalloonShows(QStyle::SP_MessageBoxWarning));
@@ -190,8 +190,8 @@ void tst_StatusSlot::errorComesBeforeWarning()
     state.listErrorStatus = {enErrorNoPaper, enErrorPaperJam};
     state.listWarningStatus = {enErrorBlackInkLow};
     ReportState(*m_pWindow, state);
-    QCOMPARE(Cell(0, 3), QStringLiteral("进纸托盘处无纸,请放入纸张"));
-    QTRY_COMPARE(BalloonTexts(), QStringList({QStringLiteral("Office"), QStringLiteral("进纸托盘处无纸,请放入纸张")}));
+    QCOMPARE(Cell(0, 3), u"进纸托盘处无纸,请放入纸张"_s);
+    QTRY_COMPARE(BalloonTexts(), QStringList({u"Office"_s, u"进纸托盘处无纸,请放入纸张"_s}));
     QVERIFY(BalloonShows(QStyle::SP_MessageBoxCritical));
 }
 
@@ -214,7 +214,7 @@ void tst_StatusSlot::noErrorNorWarningShowsNoBalloon()
     ReportState(*m_pWindow, state);
     QCoreApplication::processEvents();
     QVERIFY(Balloon() == nullptr);
-    QCOMPARE(Cell(0, 3), QStringLiteral("正在打印"));
+    QCOMPARE(Cell(0, 3), u"正在打印"_s);
 }
 
 void tst_StatusSlot::balloonEndsAfterThreeSeconds()
@@ -250,7 +250,7 @@ void tst_StatusSlot::rowOutsideTableOrListIsIgnored()
 {
     QFETCH(int, listSize);
     QFETCH(int, row);
-    stPrinterManager printer = MakePrinter(QStringLiteral("Office"));
+    stPrinterManager printer = MakePrinter(u"Office"_s);
     printer.printerState.enCurrentStatus = enStatusReady;
     printer.printerState.listErrorStatus = {enErrorNoPaper};
     ShowPrinters(*m_pWindow, {printer, printer});
@@ -259,7 +259,7 @@ void tst_StatusSlot::rowOutsideTableOrListIsIgnored()
     QCOMPARE(Table()->rowCount(), 2);
     for (int i = 0; i < 2; ++i) {
         QCOMPARE(Cell(i, 2), c_strNoInk);
-        QCOMPARE(Cell(i, 3), QStringLiteral("脱机"));
+        QCOMPARE(Cell(i, 3), u"脱机"_s);
     }
     QVERIFY(Balloon() == nullptr);
 }

@@ -15,7 +15,7 @@ QList<stPrinterManager> Printers(int iCount)
 {
     QList<stPrinterManager> listPrinter;
     for (int i = 0; i < iCount; ++i) {
-        listPrinter.append(MakePrinter(QStringLiteral("Printer%1").arg(i)));
+        listPrinter.append(MakePrinter(u"Printer%1"_s.arg(i)));
     }
     return listPrinter;
 }
@@ -59,7 +59,7 @@ void tst_TableSurroundings::rowsAreNumbered()
     ShowPrinters(*m_pWindow, Printers(c_iPrinters));
     const QHeaderView* pNumbers = Table()->verticalHeader();
     QVERIFY(pNumbers->isVisible());
-    QTRY_VERIFY(pNumbers->width() >= pNumbers->fontMetrics().horizontalAdvance(QStringLiteral("100")));
+    QTRY_VERIFY(pNumbers->width() >= pNumbers->fontMetrics().horizontalAdvance(u"100"_s));
     for (const int iRow : {0, 1, c_iPrinters - 1}) {
         QCOMPARE(Table()->model()->headerData(iRow, Qt::Vertical).toString(), QString::number(iRow + 1));
         QVERIFY(!pNumbers->isSectionHidden(iRow));

@@ -29,7 +29,7 @@ void tst_TwoScreens::windowIsInTheMiddleOfBoth()
 
 int main(int argc, char** argv)
 {
-    if (!WriteFile(QStringLiteral("/tmp/screens.json"),
+    if (!WriteFile(u"/tmp/screens.json"_s,
                    R"({"screens": [{"name": "left", "x": 0, "y": 0, "width": 1280, "height": 800, "dpr": 1},
                                    {"name": "right", "x": 1280, "y": 0, "width": 1024, "height": 600, "dpr": 1}]})")) {
         return 1;

@@ -20,7 +20,7 @@ namespace {
 /// What a user does with mouse and keyboard.
 bool Desktop(const QStringList& listArgument)
 {
-    return QProcess::execute(QStringLiteral("xdotool"), listArgument) == 0;
+    return QProcess::execute(u"xdotool"_s, listArgument) == 0;
 }
 
 class PaintCounter : public QObject
@@ -86,7 +86,7 @@ void tst_voraprintertoolwidget::initTestCase()
 
 void tst_voraprintertoolwidget::init()
 {
-    QDir(QStringLiteral("/opt/vora")).removeRecursively();
+    QDir(u"/opt/vora"_s).removeRecursively();
     m_pWindow = std::make_unique<VoraPrinterToolWidget>();
 }
 
@@ -102,24 +102,21 @@ void tst_voraprintertoolwidget::signalsAndSlotsHaveTheirOrder()
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
         const QMetaMethod method = meta.method(i);
         QCOMPARE(method.access(), QMetaMethod::Public);
-        listMethod.append(
-            (method.methodType() == QMetaMethod::Signal ? QStringLiteral("signal ") : QStringLiteral("slot ")) +
-            QString::fromLatin1(method.methodSignature()));
+        listMethod.append((method.methodType() == QMetaMethod::Signal ? u"signal "_s : u"slot "_s) +
+                          QString::fromLatin1(method.methodSignature()));
     }
     QCOMPARE(listMethod,
-             QStringList({QStringLiteral("signal SgnManageThreadStart()"),
-                          QStringLiteral("signal SgnStatusThreadStart()"), QStringLiteral("signal SgnThreadQuit()"),
-                          QStringLiteral("slot SlotActivatedTrayIcon(QSystemTrayIcon::ActivationReason)"),
-                          QStringLiteral("slot SlotTrayActionShow()"), QStringLiteral("slot SlotTrayActionUpdateFW()"),
-                          QStringLiteral("slot SlotTrayActionSetting()"), QStringLiteral("slot SlotTrayActionExit()"),
-                          QStringLiteral("slot SlotUpdatePrinterStatus(int)"),
-                          QStringLiteral("slot SlotUpdatePrinterList()")}));
+             QStringList(
+                 {u"signal SgnManageThreadStart()"_s, u"signal SgnStatusThreadStart()"_s, u"signal SgnThreadQuit()"_s,
+                  u"slot SlotActivatedTrayIcon(QSystemTrayIcon::ActivationReason)"_s, u"slot SlotTrayActionShow()"_s,
+                  u"slot SlotTrayActionUpdateFW()"_s, u"slot SlotTrayActionSetting()"_s, u"slot SlotTrayActionExit()"_s,
+                  u"slot SlotUpdatePrinterStatus(int)"_s, u"slot SlotUpdatePrinterList()"_s}));
 }
 
 void tst_voraprintertoolwidget::windowIsFixedAndCentred()
 {
-    QCOMPARE(m_pWindow->objectName(), QStringLiteral("VoraPrinterToolWidget"));
-    QCOMPARE(m_pWindow->windowTitle(), QStringLiteral("星原喷墨打印机助手"));
+    QCOMPARE(m_pWindow->objectName(), u"VoraPrinterToolWidget"_s);
+    QCOMPARE(m_pWindow->windowTitle(), u"星原喷墨打印机助手"_s);
     QVERIFY(m_pWindow->isWindow());
     QCOMPARE(m_pWindow->minimumSize(), QSize(860, 300));
     QCOMPARE(m_pWindow->maximumSize(), QSize(860, 300));
@@ -127,7 +124,7 @@ void tst_voraprintertoolwidget::windowIsFixedAndCentred()
     QCOMPARE(m_pWindow->size(), QSize(860, 300));
     QCOMPARE(QGuiApplication::primaryScreen()->virtualSize(), QSize(1280, 800)); // what the position is reckoned from
     QCOMPARE(m_pWindow->pos(), QPoint(210, 250));
-    const QImage icon = QIcon(QStringLiteral(":/Icon/Resource/Vora.png")).pixmap(32).toImage();
+    const QImage icon = QIcon(u":/Icon/Resource/Vora.png"_s).pixmap(32).toImage();
     QVERIFY(!icon.isNull());
     QCOMPARE(m_pWindow->windowIcon().pixmap(32).toImage(), icon);
 }
@@ -139,8 +136,7 @@ void tst_voraprintertoolwidget::windowHasNoMaximiseButton()
 
 void tst_voraprintertoolwidget::formHasItsTable()
 {
-    const auto* pTable =
-        m_pWindow->findChild<QTableWidget*>(QStringLiteral("tableDeviceManage"), Qt::FindDirectChildrenOnly);
+    const auto* pTable = m_pWindow->findChild<QTableWidget*>(u"tableDeviceManage"_s, Qt::FindDirectChildrenOnly);
     QVERIFY(pTable != nullptr);
     QCOMPARE(pTable->geometry(), QRect(20, 20, 820, 260));
 }
@@ -151,7 +147,7 @@ void tst_voraprintertoolwidget::formTitlePassesThroughTranslation()
     QCoreApplication::installTranslator(&translator);
     const VoraPrinterToolWidget window;
     QCoreApplication::removeTranslator(&translator);
-    QVERIFY(translator.m_listAsked.contains(QStringLiteral("VoraPrinterToolWidget: VoraPrinterToolWidget")));
+    QVERIFY(translator.m_listAsked.contains(u"VoraPrinterToolWidget: VoraPrinterToolWidget"_s));
 }
 
 void tst_voraprintertoolwidget::newWindowIsHiddenWithSettingsAndEmptyLists()
@@ -198,9 +194,7 @@ void tst_voraprintertoolwidget::closeButtonOfTheDesktopHidesTheWindow()
 {
     m_pWindow->show();
     QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
-    QCOMPARE(QProcess::execute(QStringLiteral("wmctrl"),
-                               {QStringLiteral("-i"), QStringLiteral("-c"), QString::number(m_pWindow->winId())}),
-             0);
+    QCOMPARE(QProcess::execute(u"wmctrl"_s, {u"-i"_s, u"-c"_s, QString::number(m_pWindow->winId())}), 0);
     QTRY_VERIFY(m_pWindow->isHidden());
     QVERIFY(m_pWindow->m_pTrayIcon->isVisible());
 }
@@ -234,8 +228,8 @@ void tst_voraprintertoolwidget::trayIconHasIconAndToolTip()
 {
     QVERIFY(m_pWindow->m_pTrayIcon->isVisible());
     QCOMPARE(m_pWindow->m_pTrayIcon->parent(), m_pWindow.get());
-    QCOMPARE(m_pWindow->m_pTrayIcon->toolTip(), QStringLiteral("星原喷墨打印机助手"));
-    const QImage icon = QIcon(QStringLiteral(":/Icon/Resource/Vora.png")).pixmap(32).toImage();
+    QCOMPARE(m_pWindow->m_pTrayIcon->toolTip(), u"星原喷墨打印机助手"_s);
+    const QImage icon = QIcon(u":/Icon/Resource/Vora.png"_s).pixmap(32).toImage();
     QCOMPARE(m_pWindow->m_pTrayIcon->icon().pixmap(32).toImage(), icon);
 }
 
@@ -251,21 +245,19 @@ void tst_voraprintertoolwidget::trayMenuHasItsEntriesInOrder()
         QCOMPARE(pAction->parent(), m_pWindow.get());
         listText.append(pAction->text());
     }
-    QCOMPARE(listText, QStringList({QStringLiteral("显示主界面"), QStringLiteral("打印机更新助手"),
-                                    QStringLiteral("设置"), QStringLiteral("退出")}));
+    QCOMPARE(listText, QStringList({u"显示主界面"_s, u"打印机更新助手"_s, u"设置"_s, u"退出"_s}));
 }
 
 void tst_voraprintertoolwidget::ClickTrayIcon(const QString& strButton)
 {
     QTRY_VERIFY(m_pWindow->m_pTrayIcon->geometry().top() > 0); // the tray has given the icon its place
     const QPoint centre = m_pWindow->m_pTrayIcon->geometry().center();
-    QVERIFY(Desktop({QStringLiteral("mousemove"), QString::number(centre.x()), QString::number(centre.y()),
-                     QStringLiteral("click"), strButton}));
+    QVERIFY(Desktop({u"mousemove"_s, QString::number(centre.x()), QString::number(centre.y()), u"click"_s, strButton}));
 }
 
 void tst_voraprintertoolwidget::trayMenuOpensOnRightClick()
 {
-    ClickTrayIcon(QStringLiteral("3"));
+    ClickTrayIcon(u"3"_s);
     QTRY_VERIFY(m_pWindow->m_pTrayMenu->isVisible());
     QVERIFY(m_pWindow->isHidden());
     m_pWindow->m_pTrayMenu->close();
@@ -273,7 +265,7 @@ void tst_voraprintertoolwidget::trayMenuOpensOnRightClick()
 
 void tst_voraprintertoolwidget::clickOnTheTrayIconShowsTheHiddenWindow()
 {
-    ClickTrayIcon(QStringLiteral("1"));
+    ClickTrayIcon(u"1"_s);
     QTRY_VERIFY(m_pWindow->isVisible());
     QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
 }

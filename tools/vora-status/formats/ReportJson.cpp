@@ -18,10 +18,10 @@ QJsonValue Number(unsigned long dwValue)
 
 QJsonObject CodeObject(unsigned long dwRawCode, int iValue, QString (*pText)(int, int))
 {
-    return {{QStringLiteral("code"), Number(dwRawCode)},
-            {QStringLiteral("value"), iValue},
-            {QStringLiteral("english"), pText(iValue, enLanguageEnglish)},
-            {QStringLiteral("chinese"), pText(iValue, enLanguageChinese)}};
+    return {{u"code"_s, Number(dwRawCode)},
+            {u"value"_s, iValue},
+            {u"english"_s, pText(iValue, enLanguageEnglish)},
+            {u"chinese"_s, pText(iValue, enLanguageChinese)}};
 }
 
 QJsonValue EntryValue(const stReplyEntry& entry)
@@ -60,9 +60,9 @@ QJsonValue Failure(const StatusReport& report)
     if (report.IsDecoded()) {
         return QJsonValue();
     }
-    return QJsonObject{{QStringLiteral("reason"), report.FailureKey()},
-                       {QStringLiteral("english"), report.FailureText(enLanguageEnglish)},
-                       {QStringLiteral("chinese"), report.FailureText(enLanguageChinese)}};
+    return QJsonObject{{u"reason"_s, report.FailureKey()},
+                       {u"english"_s, report.FailureText(enLanguageEnglish)},
+                       {u"chinese"_s, report.FailureText(enLanguageChinese)}};
 }
 
 QJsonValue Printer(const StatusReport& report)
@@ -71,21 +71,21 @@ QJsonValue Printer(const StatusReport& report)
         return QJsonValue();
     }
     const stPrinterInfo& printerInfo = *report.m_printerInfo;
-    return QJsonObject{{QStringLiteral("file"), StatusFilePath(printerInfo.strPrinterName)},
-                       {QStringLiteral("model"), printerInfo.enType},
-                       {QStringLiteral("connect-type"), printerInfo.iConnectType},
-                       {QStringLiteral("port"), printerInfo.strPort},
-                       {QStringLiteral("uri"), printerInfo.strURI}};
+    return QJsonObject{{u"file"_s, StatusFilePath(printerInfo.strPrinterName)},
+                       {u"model"_s, printerInfo.enType},
+                       {u"connect-type"_s, printerInfo.iConnectType},
+                       {u"port"_s, printerInfo.strPort},
+                       {u"uri"_s, printerInfo.strURI}};
 }
 
 } // namespace
 
 QJsonObject ReportJson(const StatusReport& report)
 {
-    return {{QStringLiteral("source"), QString::fromLatin1(report.m_pSource)},
-            {QStringLiteral("name"), report.m_strName},
-            {QStringLiteral("printer"), Printer(report)},
-            {QStringLiteral("length"), report.IsReached() ? QJsonValue(report.m_reply.size()) : QJsonValue()},
-            {QStringLiteral("failure"), Failure(report)},
-            {QStringLiteral("reply"), Reply(report)}};
+    return {{u"source"_s, QString::fromLatin1(report.m_pSource)},
+            {u"name"_s, report.m_strName},
+            {u"printer"_s, Printer(report)},
+            {u"length"_s, report.IsReached() ? QJsonValue(report.m_reply.size()) : QJsonValue()},
+            {u"failure"_s, Failure(report)},
+            {u"reply"_s, Reply(report)}};
 }

@@ -92,7 +92,7 @@ void ReportMetrics::Add(const StatusReport& report)
     AddSample(enInfo,
               {{"queue", strQueue},
                {"model", printerInfo.enType},
-               {"connection", bUsb ? QStringLiteral("usb") : QStringLiteral("network")},
+               {"connection", bUsb ? u"usb"_s : u"network"_s},
                {"product", state.strProductName},
                {"firmware", state.strFWVersion},
                {"serial", state.strPrinterSerialNumber}},

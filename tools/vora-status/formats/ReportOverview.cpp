@@ -39,7 +39,7 @@ constexpr std::array<stColumn, 9> c_columnList = {{
     {"MORE", "其他", true},
 }};
 
-const QString c_strNone = QStringLiteral("-");
+const QString c_strNone = u"-"_s;
 
 /// The error's text, or the code and what else there is.
 QString ErrorCell(unsigned long dwRawCode, enLanguage enLang)
@@ -123,7 +123,7 @@ QString ReportOverview::ConnectionText(const StatusReport& report) const
         return std::string_view(report.m_pSource) == "udp" ? strNetwork : c_strNone;
     }
     if (report.m_printerInfo->iConnectType == c_iConnectUsb) {
-        return QStringLiteral("USB");
+        return u"USB"_s;
     }
     return report.m_printerInfo->strPort.isEmpty() ? strNetwork : Printable(report.m_printerInfo->strPort);
 }
