@@ -9,9 +9,22 @@ class tst_SupportBuild : public DesktopTest
     Q_OBJECT
 
 private slots:
+    void isMadeOnDemandAlone();
     void writesItsLog_data();
     void writesItsLog();
 };
+
+/// In a folder that knows of no earlier choice.
+void tst_SupportBuild::isMadeOnDemandAlone()
+{
+    QProcess cmake;
+    cmake.start(QStringLiteral("cmake"),
+                {QStringLiteral("-S"), QStringLiteral(VORA_SOURCE), QStringLiteral("-B"), QStringLiteral("/tmp/fresh"),
+                 QStringLiteral("-G"), QStringLiteral("Ninja"), QStringLiteral("-DBUILD_TESTING=OFF")});
+    QVERIFY(cmake.waitForFinished(60000));
+    QCOMPARE(cmake.exitCode(), 0);
+    QVERIFY(ReadFile(QStringLiteral("/tmp/fresh/CMakeCache.txt")).contains("\nVORA_DIAGNOSTIC_LOG:BOOL=OFF\n"));
+}
 
 void tst_SupportBuild::writesItsLog_data()
 {
