@@ -23,6 +23,12 @@ const QByteArray c_note = "mkdir -p /tmp/child\n"
                           "printf '%s\\n' \"$PWD\" \"$@\" > /tmp/child/arguments\n"
                           "touch /tmp/child/noted\n";
 
+/// For bash: other shells begin with no signal blocked, whatever they were given.
+bool WriteNote(const QString& strPath)
+{
+    return WriteScript(strPath, c_note) && WriteFile(strPath, "#!/bin/bash\n" + c_note);
+}
+
 QSet<QByteArray> Entries(const QByteArray& environment)
 {
     QSet<QByteArray> setEntry;
@@ -103,7 +109,7 @@ void tst_StartedPrograms::cancel()
 
 void tst_StartedPrograms::updateTool()
 {
-    QVERIFY(WriteScript(u"/opt/vora/vora-printer-k507/bin/voraK507FW"_s, c_note));
+    QVERIFY(WriteNote(u"/opt/vora/vora-printer-k507/bin/voraK507FW"_s));
     WriteReadyPrinters({u"Office"_s});
     StartWithTray();
     const QByteArray environment = ReadProcFile(u"/proc/%1/environ"_s.arg(m_tool->Process().processId()));
@@ -116,7 +122,7 @@ void tst_StartedPrograms::updateTool()
 void tst_StartedPrograms::toolAfterLogin()
 {
     const QString strStarter = u"/tmp/login-start/vora-login-start"_s;
-    QVERIFY(WriteScript(u"/tmp/login-start/VoraPrinterTool"_s, c_note));
+    QVERIFY(WriteNote(u"/tmp/login-start/VoraPrinterTool"_s));
     QVERIFY(QFile::copy(QStringLiteral(VORA_LOGIN_START), strStarter));
     m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
     QVERIFY(m_tray->Start());

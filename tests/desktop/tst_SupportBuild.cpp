@@ -18,12 +18,11 @@ private slots:
 void tst_SupportBuild::isMadeOnDemandAlone()
 {
     QProcess cmake;
-    cmake.start(QStringLiteral("cmake"),
-                {QStringLiteral("-S"), QStringLiteral(VORA_SOURCE), QStringLiteral("-B"), QStringLiteral("/tmp/fresh"),
-                 QStringLiteral("-G"), QStringLiteral("Ninja"), QStringLiteral("-DBUILD_TESTING=OFF")});
+    cmake.start(u"cmake"_s, {u"-S"_s, QStringLiteral(VORA_SOURCE), u"-B"_s, u"/tmp/fresh"_s, u"-G"_s, u"Ninja"_s,
+                             u"-DBUILD_TESTING=OFF"_s});
     QVERIFY(cmake.waitForFinished(60000));
     QCOMPARE(cmake.exitCode(), 0);
-    QVERIFY(ReadFile(QStringLiteral("/tmp/fresh/CMakeCache.txt")).contains("\nVORA_DIAGNOSTIC_LOG:BOOL=OFF\n"));
+    QVERIFY(ReadFile(u"/tmp/fresh/CMakeCache.txt"_s).contains("\nVORA_DIAGNOSTIC_LOG:BOOL=OFF\n"));
 }
 
 void tst_SupportBuild::writesItsLog_data()
