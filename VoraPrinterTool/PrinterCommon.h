@@ -27,7 +27,7 @@ inline const QString c_strBinPath = u"" VORA_PACKAGE_PATH "bin/"_s;   // firmwar
 inline const QString c_strPrinterListName = u"printerlist.ini"_s;
 inline const QString c_strStatusFileSuffix = u".dat"_s;
 
-/// The status file of a queue. Called from any thread.
+/// The status file of a queue.
 inline QString StatusFilePath(const QString& strPrinterName)
 {
     return c_strCfgPath + strPrinterName + c_strStatusFileSuffix;

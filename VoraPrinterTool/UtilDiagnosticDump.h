@@ -8,7 +8,7 @@
 #include <QStringList>
 
 // What the log says of the printers for a support engineer, one line for each field. Control characters are
-// escaped. Called from any thread.
+// escaped.
 
 /// The number of printers, then three lines for each: name and port, model, connect type.
 QStringList PrinterInfoLines(const QList<stPrinterManager>& listPrinter);

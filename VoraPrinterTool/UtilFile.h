@@ -9,8 +9,6 @@
 #include <array>
 #include <optional>
 
-// Called from any thread.
-
 /// What tells two versions of a file apart.
 using FileStamp = std::array<qint64, 6>;
 

@@ -12,5 +12,5 @@ void SetLogEnable(bool bEnable);
 /// Appends one line with the time, the caller's position and the printf-style message (at most 1023 bytes, a longer one
 /// is cut); a QString value is passed as its local 8-bit bytes, and a text made elsewhere as an argument of "%s".
 /// Control characters of the message are escaped, so that a call writes one line. Does nothing while the log is off; a
-/// line that cannot be written is dropped. Called from any thread.
+/// line that cannot be written is dropped.
 void WriteStringLog(const char* pFile, int iLine, const char* pFunction, QString strFormat, ...);

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string_view>
 
-// The driver package's printer list file. Called from any thread.
+// The driver package's printer list file.
 
 /// The file's path.
 QString PrinterListPath();

@@ -32,7 +32,7 @@ public:
     bool parseRecvBuf(unsigned char* pBuffer, unsigned long dwLength);
 
     /// The number of a supplies value: 2, 3 or 4 bytes big-endian; of any other length, deliberately, the first byte
-    /// alone, so that pData has one byte at least. Called from any thread.
+    /// alone, so that pData has one byte at least.
     static unsigned long byteToDWORD(const unsigned char* pData, unsigned long dwLength)
     {
         switch (dwLength) {
@@ -100,5 +100,5 @@ public:
 #undef VORA_NUMBER
 };
 
-/// The record that a decoded reply becomes, with no failed reads. Called from any thread.
+/// The record that a decoded reply becomes, with no failed reads.
 stPrinterState DecodedState(const UtilPrinterStatus& reply);

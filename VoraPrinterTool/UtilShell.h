@@ -6,8 +6,6 @@
 #include <QByteArray>
 #include <QString>
 
-// Called from any thread.
-
 /// The text as one literal word of a shell command, in the local 8-bit encoding, whatever it holds but a zero, which
 /// ends a command.
 QByteArray QuoteForShell(const QString& strText);

@@ -9,7 +9,7 @@
 /// So many bytes are read of a status file at most.
 constexpr int c_iMaxStatusLength = std::tuple_size_v<StatusBuffer>;
 
-/// What a status file holds. Called from any thread.
+/// What a status file holds.
 inline stFileContent ReadStatusFile(const QString& strPath)
 {
     return ReadRegularFile(strPath, c_iMaxStatusLength);

@@ -7,7 +7,7 @@
 
 #include <array>
 
-// The raw numbers of the status reply and what they mean here. Called from any thread.
+// The raw numbers of the status reply and what they mean here.
 
 struct stStatusCode
 {

@@ -22,5 +22,5 @@ enum enQueryFailure
 
 /// Asks the printer at a dotted IPv4 address for its status: one request, one reply, at most one second of waiting.
 /// Returns the reply's length (8 or more), or an enQueryFailure. The rest of the buffer is zero; it is as it was when
-/// no reply was waited for. Called from any thread.
+/// no reply was waited for.
 int QueryStatus(const QString& strAddress, StatusBuffer& buffer);

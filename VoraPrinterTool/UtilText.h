@@ -5,7 +5,7 @@
 
 #include <QString>
 
-// Texts that come from outside, as a terminal may show them. Called from any thread.
+// Texts that come from outside, as a terminal may show them.
 
 /// Calls handle for each character: with its code and its one or two halves. A half without the other is a character.
 template <typename Handle>

@@ -9,8 +9,6 @@
 #include <sys/types.h>
 
 // What the kernel counts of a process, read from outside. All end the program when the process or thread is not there.
-// Called from any thread.
-
 /// CPU time, milliseconds, of all its threads since its start, ended ones included.
 double CpuMSec(pid_t pid);
 

@@ -8,7 +8,7 @@
 
 /// Puts a new file in the place of whatever stands at strPath, a link itself and not its target. Readers find the old
 /// one or the new one, never a part. Throws ToolError: with enFailure when nothing can be put there, with enExitIo when
-/// it cannot be written. Called from any thread.
+/// it cannot be written.
 void ReplaceFile(const QString& strPath, const QByteArray& content, enExitStatus enFailure = enExitCannotCreate);
 
 /// The folder in which the printer driver package keeps its printer list and status files ("cfg/"), as a writer sees

@@ -63,5 +63,5 @@ private:
 };
 
 /// The whole number that a JSON number (below 9e15) or a hexadecimal text ("0x10") stands for; none for any other
-/// value. Called from any thread.
+/// value.
 std::optional<qint64> WholeNumber(const QJsonValue& value);

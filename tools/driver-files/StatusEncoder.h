@@ -41,8 +41,8 @@ struct stStatusReply
 };
 
 /// A record with a number in the width that printers use for the key: 4 bytes for the type and the page and print
-/// counters, 2 for all others, which keep the lower 16 bits. Called from any thread.
+/// counters, 2 for all others, which keep the lower 16 bits.
 stSuppliesRecord MakeSuppliesRecord(enSuppliesKey enKey, quint32 dwValue);
 
-/// The reply as a printer sends it; the unexamined bytes are cut or filled up with zeros to 7. Called from any thread.
+/// The reply as a printer sends it; the unexamined bytes are cut or filled up with zeros to 7.
 QByteArray EncodeStatusReply(const stStatusReply& reply);

@@ -6,7 +6,7 @@
 #include <QByteArray>
 #include <QString>
 
-// Texts that come from outside, as they are printed. Called from any thread.
+// Texts that come from outside, as they are printed.
 
 /// The text with control and format characters, which a terminal would obey, and backslashes written as escapes:
 /// "\x1B", "\u202E", "\U000E0001", "\\".

@@ -51,5 +51,5 @@ struct stScenario
 
 /// Reads a scenario. strSource names the file in messages; iPrinters, when it is not negative, is the number of
 /// printers to make of the first entry that has a count. Throws ToolError for what docs/simulator.md does not allow
-/// and for more than c_iMaxPrinters printers. Called from any thread.
+/// and for more than c_iMaxPrinters printers.
 stScenario ReadScenario(const QByteArray& json, const QString& strSource, int iPrinters = -1);

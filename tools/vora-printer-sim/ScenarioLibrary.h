@@ -7,8 +7,8 @@
 #include <QString>
 #include <QStringList>
 
-/// Names of the scenarios that are built in, sorted. Called from any thread.
+/// Names of the scenarios that are built in, sorted.
 QStringList BuiltInScenarios();
 
-/// The text of a built-in scenario, JSON in UTF-8; empty when there is none of that name. Called from any thread.
+/// The text of a built-in scenario, JSON in UTF-8; empty when there is none of that name.
 QByteArray BuiltInScenario(const QString& strName);

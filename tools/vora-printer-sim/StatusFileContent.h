@@ -24,9 +24,9 @@ enum enFileContent
     enFileContentCount
 };
 
-/// Value for a name such as "truncated"; none for any other text. Called from any thread.
+/// Value for a name such as "truncated"; none for any other text.
 std::optional<enFileContent> FileContentByName(const QString& strName);
-/// All these names, in the order of the values. Called from any thread.
+/// All these names, in the order of the values.
 QStringList FileContentNames();
 
 /// The bytes of the file; none of a missing one. The reply must not end a reader itself (HasFatalSupplies); no other
@@ -34,5 +34,5 @@ QStringList FileContentNames();
 QByteArray FileContent(enFileContent enContent, const QByteArray& reply, QRandomGenerator& random);
 
 /// True for a reply with a supplies record of more than 65 data bytes behind a well-formed beginning: a reader of the
-/// reply ends there by design. Called from any thread.
+/// reply ends there by design.
 bool HasFatalSupplies(const QByteArray& reply);

@@ -24,7 +24,7 @@ struct stStatusRendering
 };
 
 /// Takes the look: reads files, or waits for a printer on the network, one second at most. A failure becomes a message
-/// and an exit status. Called from any thread.
+/// and an exit status.
 stStatusRendering RenderStatus(const StatusOptions& options, StatusSource& source);
 
 /// Writes the output, then the messages; what nobody takes until one of pEndSignals has come is left out. Throws

@@ -32,5 +32,5 @@ struct stReplyEntry
     bool bPresent = true; ///< the reply has such a record
 };
 
-/// Every value of a decoded reply as the program's decoder has it, in the order of the reply. Called from any thread.
+/// Every value of a decoded reply as the program's decoder has it, in the order of the reply.
 std::vector<stReplyEntry> ReplyEntries(const StatusReport& report);

@@ -10,8 +10,6 @@
 class ReportWriter;
 class StatusReport;
 
-// Called from any thread.
-
 /// The report for people: the printer, then one line for each value of the reply. Values that come as
 /// numbers stand with their raw code. Empty when nothing is known.
 QString ReportText(const StatusReport& report, enLanguage enLang);

@@ -5,9 +5,8 @@
 
 #include <QString>
 
-/// Columns that a terminal needs for the text: two for an ideograph, none for a combining mark. Called from any
-/// thread.
+/// Columns that a terminal needs for the text: two for an ideograph, none for a combining mark.
 int TerminalWidth(const QString& strText);
 
-/// True when standard output is a terminal and NO_COLOR is not set or empty. Called from any thread.
+/// True when standard output is a terminal and NO_COLOR is not set or empty.
 bool IsColorWanted();
