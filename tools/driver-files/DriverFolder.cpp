@@ -9,9 +9,8 @@
 
 #include <QDir>
 #include <QRandomGenerator>
-#include <QSettings>
-#include <QTemporaryDir>
 
+#include <cctype>
 #include <cerrno>
 #include <cstdio>
 
@@ -40,6 +39,27 @@ bool IsPlainFile(const QString& strPath)
     struct stat status = {};
     return ::lstat(QFile::encodeName(strPath).constData(), &status) == 0 && S_ISREG(status.st_mode) &&
            status.st_uid == ::geteuid();
+}
+
+/// A text as a value of an INI file: in quotes, so that neither a comma nor a semicolon ends it. Not by QSettings,
+/// which loses characters of two halves with Qt 5.
+QByteArray IniValue(const QString& strText)
+{
+    QString strValue = strText.startsWith(QLatin1Char('@')) ? u"@"_s : QString(); // one alone would mark a type
+    bool bAfterCode = false; // whose digits a further one would join
+    for (const QChar character : strText) {
+        const bool bDigit = character.unicode() < 0x80 && std::isxdigit(character.unicode()) != 0;
+        const bool bCode = character.category() == QChar::Other_Control || (bAfterCode && bDigit);
+        if (bCode) {
+            strValue += QString::asprintf("\\x%x", character.unicode());
+        } else if (character == QLatin1Char('"') || character == QLatin1Char('\\')) {
+            strValue += QLatin1Char('\\') + character;
+        } else {
+            strValue += character;
+        }
+        bAfterCode = bCode;
+    }
+    return '"' + strValue.toUtf8() + '"';
 }
 
 void Remove(const QString& strPath)
@@ -121,34 +141,17 @@ bool DriverFolder::HasOwnList() const
 
 void DriverFolder::WritePrinterList(const QList<stPrinterInfo>& listPrinter, enExitStatus enFailure) const
 {
-    // QSettings follows a link: it writes where nobody else can put one.
-    const QTemporaryDir privateFolder;
-    if (!privateFolder.isValid()) {
-        FailToWrite(ListPath(), privateFolder.errorString(), enFailure);
-    }
-    const QString strPrivateList = privateFolder.filePath(c_strPrinterListName);
-    QSettings settings(strPrivateList, QSettings::IniFormat);
-    SetIniUtf8(settings);
+    QByteArray text = "[Main]\nCount=" + QByteArray::number(listPrinter.size()) + '\n';
     if (!m_strWriter.isEmpty()) {
-        settings.setValue(c_strWriterKey, m_strWriter);
+        text += "WrittenBy=" + IniValue(m_strWriter) + '\n';
     }
-    settings.setValue(u"Main/Count"_s, static_cast<int>(listPrinter.size()));
     for (int i = 0; i < listPrinter.size(); ++i) {
         const stPrinterInfo& info = listPrinter.at(i);
-        settings.beginGroup(QString::asprintf("printer_%d", i));
-        settings.setValue(u"Name"_s, info.strPrinterName);
-        settings.setValue(u"Model"_s, info.enType);
-        settings.setValue(u"ConnectType"_s, info.iConnectType);
-        settings.setValue(u"Port"_s, info.strPort);
-        settings.setValue(u"URI"_s, info.strURI);
-        settings.endGroup();
+        text += "\n[printer_" + QByteArray::number(i) + "]\nName=" + IniValue(info.strPrinterName) +
+                "\nModel=" + IniValue(info.enType) + "\nConnectType=" + QByteArray::number(info.iConnectType) +
+                "\nPort=" + IniValue(info.strPort) + "\nURI=" + IniValue(info.strURI) + '\n';
     }
-    settings.sync();
-    QFile privateList(strPrivateList);
-    if (settings.status() != QSettings::NoError || !privateList.open(QIODevice::ReadOnly)) {
-        FailToWrite(ListPath(), privateList.errorString(), enExitIo);
-    }
-    ReplaceFile(ListPath(), privateList.readAll(), enFailure);
+    ReplaceFile(ListPath(), text, enFailure);
 }
 
 void DriverFolder::WriteStatus(const QString& strName, const QByteArray& reply, enExitStatus enFailure) const
