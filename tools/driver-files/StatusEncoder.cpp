@@ -6,6 +6,8 @@
 #include <QDataStream>
 #include <QIODevice>
 
+#include <map>
+
 namespace {
 
 // QDataStream is big-endian by default, as the reply is.
@@ -42,16 +44,16 @@ void WriteSupplies(QDataStream& stream, const QList<stSuppliesRecord>& listSuppl
     }
 }
 
-/// What printers send for the number.
+/// How many bytes printers send for the number.
 int BytesOf(enSuppliesKey enKey)
 {
-    switch (enKey) {
-#define VORA_BYTES(enNumberKey, wKey, iBytes, ...)                                                                     \
-    case enNumberKey: return iBytes;
+    static const std::map<enSuppliesKey, int> s_bytesOfKey = {
+#define VORA_BYTES(enNumberKey, wKey, iBytes, ...) {enNumberKey, iBytes},
         VORA_SUPPLIES_OF_REPLY(VORA_BYTES)
 #undef VORA_BYTES
-    default: return 2;
-    }
+    };
+    const auto found = s_bytesOfKey.find(enKey);
+    return found == s_bytesOfKey.end() ? 2 : found->second;
 }
 
 } // namespace
