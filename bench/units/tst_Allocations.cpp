@@ -13,30 +13,27 @@ class tst_Allocations : public QObject
     Q_OBJECT
 
 private slots:
-    void counterCounts();
-    void decoderTakesItsListsAlone();
+    void counterCounts()
+    {
+        const long iBefore = AllocationCount();
+        const QByteArray text(100, 'x');
+        QCOMPARE(AllocationCount() - iBefore, 1L);
+        QCOMPARE(text.size(), 100);
+    }
+
+    /// Those of errors and of warnings, which grow as codes are appended.
+    void decoderTakesItsListsAlone()
+    {
+        QByteArray reply = EncodeStatusReply(FullReply());
+        const long iBefore = AllocationCount();
+        UtilPrinterStatus decoder;
+        const bool bGood = decoder.parseRecvBuf(reinterpret_cast<unsigned char*>(reply.data()),
+                                                static_cast<unsigned long>(reply.size()));
+        const long iAllocations = AllocationCount() - iBefore;
+        QVERIFY(bGood);
+        QCOMPARE(iAllocations, 5L);
+    }
 };
-
-void tst_Allocations::counterCounts()
-{
-    const long iBefore = AllocationCount();
-    const QByteArray text(100, 'x');
-    QCOMPARE(AllocationCount() - iBefore, 1L);
-    QCOMPARE(text.size(), 100);
-}
-
-/// Those of errors and of warnings, which grow as codes are appended.
-void tst_Allocations::decoderTakesItsListsAlone()
-{
-    QByteArray reply = EncodeStatusReply(FullReply());
-    const long iBefore = AllocationCount();
-    UtilPrinterStatus decoder;
-    const bool bGood =
-        decoder.parseRecvBuf(reinterpret_cast<unsigned char*>(reply.data()), static_cast<unsigned long>(reply.size()));
-    const long iAllocations = AllocationCount() - iBefore;
-    QVERIFY(bGood);
-    QCOMPARE(iAllocations, 5L);
-}
 
 QTEST_GUILESS_MAIN(tst_Allocations)
 

@@ -19,72 +19,68 @@ class tst_Balloon : public DesktopTest
     Q_OBJECT
 
 private slots:
-    void ownBalloon_data();
-    void ownBalloon();
-    void notificationServer();
+    void ownBalloon_data()
+    {
+        QTest::addColumn<int>("iHost");
+        QTest::newRow("tint2") << int(TrayHost::enTint2);
+        QTest::newRow("trayer") << int(TrayHost::enTrayer);
+    }
+
+    void ownBalloon()
+    {
+        WriteReadyPrinters({c_strPrinter});
+        StartWithRowsTray();
+        const Tool& tool = *m_tool;
+        const auto labels = [&] {
+            QStringList listText = tool.Access().Names(tool.Class(), u"label"_s);
+            listText.removeAll(QString());
+            return listText;
+        };
+        QTRY_COMPARE(tool.Cell(0, 3), u"就绪"_s);
+        QVERIFY(!tool.Popup());
+        HideWindow();
+
+        WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
+        QTRY_COMPARE(labels(), (QStringList{c_strPrinter, c_strInkLow}));
+        QVERIFY(tool.Popup());
+
+        // The error takes the warning's place while that is still to be seen.
+        WriteStatus(c_strPrinter, Reply(0x00, {0x6100}, {0x6160}));
+        QTRY_COMPARE(labels(), (QStringList{c_strPrinter, c_strNoPaper}));
+        QVERIFY(tool.Popup());
+
+        // The last window of the program has closed by itself, yet the program lives on.
+        QTRY_VERIFY_WITH_TIMEOUT(!tool.Popup(), 6000);
+        QVERIFY(m_tray->ShowWindow(tool));
+    }
+
+    void notificationServer()
+    {
+        NotificationServer server;
+        QVERIFY(server.Start());
+        WriteReadyPrinters({c_strPrinter});
+        StartWithTray(TrayHost::enXfcePanel);
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
+        QCOMPARE(server.Last(u"summary"_s), QString());
+        HideWindow();
+
+        WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
+        QTRY_COMPARE(server.Last(u"body"_s), c_strInkLow);
+        QCOMPARE(server.Last(u"summary"_s), c_strPrinter);
+        QCOMPARE(server.Last(u"timeout"_s), u"3000"_s);
+        QCOMPARE(server.Last(u"icon"_s), u"dialog-warning"_s);
+
+        WriteStatus(c_strPrinter, Reply(0x00, {0x6100}, {0x6160}));
+        QTRY_COMPARE(server.Last(u"body"_s), c_strNoPaper);
+        QCOMPARE(server.Last(u"summary"_s), c_strPrinter);
+        QCOMPARE(server.Last(u"timeout"_s), u"3000"_s);
+        QCOMPARE(server.Last(u"icon"_s), u"dialog-error"_s);
+        QTRY_VERIFY(!Desktop::Windows(u"Dunst"_s).isEmpty());
+
+        QTRY_VERIFY_WITH_TIMEOUT(Desktop::Windows(u"Dunst"_s).isEmpty(), 6000);
+        QVERIFY(m_tray->ShowWindow(*m_tool));
+    }
 };
-
-void tst_Balloon::ownBalloon_data()
-{
-    QTest::addColumn<int>("iHost");
-    QTest::newRow("tint2") << int(TrayHost::enTint2);
-    QTest::newRow("trayer") << int(TrayHost::enTrayer);
-}
-
-void tst_Balloon::ownBalloon()
-{
-    WriteReadyPrinters({c_strPrinter});
-    StartWithRowsTray();
-    const Tool& tool = *m_tool;
-    const auto labels = [&] {
-        QStringList listText = tool.Access().Names(tool.Class(), u"label"_s);
-        listText.removeAll(QString());
-        return listText;
-    };
-    QTRY_COMPARE(tool.Cell(0, 3), u"就绪"_s);
-    QVERIFY(!tool.Popup());
-    HideWindow();
-
-    WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
-    QTRY_COMPARE(labels(), (QStringList{c_strPrinter, c_strInkLow}));
-    QVERIFY(tool.Popup());
-
-    // The error takes the warning's place while that is still to be seen.
-    WriteStatus(c_strPrinter, Reply(0x00, {0x6100}, {0x6160}));
-    QTRY_COMPARE(labels(), (QStringList{c_strPrinter, c_strNoPaper}));
-    QVERIFY(tool.Popup());
-
-    // The last window of the program has closed by itself, yet the program lives on.
-    QTRY_VERIFY_WITH_TIMEOUT(!tool.Popup(), 6000);
-    QVERIFY(m_tray->ShowWindow(tool));
-}
-
-void tst_Balloon::notificationServer()
-{
-    NotificationServer server;
-    QVERIFY(server.Start());
-    WriteReadyPrinters({c_strPrinter});
-    StartWithTray(TrayHost::enXfcePanel);
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
-    QCOMPARE(server.Last(u"summary"_s), QString());
-    HideWindow();
-
-    WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
-    QTRY_COMPARE(server.Last(u"body"_s), c_strInkLow);
-    QCOMPARE(server.Last(u"summary"_s), c_strPrinter);
-    QCOMPARE(server.Last(u"timeout"_s), u"3000"_s);
-    QCOMPARE(server.Last(u"icon"_s), u"dialog-warning"_s);
-
-    WriteStatus(c_strPrinter, Reply(0x00, {0x6100}, {0x6160}));
-    QTRY_COMPARE(server.Last(u"body"_s), c_strNoPaper);
-    QCOMPARE(server.Last(u"summary"_s), c_strPrinter);
-    QCOMPARE(server.Last(u"timeout"_s), u"3000"_s);
-    QCOMPARE(server.Last(u"icon"_s), u"dialog-error"_s);
-    QTRY_VERIFY(!Desktop::Windows(u"Dunst"_s).isEmpty());
-
-    QTRY_VERIFY_WITH_TIMEOUT(Desktop::Windows(u"Dunst"_s).isEmpty(), 6000);
-    QVERIFY(m_tray->ShowWindow(*m_tool));
-}
 
 QTEST_GUILESS_MAIN(tst_Balloon)
 

@@ -40,94 +40,87 @@ class tst_BareDesktop : public DesktopTest
     Q_OBJECT
 
 private slots:
-    void toolTellsThatThereIsNoDisplay_data();
-    void toolTellsThatThereIsNoDisplay();
-    void starterWaitsWithoutDisplayAndBus();
-    void starterTellsThatTheToolIsMissing();
-    void toolRunsWithoutBusAndThemes();
-    void toolRunsWithoutNotificationServer();
+    void toolTellsThatThereIsNoDisplay_data()
+    {
+        QTest::addColumn<QByteArray>("display");
+        QTest::newRow("none named") << QByteArray();
+        QTest::newRow("none there") << QByteArray(":77");
+    }
+
+    /// Qt's own end, by the signal that it always takes.
+    void toolTellsThatThereIsNoDisplay()
+    {
+        QFETCH(const QByteArray, display);
+        Program tool(QStringLiteral(VORA_TOOL));
+        QProcessEnvironment environment = tool.processEnvironment();
+        environment.insert(u"DISPLAY"_s, QString::fromLatin1(display));
+        tool.setProcessEnvironment(environment);
+        tool.start();
+        QVERIFY(tool.waitForFinished());
+        QCOMPARE(tool.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(tool.exitCode(), SIGABRT);
+        const QByteArray output = tool.readAll();
+        QVERIFY2(output.contains("could not connect to display " + display + '\n'), output);
+        QVERIFY(!QFile::exists(c_strToolPath)); // it has done nothing yet
+    }
+
+    void starterWaitsWithoutDisplayAndBus()
+    {
+        Program starter(QStringLiteral(VORA_LOGIN_START), {u"DISPLAY"_s, u"DBUS_SESSION_BUS_ADDRESS"_s});
+        starter.start();
+        QVERIFY(!starter.waitForFinished(800));
+        QCOMPARE(starter.readAll(), QByteArray());
+        QCOMPARE(starter.state(), QProcess::Running);
+    }
+
+    void starterTellsThatTheToolIsMissing()
+    {
+        m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
+        QVERIFY(m_tray->Start());
+        QDir().mkpath(u"/tmp/login"_s);
+        QVERIFY(QFile::exists(c_strStarter) || QFile::copy(QStringLiteral(VORA_LOGIN_START), c_strStarter));
+        Program starter(c_strStarter);
+        starter.start();
+        QVERIFY(starter.waitForFinished());
+        QCOMPARE(starter.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(starter.exitCode(), 127);
+        QCOMPARE(starter.readAll(), QByteArray("/tmp/login/VoraPrinterTool: No such file or directory\n"));
+    }
+
+    void toolRunsWithoutBusAndThemes()
+    {
+        const QByteArray bus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/tmp/no-bus");
+        qputenv("XDG_DATA_DIRS", "/tmp/no-themes");
+        const auto restore = qScopeGuard([&] {
+            qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
+            qunsetenv("XDG_DATA_DIRS");
+        });
+        FakeProgram(u"cancel"_s, "touch /tmp/cancelled\n");
+        WriteReadyPrinters({u"Office"_s});
+        m_tool->Start();
+        QTRY_VERIFY(m_tool->MainWindow());
+        WriteStatus(u"Office"_s, Reply(0x03, {0x6100})); // with a message, which nobody shows
+        QTRY_VERIFY(QFile::exists(u"/tmp/cancelled"_s));
+        Desktop::CloseWindow(*m_tool->MainWindow());
+        QTRY_VERIFY(!m_tool->MainWindow());
+        QCOMPARE(m_tool->Process().state(), QProcess::Running);
+        QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
+    }
+
+    void toolRunsWithoutNotificationServer()
+    {
+        WriteReadyPrinters({u"Office"_s});
+        StartWithTray(TrayHost::enXfcePanel);
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
+        WriteStatus(u"Office"_s, Reply(0x00, {0x6100}));
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"进纸托盘处无纸,请放入纸张"_s);
+        WriteStatus(u"Office"_s, Reply());
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
+        QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
+        ExitByMenu();
+    }
 };
-
-void tst_BareDesktop::toolTellsThatThereIsNoDisplay_data()
-{
-    QTest::addColumn<QByteArray>("display");
-    QTest::newRow("none named") << QByteArray();
-    QTest::newRow("none there") << QByteArray(":77");
-}
-
-/// Qt's own end, by the signal that it always takes.
-void tst_BareDesktop::toolTellsThatThereIsNoDisplay()
-{
-    QFETCH(const QByteArray, display);
-    Program tool(QStringLiteral(VORA_TOOL));
-    QProcessEnvironment environment = tool.processEnvironment();
-    environment.insert(u"DISPLAY"_s, QString::fromLatin1(display));
-    tool.setProcessEnvironment(environment);
-    tool.start();
-    QVERIFY(tool.waitForFinished());
-    QCOMPARE(tool.exitStatus(), QProcess::CrashExit);
-    QCOMPARE(tool.exitCode(), SIGABRT);
-    const QByteArray output = tool.readAll();
-    QVERIFY2(output.contains("could not connect to display " + display + '\n'), output);
-    QVERIFY(!QFile::exists(c_strToolPath)); // it has done nothing yet
-}
-
-void tst_BareDesktop::starterWaitsWithoutDisplayAndBus()
-{
-    Program starter(QStringLiteral(VORA_LOGIN_START), {u"DISPLAY"_s, u"DBUS_SESSION_BUS_ADDRESS"_s});
-    starter.start();
-    QVERIFY(!starter.waitForFinished(800));
-    QCOMPARE(starter.readAll(), QByteArray());
-    QCOMPARE(starter.state(), QProcess::Running);
-}
-
-void tst_BareDesktop::starterTellsThatTheToolIsMissing()
-{
-    m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
-    QVERIFY(m_tray->Start());
-    QDir().mkpath(u"/tmp/login"_s);
-    QVERIFY(QFile::exists(c_strStarter) || QFile::copy(QStringLiteral(VORA_LOGIN_START), c_strStarter));
-    Program starter(c_strStarter);
-    starter.start();
-    QVERIFY(starter.waitForFinished());
-    QCOMPARE(starter.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(starter.exitCode(), 127);
-    QCOMPARE(starter.readAll(), QByteArray("/tmp/login/VoraPrinterTool: No such file or directory\n"));
-}
-
-void tst_BareDesktop::toolRunsWithoutBusAndThemes()
-{
-    const QByteArray bus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/tmp/no-bus");
-    qputenv("XDG_DATA_DIRS", "/tmp/no-themes");
-    const auto restore = qScopeGuard([&] {
-        qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
-        qunsetenv("XDG_DATA_DIRS");
-    });
-    FakeProgram(u"cancel"_s, "touch /tmp/cancelled\n");
-    WriteReadyPrinters({u"Office"_s});
-    m_tool->Start();
-    QTRY_VERIFY(m_tool->MainWindow());
-    WriteStatus(u"Office"_s, Reply(0x03, {0x6100})); // with a message, which nobody shows
-    QTRY_VERIFY(QFile::exists(u"/tmp/cancelled"_s));
-    Desktop::CloseWindow(*m_tool->MainWindow());
-    QTRY_VERIFY(!m_tool->MainWindow());
-    QCOMPARE(m_tool->Process().state(), QProcess::Running);
-    QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
-}
-
-void tst_BareDesktop::toolRunsWithoutNotificationServer()
-{
-    WriteReadyPrinters({u"Office"_s});
-    StartWithTray(TrayHost::enXfcePanel);
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
-    WriteStatus(u"Office"_s, Reply(0x00, {0x6100}));
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"进纸托盘处无纸,请放入纸张"_s);
-    WriteStatus(u"Office"_s, Reply());
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
-    QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
-    ExitByMenu();
-}
 
 QTEST_GUILESS_MAIN(tst_BareDesktop)
 

@@ -34,100 +34,92 @@ class tst_Counts : public DesktopTest
     Q_OBJECT
 
 private slots:
-    void init();
-    void passesThatFindNothingNew();
-    void windowSleeps_data();
-    void windowSleeps();
-    void cleanup();
+    void init()
+    {
+        QStringList listName;
+        for (int i = 0; i < c_iPrinters; ++i) {
+            listName.append(u"Printer%1"_s.arg(i));
+        }
+        WriteReadyPrinters(listName);
+    }
+
+    /// A look at the file and the pause: no file is opened, nothing is locked or written.
+    void passesThatFindNothingNew()
+    {
+        QFile::remove(c_strTrace);
+        Start({u"strace"_s, u"-D"_s, u"-f"_s, u"-qq"_s, u"-o"_s, c_strTrace,
+               QStringLiteral(VORA_TOOL)}); // strace leaves it its number
+        const QByteArray poller = ThreadOf(m_process.processId(), "vora-status-0") + ' ';
+        const QByteArray lister = ThreadOf(m_process.processId(), "vora-devices") + ' ';
+
+        // One letter for each call: a look, a pause, anything else. Two workers that meet at the list's lock ask the
+        // kernel too, which is chance.
+        const auto calls = [](const QByteArray& thread, const QByteArray& file) {
+            QByteArray listCall;
+            for (const QByteArray& line : ReadFile(c_strTrace).split('\n')) {
+                if (line.startsWith(thread) && !line.contains(" resumed>") && !line.contains(" futex(")) {
+                    const bool bLook = line.contains("stat") && line.contains(file);
+                    listCall += bLook ? 'l' : line.contains("nanosleep(") ? 'p' : 'x';
+                }
+            }
+            return listCall;
+        };
+        // What comes before the first two passes alike is the start.
+        const auto idle = [](const QByteArray& listCall, const QByteArray& pass) {
+            const auto iBegin = listCall.indexOf(pass + pass);
+            return iBegin < 0 ? QByteArray() : listCall.mid(iBegin);
+        };
+        const QByteArray poll = "lpp";
+        const QByteArray list = "lpppppp";
+        QByteArray polls;
+        QByteArray lists;
+        QTRY_VERIFY((polls = idle(calls(poller, "/Printer0.dat\""), poll)).size() >= 10 * poll.size());
+        QTRY_VERIFY((lists = idle(calls(lister, "/printerlist.ini\""), list)).size() >= 4 * list.size());
+        QCOMPARE(polls, poll.repeated(polls.size()).left(polls.size()));
+        QCOMPARE(lists, list.repeated(lists.size()).left(lists.size()));
+    }
+
+    void windowSleeps_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("shown") << QStringList();
+        QTest::newRow("hidden") << QStringList(u"-hide"_s);
+    }
+
+    /// While the workers look at their files twenty times and more.
+    void windowSleeps()
+    {
+        QFETCH(const QStringList, arguments);
+        Start(QStringList(QStringLiteral(VORA_TOOL)) + arguments);
+        const qint64 iPid = m_process.processId();
+        const auto sleepsThrough = [iPid] {
+            const qint64 iBefore = Waits(iPid);
+            QTest::qWait(20 * Tool::PauseMSec());
+            return iBefore > 0 && Waits(iPid) == iBefore;
+        };
+        QVERIFY(QTest::qWaitFor(sleepsThrough, 12000)); // once all is painted
+    }
+
+    void cleanup()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
 
 private:
-    void Start(const QStringList& listCommand);
+    /// Without accessibility, which has calls and wake-ups of its own, and with short pauses.
+    void Start(const QStringList& listCommand)
+    {
+        Preload(VORA_SHORT_SLEEP);
+        m_process.start(listCommand.first(), listCommand.mid(1));
+        qunsetenv("LD_PRELOAD");
+        QVERIFY(m_process.waitForStarted());
+        const QByteArray last = "vora-status-" + QByteArray::number(c_iPrinters - 1);
+        QTRY_VERIFY(!ThreadOf(m_process.processId(), last.left(15)).isEmpty());
+    }
 
     QProcess m_process;
 };
-
-void tst_Counts::init()
-{
-    QStringList listName;
-    for (int i = 0; i < c_iPrinters; ++i) {
-        listName.append(u"Printer%1"_s.arg(i));
-    }
-    WriteReadyPrinters(listName);
-}
-
-void tst_Counts::cleanup()
-{
-    m_process.kill();
-    m_process.waitForFinished();
-}
-
-/// Without accessibility, which has calls and wake-ups of its own, and with short pauses.
-void tst_Counts::Start(const QStringList& listCommand)
-{
-    Preload(VORA_SHORT_SLEEP);
-    m_process.start(listCommand.first(), listCommand.mid(1));
-    qunsetenv("LD_PRELOAD");
-    QVERIFY(m_process.waitForStarted());
-    const QByteArray last = "vora-status-" + QByteArray::number(c_iPrinters - 1);
-    QTRY_VERIFY(!ThreadOf(m_process.processId(), last.left(15)).isEmpty());
-}
-
-/// A look at the file and the pause: no file is opened, nothing is locked or written.
-void tst_Counts::passesThatFindNothingNew()
-{
-    QFile::remove(c_strTrace);
-    Start({u"strace"_s, u"-D"_s, u"-f"_s, u"-qq"_s, u"-o"_s, c_strTrace,
-           QStringLiteral(VORA_TOOL)}); // strace leaves it its number
-    const QByteArray poller = ThreadOf(m_process.processId(), "vora-status-0") + ' ';
-    const QByteArray lister = ThreadOf(m_process.processId(), "vora-devices") + ' ';
-
-    // One letter for each call: a look, a pause, anything else. Two workers that meet at the list's lock ask the kernel
-    // too, which is chance.
-    const auto calls = [](const QByteArray& thread, const QByteArray& file) {
-        QByteArray listCall;
-        for (const QByteArray& line : ReadFile(c_strTrace).split('\n')) {
-            if (line.startsWith(thread) && !line.contains(" resumed>") && !line.contains(" futex(")) {
-                const bool bLook = line.contains("stat") && line.contains(file);
-                listCall += bLook ? 'l' : line.contains("nanosleep(") ? 'p' : 'x';
-            }
-        }
-        return listCall;
-    };
-    // What comes before the first two passes alike is the start.
-    const auto idle = [](const QByteArray& listCall, const QByteArray& pass) {
-        const auto iBegin = listCall.indexOf(pass + pass);
-        return iBegin < 0 ? QByteArray() : listCall.mid(iBegin);
-    };
-    const QByteArray poll = "lpp";
-    const QByteArray list = "lpppppp";
-    QByteArray polls;
-    QByteArray lists;
-    QTRY_VERIFY((polls = idle(calls(poller, "/Printer0.dat\""), poll)).size() >= 10 * poll.size());
-    QTRY_VERIFY((lists = idle(calls(lister, "/printerlist.ini\""), list)).size() >= 4 * list.size());
-    QCOMPARE(polls, poll.repeated(polls.size()).left(polls.size()));
-    QCOMPARE(lists, list.repeated(lists.size()).left(lists.size()));
-}
-
-void tst_Counts::windowSleeps_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("shown") << QStringList();
-    QTest::newRow("hidden") << QStringList(u"-hide"_s);
-}
-
-/// While the workers look at their files twenty times and more.
-void tst_Counts::windowSleeps()
-{
-    QFETCH(const QStringList, arguments);
-    Start(QStringList(QStringLiteral(VORA_TOOL)) + arguments);
-    const qint64 iPid = m_process.processId();
-    const auto sleepsThrough = [iPid] {
-        const qint64 iBefore = Waits(iPid);
-        QTest::qWait(20 * Tool::PauseMSec());
-        return iBefore > 0 && Waits(iPid) == iBefore;
-    };
-    QVERIFY(QTest::qWaitFor(sleepsThrough, 12000)); // once all is painted
-}
 
 QTEST_GUILESS_MAIN(tst_Counts)
 

@@ -10,100 +10,91 @@ class tst_Exit : public DesktopTest
 
 private slots:
     void initTestCase() { qputenv("VORA_REAL_TIME", "1"); } // the workers end within their pauses
-    void windowShown();
-    void windowHidden();
-    void settingsOpen();
-    void manyPrinters();
-    void commandHangs();
+    void windowShown()
+    {
+        Start();
+        Exit();
+        QVERIFY(AreGlobalsDestroyed());
+        QCOMPARE(Desktop::ProcessNames(), m_listBefore);
+    }
+
+    void windowHidden()
+    {
+        Start();
+        HideWindow();
+        Exit();
+        QVERIFY(AreGlobalsDestroyed());
+        QCOMPARE(Desktop::ProcessNames(), m_listBefore);
+    }
+
+    void settingsOpen()
+    {
+        Start();
+        QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuSettings));
+        QTRY_VERIFY(m_tool->SettingsWindow());
+        Exit();
+        QVERIFY(AreGlobalsDestroyed());
+        QCOMPARE(Desktop::ProcessNames(), m_listBefore);
+    }
+
+    void manyPrinters()
+    {
+        QStringList listName;
+        for (int i = 0; i < 200; ++i) {
+            listName.append(u"Printer%1"_s.arg(i));
+        }
+        WriteReadyPrinters(listName);
+        Start();
+        QTRY_COMPARE(m_tool->RowCount(), 200);
+        QTRY_COMPARE(m_tool->Cell(199, 3), u"就绪"_s);
+        Exit();
+        QVERIFY(AreGlobalsDestroyed());
+        QCOMPARE(Desktop::ProcessNames(), m_listBefore);
+    }
+
+    void commandHangs()
+    {
+        FakeHangingCancel();
+        WriteReadyPrinters({u"Office"_s});
+        Start();
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
+        WriteStatus(u"Office"_s, Reply(0x03));
+        QTRY_VERIFY(IsCancelRunning());
+        Exit();
+        QVERIFY(!AreGlobalsDestroyed());
+
+        // The command is the print system's: it may still reach the server, and then ends by itself.
+        EndHangingCancel();
+        QTRY_COMPARE(Desktop::ProcessNames(), m_listBefore);
+    }
 
 private:
-    void Start();
-    void Exit();
+    void Start()
+    {
+        m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
+        QVERIFY(m_tray->Start());
+        QCOMPARE(m_tool->RowCount(), 0); // starts the accessibility service
+        m_listBefore = Desktop::ProcessNames();
+        QFile::remove(u"/tmp/globals-destroyed"_s);
+        Preload(VORA_TELL_DESTRUCTION);
+        m_tool->Start();
+        qunsetenv("LD_PRELOAD");
+        QTRY_VERIFY(m_tool->MainWindow());
+        QVERIFY(WaitForTrayIcon());
+    }
+
+    void Exit()
+    {
+        ExitByMenu();
+        QVERIFY(QFile::exists(m_tool->OutputPath()));
+        QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
+    }
 
     /// Whether the program destroyed its global objects, which a thread that it left behind may still use.
     static bool AreGlobalsDestroyed() { return QFile::exists(u"/tmp/globals-destroyed"_s); }
 
     QStringList m_listBefore; ///< the processes without the program
 };
-
-void tst_Exit::Start()
-{
-    m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
-    QVERIFY(m_tray->Start());
-    QCOMPARE(m_tool->RowCount(), 0); // starts the accessibility service
-    m_listBefore = Desktop::ProcessNames();
-    QFile::remove(u"/tmp/globals-destroyed"_s);
-    Preload(VORA_TELL_DESTRUCTION);
-    m_tool->Start();
-    qunsetenv("LD_PRELOAD");
-    QTRY_VERIFY(m_tool->MainWindow());
-    QVERIFY(WaitForTrayIcon());
-}
-
-void tst_Exit::Exit()
-{
-    ExitByMenu();
-    QVERIFY(QFile::exists(m_tool->OutputPath()));
-    QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
-}
-
-void tst_Exit::windowShown()
-{
-    Start();
-    Exit();
-    QVERIFY(AreGlobalsDestroyed());
-    QCOMPARE(Desktop::ProcessNames(), m_listBefore);
-}
-
-void tst_Exit::windowHidden()
-{
-    Start();
-    HideWindow();
-    Exit();
-    QVERIFY(AreGlobalsDestroyed());
-    QCOMPARE(Desktop::ProcessNames(), m_listBefore);
-}
-
-void tst_Exit::settingsOpen()
-{
-    Start();
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuSettings));
-    QTRY_VERIFY(m_tool->SettingsWindow());
-    Exit();
-    QVERIFY(AreGlobalsDestroyed());
-    QCOMPARE(Desktop::ProcessNames(), m_listBefore);
-}
-
-void tst_Exit::manyPrinters()
-{
-    QStringList listName;
-    for (int i = 0; i < 200; ++i) {
-        listName.append(u"Printer%1"_s.arg(i));
-    }
-    WriteReadyPrinters(listName);
-    Start();
-    QTRY_COMPARE(m_tool->RowCount(), 200);
-    QTRY_COMPARE(m_tool->Cell(199, 3), u"就绪"_s);
-    Exit();
-    QVERIFY(AreGlobalsDestroyed());
-    QCOMPARE(Desktop::ProcessNames(), m_listBefore);
-}
-
-void tst_Exit::commandHangs()
-{
-    FakeHangingCancel();
-    WriteReadyPrinters({u"Office"_s});
-    Start();
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
-    WriteStatus(u"Office"_s, Reply(0x03));
-    QTRY_VERIFY(IsCancelRunning());
-    Exit();
-    QVERIFY(!AreGlobalsDestroyed());
-
-    // The command is the print system's: it may still reach the server, and then ends by itself.
-    EndHangingCancel();
-    QTRY_COMPARE(Desktop::ProcessNames(), m_listBefore);
-}
 
 QTEST_GUILESS_MAIN(tst_Exit)
 

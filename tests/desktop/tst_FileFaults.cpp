@@ -70,178 +70,167 @@ class tst_FileFaults : public FaultTest
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void faultStaysWithItsPrinter();
-    void fileChangesBeforeItIsOpened_data();
-    void fileChangesBeforeItIsOpened();
-    void everyOtherTimeStampCounts();
-    void folderIsRemovedAndMadeAgain();
-    void toolFolderWithoutRoom_data();
-    void toolFolderWithoutRoom();
+    /// What is forbidden by a file's mode is forbidden to the programs that this one starts, root's included.
+    void initTestCase()
+    {
+        ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
+        ::prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
+        const QString strPath = u"/tmp/forbidden"_s;
+        QVERIFY(WriteFile(strPath, "secret"));
+        QCOMPARE(Desktop::Run(u"cat"_s, {strPath}), u"secret"_s);
+        QVERIFY(QFile::setPermissions(strPath, {}));
+        QCOMPARE(Desktop::Run(u"cat"_s, {strPath}), QString());
+    }
+
+    void faultStaysWithItsPrinter()
+    {
+        const QList<stFault> listFault = Faults(EncodeStatusReply(Reply(0x11)));
+        QStringList listName;
+        for (const stFault& fault : listFault) {
+            listName.append(fault.strName);
+        }
+        StartBeside(listName);
+        PutFaults(listFault);
+        CheckNeighbour();
+        QList<QStringList> listExpected;
+        for (const stFault& fault : listFault) {
+            listExpected.append({fault.strName, fault.strState, fault.strInk});
+        }
+        const auto shown = [&] {
+            QList<QStringList> listShown;
+            for (int iRow = 1; iRow <= listName.size(); ++iRow) {
+                listShown.append({m_tool->Cell(iRow, 0), State(iRow), Ink(iRow)});
+            }
+            return listShown;
+        };
+        (void)QTest::qWaitFor([&] { return shown() == listExpected; }, c_iTimeOutMSec);
+        QCOMPARE(shown(), listExpected);
+
+        for (const QString& strName : std::as_const(listName)) { // all is well again
+            std::remove(QFile::encodeName(m_folder.StatusPath(strName)).constData());
+            WriteStatus(strName, Reply(0x12));
+        }
+        for (int iRow = 1; iRow <= listName.size(); ++iRow) {
+            QTRY_COMPARE_WITH_TIMEOUT(State(iRow), u"正在复印"_s, c_iTimeOutMSec);
+        }
+        PutFaults(listFault);
+        CheckNeighbour();
+        CheckAnswersAndExit();
+    }
+
+    void fileChangesBeforeItIsOpened_data()
+    {
+        QTest::addColumn<QString>("strSwitch");
+        QTest::newRow("vanishes") << u"/tmp/vanish"_s;
+        QTest::newRow("becomes a FIFO") << u"/tmp/become-fifo"_s;
+    }
+
+    void fileChangesBeforeItIsOpened()
+    {
+        QFETCH(QString, strSwitch);
+        const QString strName = u"Changing"_s;
+        Preload(VORA_CHANGE_BEFORE_OPEN);
+        StartBeside({strName});
+        qunsetenv("LD_PRELOAD");
+        QVERIFY(WriteFile(strSwitch, {}));
+        for (int i = 0; i < 2; ++i) {
+            WriteStatus(strName, Reply(0x10));
+            QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo(StatusPath(1)).isFile(), c_iTimeOutMSec);
+        }
+        CheckNeighbour();
+        QCOMPARE(State(1), c_strReady);
+        QVERIFY(QFile::remove(strSwitch));
+        WriteStatus(strName, Reply(0x11));
+        QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在扫描"_s, c_iTimeOutMSec);
+        CheckAnswersAndExit();
+    }
+
+    void everyOtherTimeStampCounts()
+    {
+        const QString strName = u"Office"_s;
+        const QDateTime dtNoon(QDate(2026, 3, 1), QTime(12, 0));
+        // The time first, so that the program never sees the new reply with the time of its writing.
+        const auto write = [&](quint8 byStatus, const QDateTime& dtModified) {
+            const QString strNewPath = m_folder.StatusPath(u"new"_s);
+            return WriteFile(strNewPath, EncodeStatusReply(Reply(byStatus))) &&
+                   SetModificationTime(strNewPath, dtModified) &&
+                   std::rename(QFile::encodeName(strNewPath).constData(),
+                               QFile::encodeName(StatusPath(1)).constData()) == 0;
+        };
+        StartBeside({strName});
+        QVERIFY(write(0x10, dtNoon));
+        QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在打印"_s, c_iTimeOutMSec);
+        QVERIFY(write(0x11, dtNoon.addSecs(-3600))); // the clock was set back
+        QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在扫描"_s, c_iTimeOutMSec);
+        QVERIFY(write(0x12, QDateTime(QDate(1971, 1, 1), QTime(0, 0))));
+        QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在复印"_s, c_iTimeOutMSec);
+        QVERIFY(write(0x02, dtNoon));
+        QTRY_COMPARE_WITH_TIMEOUT(State(1), u"忙碌"_s, c_iTimeOutMSec);
+
+        QVERIFY(write(0x10, dtNoon)); // the same time: unchanged, as far as anybody can see
+        CheckNeighbour();
+        QCOMPARE(State(1), u"忙碌"_s);
+        QVERIFY(SetModificationTime(StatusPath(1), dtNoon.addMSecs(1)));
+        QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在打印"_s, c_iTimeOutMSec);
+        CheckAnswersAndExit();
+    }
+
+    void folderIsRemovedAndMadeAgain()
+    {
+        const QString strName = u"Office"_s;
+        StartBeside({strName});
+        QVERIFY(QDir(m_folder.Path()).removeRecursively());
+        QTRY_COMPARE_WITH_TIMEOUT(m_tool->RowCount(), 0, c_iTimeOutMSec);
+        QVERIFY(QDir().mkdir(m_folder.Path()));
+        WriteReadyPrinters({u"Neighbour"_s, strName});
+        QTRY_COMPARE_WITH_TIMEOUT(State(1), c_strReady, c_iTimeOutMSec);
+        CheckNeighbour();
+        QVERIFY(QDir(m_folder.Path()).removeRecursively());
+        CheckAnswersAndExit();
+    }
+
+    void toolFolderWithoutRoom_data()
+    {
+        QTest::addColumn<QByteArray>("mount");
+        QTest::addColumn<QByteArray>("fill");
+        QTest::addColumn<bool>("running"); // whether the process list tells of the other copy
+        const QByteArray path = c_strToolFolder.toLocal8Bit();
+        QTest::newRow("room") << "--tmpfs " + path << QByteArray("true") << true;
+        QTest::newRow("full") << "--size 4096 --tmpfs " + path << "cat /dev/zero > " + path + "/filler" << false;
+        QTest::newRow("read-only") << "--tmpfs " + path + " --remount-ro " + path << QByteArray("true") << false;
+    }
+
+    void toolFolderWithoutRoom()
+    {
+        QFETCH(QByteArray, mount);
+        QFETCH(QByteArray, fill);
+        QFETCH(bool, running);
+        QVERIFY(QDir().mkpath(c_strToolFolder));
+        WriteReadyPrinters({u"Office"_s});
+        FakeProgram(u"ps"_s, "echo '1 ? 00:00:00 VoraPrinterTool\n2 ? 00:00:00 VoraPrinterTool'\n");
+        FakeProgram(u"VoraPrinterTool"_s, "exec bwrap --die-with-parent --dev-bind / / " + mount + " -- sh -c '" +
+                                              fill + " 2> /dev/null; exec " VORA_TOOL "'\n");
+        m_tool = std::make_unique<Tool>(u"VoraPrinterTool"_s);
+        QTRY_VERIFY(Desktop::Windows(m_tool->Class()).isEmpty()); // the row before ends a moment after its bwrap
+        m_tool->Start();
+        QTRY_VERIFY_WITH_TIMEOUT(!Desktop::Windows(m_tool->Class()).isEmpty(), c_iTimeOutMSec);
+        QCOMPARE(m_tool->MainWindow().has_value(), !running);
+        if (!running) {
+            QTRY_COMPARE_WITH_TIMEOUT(State(0), u"就绪"_s, c_iTimeOutMSec);
+        }
+        QFile::remove(u"/tmp/fake-programs/ps"_s); // `ps` is what the other tests need
+    }
 
 private:
-    void PutFaults(const QList<stFault>& listFault);
-};
-
-/// What is forbidden by a file's mode is forbidden to the programs that this one starts, root's included.
-void tst_FileFaults::initTestCase()
-{
-    ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
-    ::prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
-    const QString strPath = u"/tmp/forbidden"_s;
-    QVERIFY(WriteFile(strPath, "secret"));
-    QCOMPARE(Desktop::Run(u"cat"_s, {strPath}), u"secret"_s);
-    QVERIFY(QFile::setPermissions(strPath, {}));
-    QCOMPARE(Desktop::Run(u"cat"_s, {strPath}), QString());
-}
-
-void tst_FileFaults::PutFaults(const QList<stFault>& listFault)
-{
-    for (const stFault& fault : listFault) {
-        const QString strPath = m_folder.StatusPath(fault.strName);
-        QCOMPARE(std::remove(QFile::encodeName(strPath).constData()), 0);
-        QVERIFY2(fault.put(strPath), qPrintable(fault.strName));
-    }
-}
-
-void tst_FileFaults::faultStaysWithItsPrinter()
-{
-    const QList<stFault> listFault = Faults(EncodeStatusReply(Reply(0x11)));
-    QStringList listName;
-    for (const stFault& fault : listFault) {
-        listName.append(fault.strName);
-    }
-    StartBeside(listName);
-    PutFaults(listFault);
-    CheckNeighbour();
-    QList<QStringList> listExpected;
-    for (const stFault& fault : listFault) {
-        listExpected.append({fault.strName, fault.strState, fault.strInk});
-    }
-    const auto shown = [&] {
-        QList<QStringList> listShown;
-        for (int iRow = 1; iRow <= listName.size(); ++iRow) {
-            listShown.append({m_tool->Cell(iRow, 0), State(iRow), Ink(iRow)});
+    void PutFaults(const QList<stFault>& listFault)
+    {
+        for (const stFault& fault : listFault) {
+            const QString strPath = m_folder.StatusPath(fault.strName);
+            QCOMPARE(std::remove(QFile::encodeName(strPath).constData()), 0);
+            QVERIFY2(fault.put(strPath), qPrintable(fault.strName));
         }
-        return listShown;
-    };
-    (void)QTest::qWaitFor([&] { return shown() == listExpected; }, c_iTimeOutMSec);
-    QCOMPARE(shown(), listExpected);
-
-    for (const QString& strName : std::as_const(listName)) { // all is well again
-        std::remove(QFile::encodeName(m_folder.StatusPath(strName)).constData());
-        WriteStatus(strName, Reply(0x12));
     }
-    for (int iRow = 1; iRow <= listName.size(); ++iRow) {
-        QTRY_COMPARE_WITH_TIMEOUT(State(iRow), u"正在复印"_s, c_iTimeOutMSec);
-    }
-    PutFaults(listFault);
-    CheckNeighbour();
-    CheckAnswersAndExit();
-}
-
-void tst_FileFaults::fileChangesBeforeItIsOpened_data()
-{
-    QTest::addColumn<QString>("strSwitch");
-    QTest::newRow("vanishes") << u"/tmp/vanish"_s;
-    QTest::newRow("becomes a FIFO") << u"/tmp/become-fifo"_s;
-}
-
-void tst_FileFaults::fileChangesBeforeItIsOpened()
-{
-    QFETCH(QString, strSwitch);
-    const QString strName = u"Changing"_s;
-    Preload(VORA_CHANGE_BEFORE_OPEN);
-    StartBeside({strName});
-    qunsetenv("LD_PRELOAD");
-    QVERIFY(WriteFile(strSwitch, {}));
-    for (int i = 0; i < 2; ++i) {
-        WriteStatus(strName, Reply(0x10));
-        QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo(StatusPath(1)).isFile(), c_iTimeOutMSec);
-    }
-    CheckNeighbour();
-    QCOMPARE(State(1), c_strReady);
-    QVERIFY(QFile::remove(strSwitch));
-    WriteStatus(strName, Reply(0x11));
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在扫描"_s, c_iTimeOutMSec);
-    CheckAnswersAndExit();
-}
-
-void tst_FileFaults::everyOtherTimeStampCounts()
-{
-    const QString strName = u"Office"_s;
-    const QDateTime dtNoon(QDate(2026, 3, 1), QTime(12, 0));
-    // The time first, so that the program never sees the new reply with the time of its writing.
-    const auto write = [&](quint8 byStatus, const QDateTime& dtModified) {
-        const QString strNewPath = m_folder.StatusPath(u"new"_s);
-        return WriteFile(strNewPath, EncodeStatusReply(Reply(byStatus))) &&
-               SetModificationTime(strNewPath, dtModified) &&
-               std::rename(QFile::encodeName(strNewPath).constData(), QFile::encodeName(StatusPath(1)).constData()) ==
-                   0;
-    };
-    StartBeside({strName});
-    QVERIFY(write(0x10, dtNoon));
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在打印"_s, c_iTimeOutMSec);
-    QVERIFY(write(0x11, dtNoon.addSecs(-3600))); // the clock was set back
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在扫描"_s, c_iTimeOutMSec);
-    QVERIFY(write(0x12, QDateTime(QDate(1971, 1, 1), QTime(0, 0))));
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在复印"_s, c_iTimeOutMSec);
-    QVERIFY(write(0x02, dtNoon));
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), u"忙碌"_s, c_iTimeOutMSec);
-
-    QVERIFY(write(0x10, dtNoon)); // the same time: unchanged, as far as anybody can see
-    CheckNeighbour();
-    QCOMPARE(State(1), u"忙碌"_s);
-    QVERIFY(SetModificationTime(StatusPath(1), dtNoon.addMSecs(1)));
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在打印"_s, c_iTimeOutMSec);
-    CheckAnswersAndExit();
-}
-
-void tst_FileFaults::folderIsRemovedAndMadeAgain()
-{
-    const QString strName = u"Office"_s;
-    StartBeside({strName});
-    QVERIFY(QDir(m_folder.Path()).removeRecursively());
-    QTRY_COMPARE_WITH_TIMEOUT(m_tool->RowCount(), 0, c_iTimeOutMSec);
-    QVERIFY(QDir().mkdir(m_folder.Path()));
-    WriteReadyPrinters({u"Neighbour"_s, strName});
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), c_strReady, c_iTimeOutMSec);
-    CheckNeighbour();
-    QVERIFY(QDir(m_folder.Path()).removeRecursively());
-    CheckAnswersAndExit();
-}
-
-void tst_FileFaults::toolFolderWithoutRoom_data()
-{
-    QTest::addColumn<QByteArray>("mount");
-    QTest::addColumn<QByteArray>("fill");
-    QTest::addColumn<bool>("running"); // whether the process list tells of the other copy
-    const QByteArray path = c_strToolFolder.toLocal8Bit();
-    QTest::newRow("room") << "--tmpfs " + path << QByteArray("true") << true;
-    QTest::newRow("full") << "--size 4096 --tmpfs " + path << "cat /dev/zero > " + path + "/filler" << false;
-    QTest::newRow("read-only") << "--tmpfs " + path + " --remount-ro " + path << QByteArray("true") << false;
-}
-
-void tst_FileFaults::toolFolderWithoutRoom()
-{
-    QFETCH(QByteArray, mount);
-    QFETCH(QByteArray, fill);
-    QFETCH(bool, running);
-    QVERIFY(QDir().mkpath(c_strToolFolder));
-    WriteReadyPrinters({u"Office"_s});
-    FakeProgram(u"ps"_s, "echo '1 ? 00:00:00 VoraPrinterTool\n2 ? 00:00:00 VoraPrinterTool'\n");
-    FakeProgram(u"VoraPrinterTool"_s, "exec bwrap --die-with-parent --dev-bind / / " + mount + " -- sh -c '" + fill +
-                                          " 2> /dev/null; exec " VORA_TOOL "'\n");
-    m_tool = std::make_unique<Tool>(u"VoraPrinterTool"_s);
-    QTRY_VERIFY(Desktop::Windows(m_tool->Class()).isEmpty()); // the row before ends a moment after its bwrap
-    m_tool->Start();
-    QTRY_VERIFY_WITH_TIMEOUT(!Desktop::Windows(m_tool->Class()).isEmpty(), c_iTimeOutMSec);
-    QCOMPARE(m_tool->MainWindow().has_value(), !running);
-    if (!running) {
-        QTRY_COMPARE_WITH_TIMEOUT(State(0), u"就绪"_s, c_iTimeOutMSec);
-    }
-    QFile::remove(u"/tmp/fake-programs/ps"_s); // `ps` is what the other tests need
-}
+};
 
 QTEST_GUILESS_MAIN(tst_FileFaults)
 

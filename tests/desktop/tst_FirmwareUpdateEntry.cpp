@@ -39,51 +39,48 @@ class tst_FirmwareUpdateEntry : public DesktopTest
     Q_OBJECT
 
 private slots:
-    void eachClickStartsOneMoreTool();
-    void missingToolIsNoMatter();
-};
+    void eachClickStartsOneMoreTool()
+    {
+        QVERIFY(WriteScript(c_strUpdateTool, "read line < /tmp/nobody-writes\n"));
+        Desktop::Run(u"mkfifo"_s, {u"/tmp/nobody-writes"_s});
 
-void tst_FirmwareUpdateEntry::eachClickStartsOneMoreTool()
-{
-    QVERIFY(WriteScript(c_strUpdateTool, "read line < /tmp/nobody-writes\n"));
-    Desktop::Run(u"mkfifo"_s, {u"/tmp/nobody-writes"_s});
+        StartWithTray();
+        const QString strToolId = QString::number(m_tool->Process().processId());
+        for (int iCount = 1; iCount <= 2; ++iCount) {
+            QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuUpdateTool));
+            QTRY_COMPARE(UpdateTools().size(), iCount);
+        }
+        for (const QString& strUpdateTool : UpdateTools()) {
+            QVERIFY2(strUpdateTool.endsWith(QLatin1String("/bin/sh ") + c_strUpdateTool), qPrintable(strUpdateTool));
+            QVERIFY(Field(strUpdateTool, 1) != strToolId); // the program would have to ask about its own children
+        }
 
-    StartWithTray();
-    const QString strToolId = QString::number(m_tool->Process().processId());
-    for (int iCount = 1; iCount <= 2; ++iCount) {
+        EndProcess(Field(UpdateTools().first(), 0));
+        QTRY_COMPARE(UpdateTools().size(), 1);
+        QTRY_COMPARE(Zombies(), QStringList());
+
+        ExitByMenu();
+        QCOMPARE(UpdateTools().size(), 1);
+        EndProcess(Field(UpdateTools().first(), 0));
+        QTRY_COMPARE(UpdateTools(), QStringList());
+    }
+
+    void missingToolIsNoMatter()
+    {
+        StartWithTray();
         QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuUpdateTool));
-        QTRY_COMPARE(UpdateTools().size(), iCount);
+        QTRY_VERIFY(!m_tray->Menu(*m_tool));
+        QVERIFY(m_tray->OpenMenu(*m_tool)); // the choice is dealt with by then
+        Desktop::PressKey(u"Escape"_s);
+        QTRY_VERIFY(!m_tray->Menu(*m_tool));
+
+        QCOMPARE(Desktop::Windows(m_tool->Class()).size(), 2); // the window and the icon
+        QVERIFY(QFile::exists(m_tool->OutputPath()));
+        QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
+        QCOMPARE(Zombies(), QStringList());
+        QCOMPARE(m_tool->Process().state(), QProcess::Running);
     }
-    for (const QString& strUpdateTool : UpdateTools()) {
-        QVERIFY2(strUpdateTool.endsWith(QLatin1String("/bin/sh ") + c_strUpdateTool), qPrintable(strUpdateTool));
-        QVERIFY(Field(strUpdateTool, 1) != strToolId); // the program would have to ask about its own children
-    }
-
-    EndProcess(Field(UpdateTools().first(), 0));
-    QTRY_COMPARE(UpdateTools().size(), 1);
-    QTRY_COMPARE(Zombies(), QStringList());
-
-    ExitByMenu();
-    QCOMPARE(UpdateTools().size(), 1);
-    EndProcess(Field(UpdateTools().first(), 0));
-    QTRY_COMPARE(UpdateTools(), QStringList());
-}
-
-void tst_FirmwareUpdateEntry::missingToolIsNoMatter()
-{
-    StartWithTray();
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuUpdateTool));
-    QTRY_VERIFY(!m_tray->Menu(*m_tool));
-    QVERIFY(m_tray->OpenMenu(*m_tool)); // the choice is dealt with by then
-    Desktop::PressKey(u"Escape"_s);
-    QTRY_VERIFY(!m_tray->Menu(*m_tool));
-
-    QCOMPARE(Desktop::Windows(m_tool->Class()).size(), 2); // the window and the icon
-    QVERIFY(QFile::exists(m_tool->OutputPath()));
-    QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
-    QCOMPARE(Zombies(), QStringList());
-    QCOMPARE(m_tool->Process().state(), QProcess::Running);
-}
+};
 
 QTEST_GUILESS_MAIN(tst_FirmwareUpdateEntry)
 

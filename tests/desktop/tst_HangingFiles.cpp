@@ -49,55 +49,51 @@ class tst_HangingFiles : public FaultTest
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void hangingFileHoldsUpItsPrinterAlone();
-    void hangingFolderHoldsUpNeitherWindowNorExit();
-};
-
-void tst_HangingFiles::initTestCase()
-{
-    AddSanitizerOption("detect_leaks=0"); // it stops all threads first, for which it would wait without end
-}
-
-void tst_HangingFiles::hangingFileHoldsUpItsPrinterAlone()
-{
-    const QString strName = u"Remote"_s;
-    StartBeside({strName});
+    void initTestCase()
     {
+        AddSanitizerOption("detect_leaks=0"); // it stops all threads first, for which it would wait without end
+    }
+
+    void hangingFileHoldsUpItsPrinterAlone()
+    {
+        const QString strName = u"Remote"_s;
+        StartBeside({strName});
+        {
+            const HangingFileSystem server(u"/tmp/hanging"_s);
+            QVERIFY2(server.m_iError == 0, std::strerror(server.m_iError));
+            QVERIFY(QFile::remove(StatusPath(1)));
+            QVERIFY(QFile::link(u"/tmp/hanging/Remote.dat"_s, StatusPath(1)));
+            for (int i = 0; i < 5; ++i) { // longer than eleven failed reads take: waiting is no failure
+                CheckNeighbour();
+            }
+            QCOMPARE(State(1), u"就绪"_s);
+        }
+        QVERIFY(QFile::remove(StatusPath(1)));
+        WriteStatus(strName, Reply(0x10));
+        QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在打印"_s, c_iTimeOutMSec);
+
         const HangingFileSystem server(u"/tmp/hanging"_s);
         QVERIFY2(server.m_iError == 0, std::strerror(server.m_iError));
         QVERIFY(QFile::remove(StatusPath(1)));
         QVERIFY(QFile::link(u"/tmp/hanging/Remote.dat"_s, StatusPath(1)));
-        for (int i = 0; i < 5; ++i) { // longer than eleven failed reads take: waiting is no failure
-            CheckNeighbour();
+        CheckNeighbour();
+        CheckAnswersAndExit();
+    }
+
+    void hangingFolderHoldsUpNeitherWindowNorExit()
+    {
+        StartBeside({u"Office"_s});
+        const HangingFileSystem server(m_folder.Path());
+        QVERIFY2(server.m_iError == 0, std::strerror(server.m_iError));
+        QElapsedTimer timer;
+        timer.start();
+        while (timer.elapsed() < 4 * Tool::PauseMSec()) { // the list's worker hangs by then as well
+            QCOMPARE(State(0), u"就绪"_s);
+            QTest::qWait(10);
         }
-        QCOMPARE(State(1), u"就绪"_s);
+        CheckAnswersAndExit();
     }
-    QVERIFY(QFile::remove(StatusPath(1)));
-    WriteStatus(strName, Reply(0x10));
-    QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在打印"_s, c_iTimeOutMSec);
-
-    const HangingFileSystem server(u"/tmp/hanging"_s);
-    QVERIFY2(server.m_iError == 0, std::strerror(server.m_iError));
-    QVERIFY(QFile::remove(StatusPath(1)));
-    QVERIFY(QFile::link(u"/tmp/hanging/Remote.dat"_s, StatusPath(1)));
-    CheckNeighbour();
-    CheckAnswersAndExit();
-}
-
-void tst_HangingFiles::hangingFolderHoldsUpNeitherWindowNorExit()
-{
-    StartBeside({u"Office"_s});
-    const HangingFileSystem server(m_folder.Path());
-    QVERIFY2(server.m_iError == 0, std::strerror(server.m_iError));
-    QElapsedTimer timer;
-    timer.start();
-    while (timer.elapsed() < 4 * Tool::PauseMSec()) { // the list's worker hangs by then as well
-        QCOMPARE(State(0), u"就绪"_s);
-        QTest::qWait(10);
-    }
-    CheckAnswersAndExit();
-}
+};
 
 QTEST_GUILESS_MAIN(tst_HangingFiles)
 

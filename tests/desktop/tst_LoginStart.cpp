@@ -110,149 +110,139 @@ class tst_LoginStart : public DesktopTest
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void iconFollowsPanel_data();
-    void iconFollowsPanel();
-    void followsStatusNotifierHost_data();
-    void followsStatusNotifierHost();
-    void startsAnywayWithoutPanel();
-    void endsWithTheDisplay();
+    void initTestCase()
+    {
+        // The starter looks for the tool beside itself, as both are installed.
+        QDir().mkpath(c_strFolder);
+        QVERIFY(QFile::copy(QStringLiteral(VORA_TOOL), c_strFolder + u"/VoraPrinterTool"_s));
+        QVERIFY(QFile::copy(QStringLiteral(VORA_LOGIN_START), c_strFolder + u"/vora-login-start"_s));
+    }
+
+    void iconFollowsPanel_data()
+    {
+        QTest::addColumn<TrayHost::enKind>("kind");
+        QTest::addColumn<int>("lateMSec");
+        const QList<QPair<QByteArray, TrayHost::enKind>> listKind = {
+            {"tint2", TrayHost::enTint2}, {"trayer", TrayHost::enTrayer}, {"xfce4-panel", TrayHost::enXfcePanel}};
+        for (const auto& kind : listKind) {
+            for (const int iLateMSec : {-1, 1000, 5000}) {
+                const QByteArray tag = iLateMSec < 0 ? "early" : QByteArray::number(iLateMSec / 1000) + "s";
+                QTest::newRow((kind.first + '-' + tag).constData()) << kind.second << iLateMSec;
+            }
+        }
+    }
+
+    void iconFollowsPanel()
+    {
+        QFETCH(const TrayHost::enKind, kind);
+        QFETCH(const int, lateMSec);
+        Login login;
+        m_tray = std::make_unique<TrayHost>(kind);
+        if (lateMSec < 0) {
+            QVERIFY(m_tray->Start());
+            QTRY_VERIFY_WITH_TIMEOUT(IsPanelThere(kind), 20000);
+            login.start();
+            QTRY_VERIFY_WITH_TIMEOUT(m_tray->HasIcon(*m_tool), 5000);
+        } else {
+            login.start();
+            Wait(login, lateMSec);
+            if (QTest::currentTestFailed()) {
+                return;
+            }
+            QVERIFY(m_tray->Start());
+            QTRY_VERIFY_WITH_TIMEOUT(IsPanelThere(kind), 20000);
+            QTRY_VERIFY_WITH_TIMEOUT(m_tray->HasIcon(*m_tool), 2000);
+        }
+        QVERIFY(IsTool(login));
+        QVERIFY(!m_tool->MainWindow());
+    }
+
+    void followsStatusNotifierHost_data()
+    {
+        QTest::addColumn<int>("lateMSec");
+        QTest::newRow("early") << -1;
+        QTest::newRow("1s") << 1000;
+        QTest::newRow("5s") << 5000;
+    }
+
+    /// The panels above have an XEmbed tray, too.
+    void followsStatusNotifierHost()
+    {
+        QFETCH(const int, lateMSec);
+        Login login;
+        if (lateMSec > 0) {
+            login.start();
+            Wait(login, lateMSec);
+            if (QTest::currentTestFailed()) {
+                return;
+            }
+        }
+        StatusNotifierWatcher watcher;
+        if (lateMSec > 0) {
+            QVERIFY(!QTest::qWaitFor([&] { return IsTool(login); }, 1000)); // nobody shows the icons yet
+        }
+        watcher.RegisterHost();
+        if (lateMSec < 0) {
+            login.start();
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(watcher.Icons(), 1, lateMSec < 0 ? 5000 : 2000);
+        QVERIFY(IsTool(login));
+        QVERIFY(!m_tool->MainWindow());
+    }
+
+    /// After a minute, twenty seconds of which are one here.
+    void startsAnywayWithoutPanel()
+    {
+        Login login;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"LD_PRELOAD"_s, QStringLiteral(VORA_FAST_CLOCK));
+        environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
+        login.setProcessEnvironment(environment);
+        QElapsedTimer timer;
+        timer.start();
+        login.start();
+        Wait(login, 2900);
+        if (QTest::currentTestFailed()) {
+            return;
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(IsTool(login), 1500);
+        QVERIFY2(timer.elapsed() >= 3000, QByteArray::number(timer.elapsed()));
+    }
+
+    /// A session that ends while the starter waits takes it along.
+    void endsWithTheDisplay()
+    {
+        QProcess display;
+        display.start(u"Xvfb"_s,
+                      {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s, u"-nolisten"_s, u"local"_s, u"-noreset"_s});
+        QTRY_VERIFY(display.canReadLine());
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"DISPLAY"_s, QLatin1Char(':') + QString::fromLatin1(display.readLine().trimmed()));
+        Login login;
+        login.setProcessEnvironment(environment);
+        login.start();
+        QVERIFY(!QTest::qWaitFor([&] { return login.state() == QProcess::NotRunning || IsTool(login); }, 1000));
+        display.kill();
+        display.waitForFinished();
+        QTRY_COMPARE(login.state(), QProcess::NotRunning);
+        QCOMPARE(login.exitStatus(), QProcess::NormalExit);
+    }
 
 private:
-    static void Wait(const QProcess& login, int iMSec);
+    /// The starter waits, and does nothing else: once it has looked around, it sleeps.
+    static void Wait(const QProcess& login, int iMSec)
+    {
+        constexpr int iLookMSec = 800;
+        QVERIFY(!QTest::qWaitFor([&] { return IsTool(login); }, iLookMSec));
+        const stCost before = CostOf(login);
+        QVERIFY(before.iSwitches > 0); // the file was read
+        QVERIFY(!QTest::qWaitFor([&] { return IsTool(login); }, iMSec - iLookMSec));
+        const stCost after = CostOf(login);
+        QCOMPARE(login.state(), QProcess::Running);
+        QVERIFY2(after.iTicks - before.iTicks <= 2, QByteArray::number(after.iTicks - before.iTicks));
+        QVERIFY2(after.iSwitches - before.iSwitches <= 20, QByteArray::number(after.iSwitches - before.iSwitches));
+    }
 };
-
-void tst_LoginStart::initTestCase()
-{
-    // The starter looks for the tool beside itself, as both are installed.
-    QDir().mkpath(c_strFolder);
-    QVERIFY(QFile::copy(QStringLiteral(VORA_TOOL), c_strFolder + u"/VoraPrinterTool"_s));
-    QVERIFY(QFile::copy(QStringLiteral(VORA_LOGIN_START), c_strFolder + u"/vora-login-start"_s));
-}
-
-/// The starter waits, and does nothing else: once it has looked around, it sleeps.
-void tst_LoginStart::Wait(const QProcess& login, int iMSec)
-{
-    constexpr int iLookMSec = 800;
-    QVERIFY(!QTest::qWaitFor([&] { return IsTool(login); }, iLookMSec));
-    const stCost before = CostOf(login);
-    QVERIFY(before.iSwitches > 0); // the file was read
-    QVERIFY(!QTest::qWaitFor([&] { return IsTool(login); }, iMSec - iLookMSec));
-    const stCost after = CostOf(login);
-    QCOMPARE(login.state(), QProcess::Running);
-    QVERIFY2(after.iTicks - before.iTicks <= 2, QByteArray::number(after.iTicks - before.iTicks));
-    QVERIFY2(after.iSwitches - before.iSwitches <= 20, QByteArray::number(after.iSwitches - before.iSwitches));
-}
-
-void tst_LoginStart::iconFollowsPanel_data()
-{
-    QTest::addColumn<TrayHost::enKind>("kind");
-    QTest::addColumn<int>("lateMSec");
-    const QList<QPair<QByteArray, TrayHost::enKind>> listKind = {
-        {"tint2", TrayHost::enTint2}, {"trayer", TrayHost::enTrayer}, {"xfce4-panel", TrayHost::enXfcePanel}};
-    for (const auto& kind : listKind) {
-        for (const int iLateMSec : {-1, 1000, 5000}) {
-            const QByteArray tag = iLateMSec < 0 ? "early" : QByteArray::number(iLateMSec / 1000) + "s";
-            QTest::newRow((kind.first + '-' + tag).constData()) << kind.second << iLateMSec;
-        }
-    }
-}
-
-void tst_LoginStart::iconFollowsPanel()
-{
-    QFETCH(const TrayHost::enKind, kind);
-    QFETCH(const int, lateMSec);
-    Login login;
-    m_tray = std::make_unique<TrayHost>(kind);
-    if (lateMSec < 0) {
-        QVERIFY(m_tray->Start());
-        QTRY_VERIFY_WITH_TIMEOUT(IsPanelThere(kind), 20000);
-        login.start();
-        QTRY_VERIFY_WITH_TIMEOUT(m_tray->HasIcon(*m_tool), 5000);
-    } else {
-        login.start();
-        Wait(login, lateMSec);
-        if (QTest::currentTestFailed()) {
-            return;
-        }
-        QVERIFY(m_tray->Start());
-        QTRY_VERIFY_WITH_TIMEOUT(IsPanelThere(kind), 20000);
-        QTRY_VERIFY_WITH_TIMEOUT(m_tray->HasIcon(*m_tool), 2000);
-    }
-    QVERIFY(IsTool(login));
-    QVERIFY(!m_tool->MainWindow());
-}
-
-void tst_LoginStart::followsStatusNotifierHost_data()
-{
-    QTest::addColumn<int>("lateMSec");
-    QTest::newRow("early") << -1;
-    QTest::newRow("1s") << 1000;
-    QTest::newRow("5s") << 5000;
-}
-
-/// The panels above have an XEmbed tray, too.
-void tst_LoginStart::followsStatusNotifierHost()
-{
-    QFETCH(const int, lateMSec);
-    Login login;
-    if (lateMSec > 0) {
-        login.start();
-        Wait(login, lateMSec);
-        if (QTest::currentTestFailed()) {
-            return;
-        }
-    }
-    StatusNotifierWatcher watcher;
-    if (lateMSec > 0) {
-        QVERIFY(!QTest::qWaitFor([&] { return IsTool(login); }, 1000)); // nobody shows the icons yet
-    }
-    watcher.RegisterHost();
-    if (lateMSec < 0) {
-        login.start();
-    }
-    QTRY_COMPARE_WITH_TIMEOUT(watcher.Icons(), 1, lateMSec < 0 ? 5000 : 2000);
-    QVERIFY(IsTool(login));
-    QVERIFY(!m_tool->MainWindow());
-}
-
-/// After a minute, twenty seconds of which are one here.
-void tst_LoginStart::startsAnywayWithoutPanel()
-{
-    Login login;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"LD_PRELOAD"_s, QStringLiteral(VORA_FAST_CLOCK));
-    environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
-    login.setProcessEnvironment(environment);
-    QElapsedTimer timer;
-    timer.start();
-    login.start();
-    Wait(login, 2900);
-    if (QTest::currentTestFailed()) {
-        return;
-    }
-    QTRY_VERIFY_WITH_TIMEOUT(IsTool(login), 1500);
-    QVERIFY2(timer.elapsed() >= 3000, QByteArray::number(timer.elapsed()));
-}
-
-/// A session that ends while the starter waits takes it along.
-void tst_LoginStart::endsWithTheDisplay()
-{
-    QProcess display;
-    display.start(u"Xvfb"_s,
-                  {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s, u"-nolisten"_s, u"local"_s, u"-noreset"_s});
-    QTRY_VERIFY(display.canReadLine());
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"DISPLAY"_s, QLatin1Char(':') + QString::fromLatin1(display.readLine().trimmed()));
-    Login login;
-    login.setProcessEnvironment(environment);
-    login.start();
-    QVERIFY(!QTest::qWaitFor([&] { return login.state() == QProcess::NotRunning || IsTool(login); }, 1000));
-    display.kill();
-    display.waitForFinished();
-    QTRY_COMPARE(login.state(), QProcess::NotRunning);
-    QCOMPARE(login.exitStatus(), QProcess::NormalExit);
-}
 
 QTEST_GUILESS_MAIN(tst_LoginStart)
 

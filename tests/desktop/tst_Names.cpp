@@ -13,61 +13,54 @@ class tst_Names : public DesktopTest
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void anyNameIsFollowedAndAnnouncedOnTheScreen_data();
-    void anyNameIsFollowedAndAnnouncedOnTheScreen();
-};
+    void initTestCase() { FakeProgram(u"cancel"_s, "printf '%s\\n' \"$@\" >> " + c_strCalls.toLocal8Bit() + "\n"); }
 
-void tst_Names::initTestCase()
-{
-    FakeProgram(u"cancel"_s, "printf '%s\\n' \"$@\" >> " + c_strCalls.toLocal8Bit() + "\n");
-}
-
-void tst_Names::anyNameIsFollowedAndAnnouncedOnTheScreen_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("file"); // short enough for a file
-    QTest::newRow("emoji") << u"打印👩‍👩‍👧🖨️"_s << true;
-    QTest::newRow("right to left") << u"مدپسة מדפסת 3"_s << true;
-    QTest::newRow("override") << u"Lab\u202Etxt.eciffO"_s << true;
-    QTest::newRow("127 narrow bytes") << QString(127, QLatin1Char('i')) << true;
-    QTest::newRow("127 wide bytes") << QString(127, QLatin1Char('W')) << true;
-    QTest::newRow("4000 characters") << QString(4000, QChar(0x5B9E)) << false;
-}
-
-void tst_Names::anyNameIsFollowedAndAnnouncedOnTheScreen()
-{
-    QFETCH(QString, name);
-    QFETCH(bool, file);
-    QFile::remove(c_strCalls);
-    WritePrinters(
-        {{name, QString(), 1, QString(), u"usb://a"_s}, {u"Office"_s, QString(), 1, QString(), u"usb://b"_s}});
-    WriteStatus(u"Office"_s, Reply());
-    if (file) {
-        WriteStatus(name, Reply());
+    void anyNameIsFollowedAndAnnouncedOnTheScreen_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("file"); // short enough for a file
+        QTest::newRow("emoji") << u"打印👩‍👩‍👧🖨️"_s << true;
+        QTest::newRow("right to left") << u"مدپسة מדפסת 3"_s << true;
+        QTest::newRow("override") << u"Lab\u202Etxt.eciffO"_s << true;
+        QTest::newRow("127 narrow bytes") << QString(127, QLatin1Char('i')) << true;
+        QTest::newRow("127 wide bytes") << QString(127, QLatin1Char('W')) << true;
+        QTest::newRow("4000 characters") << QString(4000, QChar(0x5B9E)) << false;
     }
-    StartWithTray();
-    QTRY_COMPARE(m_tool->Cell(1, 3), u"就绪"_s);
-    QCOMPARE(m_tool->Cell(0, 0), name);
-    QTRY_COMPARE(m_tool->Cell(0, 3), file ? u"就绪"_s : u"脱机"_s);
-    HideWindow();
-    if (file) {
-        WriteStatus(name, Reply(0x03, {0x6100}));
-        QTRY_VERIFY(m_tool->Access().Find(m_tool->Class(), u"label"_s, u"进纸托盘处无纸,请放入纸张"_s));
-        QTRY_VERIFY(!Desktop::Windows(m_tool->Class()).isEmpty());
-        const QRect screen(0, 0, 1280, 800);
-        for (const Desktop::Window& window : Desktop::Windows(m_tool->Class())) {
-            // With Qt 5 the frame of a short right-to-left text reaches a few pixels beyond the right edge.
-            const QRect visible = window.geometry & screen;
-            QCOMPARE(visible.topLeft(), window.geometry.topLeft());
-            QCOMPARE(visible.bottom(), window.geometry.bottom());
-            QVERIFY(window.geometry.right() - visible.right() <= 8);
+
+    void anyNameIsFollowedAndAnnouncedOnTheScreen()
+    {
+        QFETCH(QString, name);
+        QFETCH(bool, file);
+        QFile::remove(c_strCalls);
+        WritePrinters(
+            {{name, QString(), 1, QString(), u"usb://a"_s}, {u"Office"_s, QString(), 1, QString(), u"usb://b"_s}});
+        WriteStatus(u"Office"_s, Reply());
+        if (file) {
+            WriteStatus(name, Reply());
         }
-        QTRY_COMPARE(QString::fromUtf8(ReadFile(c_strCalls)), name + QLatin1Char('\n'));
+        StartWithTray();
+        QTRY_COMPARE(m_tool->Cell(1, 3), u"就绪"_s);
+        QCOMPARE(m_tool->Cell(0, 0), name);
+        QTRY_COMPARE(m_tool->Cell(0, 3), file ? u"就绪"_s : u"脱机"_s);
+        HideWindow();
+        if (file) {
+            WriteStatus(name, Reply(0x03, {0x6100}));
+            QTRY_VERIFY(m_tool->Access().Find(m_tool->Class(), u"label"_s, u"进纸托盘处无纸,请放入纸张"_s));
+            QTRY_VERIFY(!Desktop::Windows(m_tool->Class()).isEmpty());
+            const QRect screen(0, 0, 1280, 800);
+            for (const Desktop::Window& window : Desktop::Windows(m_tool->Class())) {
+                // With Qt 5 the frame of a short right-to-left text reaches a few pixels beyond the right edge.
+                const QRect visible = window.geometry & screen;
+                QCOMPARE(visible.topLeft(), window.geometry.topLeft());
+                QCOMPARE(visible.bottom(), window.geometry.bottom());
+                QVERIFY(window.geometry.right() - visible.right() <= 8);
+            }
+            QTRY_COMPARE(QString::fromUtf8(ReadFile(c_strCalls)), name + QLatin1Char('\n'));
+        }
+        QVERIFY(m_tray->ShowWindow(*m_tool));
+        ExitByMenu();
     }
-    QVERIFY(m_tray->ShowWindow(*m_tool));
-    ExitByMenu();
-}
+};
 
 QTEST_GUILESS_MAIN(tst_Names)
 

@@ -39,207 +39,196 @@ class tst_PrintServer : public DesktopTest
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cancelsTheFirstWaitingJobOfItsQueue();
-    void cancelsThePrintedJobOfItsQueue();
-    void anyNameCancelsForItsOwnQueueOnly();
-    void haltedServerHangsNoWindow();
-    void haltedServerDoesNotDelayTheExit();
-    void absentServerChangesNothing();
+    void initTestCase()
+    {
+        // The tool takes its surroundings from here.
+        qputenv("CUPS_SERVER", PrintServer::Address().toLocal8Bit());
+        qputenv("LC_ALL", "C.UTF-8"); // the answers of the print system's commands are read
+        const QByteArray realCancel = QStandardPaths::findExecutable(u"cancel"_s).toLocal8Bit();
+        QVERIFY(!realCancel.isEmpty());
+        FakeProgram(u"cancel"_s, "echo \"$@\" >> " + c_strCalls.toLocal8Bit() + "\nexec " + realCancel + " \"$@\"\n");
+        FakeProgram(u"x"_s, "touch " + c_strExecuted.toLocal8Bit());
+    }
+
+    void cancelsTheFirstWaitingJobOfItsQueue()
+    {
+        PrintServer server;
+        QVERIFY(server.Start());
+        for (const QString& strQueue : {c_strOther, c_strOffice}) {
+            QVERIFY(server.AddQueue(strQueue));
+        }
+        for (const QString& strQueue : {c_strOther, c_strOffice, c_strOffice, c_strOffice, c_strOther}) {
+            QVERIFY(server.AddJob(strQueue) > 0);
+        }
+        QCOMPARE(server.Jobs(), QList<int>({1, 2, 3, 4, 5}));
+        StartWithPrinters({c_strOffice, c_strOther});
+        QCOMPARE(CancelCalls(), QStringList());
+
+        WriteState(c_strOffice, c_byCanceling);
+        QTRY_COMPARE(State(0), c_strCanceling);
+        QCOMPARE(server.Jobs(), QList<int>({1, 3, 4, 5}));
+        QCOMPARE(CancelCalls(), QStringList(c_strOffice));
+        QCOMPARE(State(1), c_strReady);
+
+        // Another two changes, seen by another two cycles in the same state.
+        for (const int iInk : {40, 0}) {
+            stStatusReply reply = Reply(c_byCanceling);
+            reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlueInk, static_cast<quint32>(iInk))};
+            const QString strInk = m_tool->Cell(0, c_iInkColumn);
+            WriteStatus(c_strOffice, reply);
+            QTRY_VERIFY(m_tool->Cell(0, c_iInkColumn) != strInk);
+            QCOMPARE(State(0), c_strCanceling);
+        }
+        QCOMPARE(CancelCalls(), QStringList(c_strOffice));
+
+        WriteState(c_strOffice, c_byReady);
+        QTRY_COMPARE(State(0), c_strReady);
+        WriteState(c_strOffice, c_byCanceling);
+        QTRY_COMPARE(State(0), c_strCanceling);
+        QCOMPARE(server.Jobs(), QList<int>({1, 4, 5}));
+        QCOMPARE(CancelCalls(), QStringList({c_strOffice, c_strOffice}));
+    }
+
+    void cancelsThePrintedJobOfItsQueue()
+    {
+        PrintServer server;
+        QVERIFY(server.Start());
+        QVERIFY(server.AddQueue(c_strOffice, PrintServer::enQueuePrinting));
+        QCOMPARE(server.AddJob(c_strOffice), 1);
+        QCOMPARE(server.AddJob(c_strOffice), 2);
+        QTRY_VERIFY(server.IsPrinting(c_strOffice, 1));
+        StartWithPrinters({c_strOffice});
+
+        WriteState(c_strOffice, c_byCanceling);
+        QTRY_COMPARE(State(0), c_strCanceling);
+        QTRY_COMPARE(server.Jobs(), QList<int>({2}));
+        QTRY_VERIFY(server.IsPrinting(c_strOffice, 2));
+        QCOMPARE(CancelCalls(), QStringList(c_strOffice));
+    }
+
+    void anyNameCancelsForItsOwnQueueOnly()
+    {
+        // Names of queues that "cancel" or the shell could take for something else.
+        const QStringList listQueue = {u"a$(x);b"_s, u"a`x`|x&x"_s, u"Off,ice"_s, u"书房"_s,    u"*"_s,
+                                       u"~"_s,       u"%s"_s,       u"1"_s,       u"Other-2"_s, u"Other-"_s};
+        const QString strOption = u"-a"_s; // all jobs of all queues
+        // The server has no queue of such a name.
+        const QStringList listNoQueue = {u"Other'"_s, u"\"Other\""_s, u"'; x; cancel -a; '"_s, u"no queue"_s};
+
+        PrintServer server;
+        QVERIFY(server.Start());
+        QVERIFY(server.AddQueue(c_strOther));
+        QList<int> listStays;
+        for (int i = 0; i < 3; ++i) {
+            listStays.append(server.AddJob(c_strOther));
+        }
+        QCOMPARE(listStays, QList<int>({1, 2, 3}));
+        for (const QString& strQueue : listQueue) {
+            QVERIFY(server.AddQueue(strQueue));
+            QVERIFY(server.AddJob(strQueue) > 0);
+            listStays.append(server.AddJob(strQueue));
+        }
+        QVERIFY(server.AddQueue(strOption));
+        listStays.append(server.AddJob(strOption));
+        QVERIFY(!listStays.contains(0));
+        QCOMPARE(server.Jobs().size(), listStays.size() + listQueue.size());
+
+        const QStringList listName = listQueue + listNoQueue + QStringList{strOption};
+        StartWithPrinters(listName);
+        for (const QString& strName : listName) {
+            WriteState(strName, c_byCanceling);
+        }
+        for (int iRow = 0; iRow < listName.size(); ++iRow) {
+            QTRY_COMPARE(State(iRow), c_strCanceling);
+        }
+        QCOMPARE(server.Jobs(), listStays);
+        QCOMPARE(CancelCalls().size(), listQueue.size() + listNoQueue.size());
+        QVERIFY(!QFile::exists(c_strExecuted));
+    }
+
+    void haltedServerHangsNoWindow()
+    {
+        PrintServer server;
+        CancelAtHaltedServer(server, {c_strOffice});
+        const QString strPicture = StatePicture(1);
+        QVERIFY(!strPicture.isEmpty());
+
+        WriteState(c_strOther, c_byPrinting);
+        QTRY_COMPARE(State(1), c_strPrinting);
+        QTRY_VERIFY(StatePicture(1) != strPicture);
+        QCOMPARE(State(0), c_strReady); // shown when its command has ended
+
+        server.Continue();
+        QTRY_COMPARE(State(0), c_strCanceling);
+        QCOMPARE(server.Jobs(), QList<int>());
+        QCOMPARE(CancelCalls(), QStringList(c_strOffice));
+    }
+
+    void haltedServerDoesNotDelayTheExit()
+    {
+        PrintServer server;
+        CancelAtHaltedServer(server, {c_strOffice, u"Second"_s, u"Third"_s});
+        ExitByMenu();
+    }
+
+    void absentServerChangesNothing()
+    {
+        PrintServer server;
+        QVERIFY(server.Start());
+        QVERIFY(server.AddQueue(c_strOffice));
+        StartWithPrinters({c_strOffice, c_strOther});
+        server.Kill();
+
+        WriteState(c_strOffice, c_byCanceling);
+        QTRY_COMPARE(State(0), c_strCanceling);
+        QCOMPARE(CancelCalls(), QStringList(c_strOffice));
+        WriteState(c_strOther, c_byPrinting);
+        WriteState(c_strOffice, c_byReady);
+        QTRY_COMPARE(State(1), c_strPrinting);
+        QTRY_COMPARE(State(0), c_strReady);
+        ExitByMenu();
+    }
 
 private:
     /// Starts the server and the tool with ready printers.
-    void StartWithPrinters(const QStringList& listName);
+    void StartWithPrinters(const QStringList& listName)
+    {
+        QFile::remove(c_strCalls);
+        WriteReadyPrinters(listName);
+        StartWithTray();
+        for (int iRow = 0; iRow < listName.size(); ++iRow) {
+            QTRY_COMPARE(State(iRow), c_strReady);
+        }
+    }
+
     void WriteState(const QString& strName, quint8 byStatus) const { WriteStatus(strName, Reply(byStatus)); }
     QString State(int iRow) const { return m_tool->Cell(iRow, c_iStateColumn); }
 
     /// What a row's state looks like on the screen.
-    QString StatePicture(int iRow) const;
-    void CancelAtHaltedServer(PrintServer& server, const QStringList& listName);
+    QString StatePicture(int iRow) const
+    {
+        const std::optional<AccessibleNode> cell =
+            m_tool->Access().CellNode(u"VoraPrinterTool"_s, iRow, c_iStateColumn);
+        const QRect area = m_tool->Access().Extents(*cell);
+        const QString strArea = u"%1x%2+%3+%4"_s.arg(area.width()).arg(area.height()).arg(area.x()).arg(area.y());
+        return Desktop::Run(u"import"_s, {u"-window"_s, u"root"_s, u"-crop"_s, strArea, u"txt:-"_s});
+    }
+
+    void CancelAtHaltedServer(PrintServer& server, const QStringList& listName)
+    {
+        QVERIFY(server.Start());
+        for (const QString& strName : listName) {
+            QVERIFY(server.AddQueue(strName));
+            QVERIFY(server.AddJob(strName) > 0);
+        }
+        StartWithPrinters(listName + QStringList{c_strOther});
+        server.Halt();
+        for (const QString& strName : listName) {
+            WriteState(strName, c_byCanceling);
+        }
+        QTRY_COMPARE(CancelCalls().size(), listName.size());
+    }
 };
-
-void tst_PrintServer::initTestCase()
-{
-    // The tool takes its surroundings from here.
-    qputenv("CUPS_SERVER", PrintServer::Address().toLocal8Bit());
-    qputenv("LC_ALL", "C.UTF-8"); // the answers of the print system's commands are read
-    const QByteArray realCancel = QStandardPaths::findExecutable(u"cancel"_s).toLocal8Bit();
-    QVERIFY(!realCancel.isEmpty());
-    FakeProgram(u"cancel"_s, "echo \"$@\" >> " + c_strCalls.toLocal8Bit() + "\nexec " + realCancel + " \"$@\"\n");
-    FakeProgram(u"x"_s, "touch " + c_strExecuted.toLocal8Bit());
-}
-
-void tst_PrintServer::StartWithPrinters(const QStringList& listName)
-{
-    QFile::remove(c_strCalls);
-    WriteReadyPrinters(listName);
-    StartWithTray();
-    for (int iRow = 0; iRow < listName.size(); ++iRow) {
-        QTRY_COMPARE(State(iRow), c_strReady);
-    }
-}
-
-void tst_PrintServer::cancelsTheFirstWaitingJobOfItsQueue()
-{
-    PrintServer server;
-    QVERIFY(server.Start());
-    for (const QString& strQueue : {c_strOther, c_strOffice}) {
-        QVERIFY(server.AddQueue(strQueue));
-    }
-    for (const QString& strQueue : {c_strOther, c_strOffice, c_strOffice, c_strOffice, c_strOther}) {
-        QVERIFY(server.AddJob(strQueue) > 0);
-    }
-    QCOMPARE(server.Jobs(), QList<int>({1, 2, 3, 4, 5}));
-    StartWithPrinters({c_strOffice, c_strOther});
-    QCOMPARE(CancelCalls(), QStringList());
-
-    WriteState(c_strOffice, c_byCanceling);
-    QTRY_COMPARE(State(0), c_strCanceling);
-    QCOMPARE(server.Jobs(), QList<int>({1, 3, 4, 5}));
-    QCOMPARE(CancelCalls(), QStringList(c_strOffice));
-    QCOMPARE(State(1), c_strReady);
-
-    // Another two changes, seen by another two cycles in the same state.
-    for (const int iInk : {40, 0}) {
-        stStatusReply reply = Reply(c_byCanceling);
-        reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlueInk, static_cast<quint32>(iInk))};
-        const QString strInk = m_tool->Cell(0, c_iInkColumn);
-        WriteStatus(c_strOffice, reply);
-        QTRY_VERIFY(m_tool->Cell(0, c_iInkColumn) != strInk);
-        QCOMPARE(State(0), c_strCanceling);
-    }
-    QCOMPARE(CancelCalls(), QStringList(c_strOffice));
-
-    WriteState(c_strOffice, c_byReady);
-    QTRY_COMPARE(State(0), c_strReady);
-    WriteState(c_strOffice, c_byCanceling);
-    QTRY_COMPARE(State(0), c_strCanceling);
-    QCOMPARE(server.Jobs(), QList<int>({1, 4, 5}));
-    QCOMPARE(CancelCalls(), QStringList({c_strOffice, c_strOffice}));
-}
-
-void tst_PrintServer::cancelsThePrintedJobOfItsQueue()
-{
-    PrintServer server;
-    QVERIFY(server.Start());
-    QVERIFY(server.AddQueue(c_strOffice, PrintServer::enQueuePrinting));
-    QCOMPARE(server.AddJob(c_strOffice), 1);
-    QCOMPARE(server.AddJob(c_strOffice), 2);
-    QTRY_VERIFY(server.IsPrinting(c_strOffice, 1));
-    StartWithPrinters({c_strOffice});
-
-    WriteState(c_strOffice, c_byCanceling);
-    QTRY_COMPARE(State(0), c_strCanceling);
-    QTRY_COMPARE(server.Jobs(), QList<int>({2}));
-    QTRY_VERIFY(server.IsPrinting(c_strOffice, 2));
-    QCOMPARE(CancelCalls(), QStringList(c_strOffice));
-}
-
-void tst_PrintServer::anyNameCancelsForItsOwnQueueOnly()
-{
-    // Names of queues that "cancel" or the shell could take for something else.
-    const QStringList listQueue = {u"a$(x);b"_s, u"a`x`|x&x"_s, u"Off,ice"_s, u"书房"_s,    u"*"_s,
-                                   u"~"_s,       u"%s"_s,       u"1"_s,       u"Other-2"_s, u"Other-"_s};
-    const QString strOption = u"-a"_s; // all jobs of all queues
-    // The server has no queue of such a name.
-    const QStringList listNoQueue = {u"Other'"_s, u"\"Other\""_s, u"'; x; cancel -a; '"_s, u"no queue"_s};
-
-    PrintServer server;
-    QVERIFY(server.Start());
-    QVERIFY(server.AddQueue(c_strOther));
-    QList<int> listStays;
-    for (int i = 0; i < 3; ++i) {
-        listStays.append(server.AddJob(c_strOther));
-    }
-    QCOMPARE(listStays, QList<int>({1, 2, 3}));
-    for (const QString& strQueue : listQueue) {
-        QVERIFY(server.AddQueue(strQueue));
-        QVERIFY(server.AddJob(strQueue) > 0);
-        listStays.append(server.AddJob(strQueue));
-    }
-    QVERIFY(server.AddQueue(strOption));
-    listStays.append(server.AddJob(strOption));
-    QVERIFY(!listStays.contains(0));
-    QCOMPARE(server.Jobs().size(), listStays.size() + listQueue.size());
-
-    const QStringList listName = listQueue + listNoQueue + QStringList{strOption};
-    StartWithPrinters(listName);
-    for (const QString& strName : listName) {
-        WriteState(strName, c_byCanceling);
-    }
-    for (int iRow = 0; iRow < listName.size(); ++iRow) {
-        QTRY_COMPARE(State(iRow), c_strCanceling);
-    }
-    QCOMPARE(server.Jobs(), listStays);
-    QCOMPARE(CancelCalls().size(), listQueue.size() + listNoQueue.size());
-    QVERIFY(!QFile::exists(c_strExecuted));
-}
-
-void tst_PrintServer::CancelAtHaltedServer(PrintServer& server, const QStringList& listName)
-{
-    QVERIFY(server.Start());
-    for (const QString& strName : listName) {
-        QVERIFY(server.AddQueue(strName));
-        QVERIFY(server.AddJob(strName) > 0);
-    }
-    StartWithPrinters(listName + QStringList{c_strOther});
-    server.Halt();
-    for (const QString& strName : listName) {
-        WriteState(strName, c_byCanceling);
-    }
-    QTRY_COMPARE(CancelCalls().size(), listName.size());
-}
-
-QString tst_PrintServer::StatePicture(int iRow) const
-{
-    const std::optional<AccessibleNode> cell = m_tool->Access().CellNode(u"VoraPrinterTool"_s, iRow, c_iStateColumn);
-    const QRect area = m_tool->Access().Extents(*cell);
-    const QString strArea = u"%1x%2+%3+%4"_s.arg(area.width()).arg(area.height()).arg(area.x()).arg(area.y());
-    return Desktop::Run(u"import"_s, {u"-window"_s, u"root"_s, u"-crop"_s, strArea, u"txt:-"_s});
-}
-
-void tst_PrintServer::haltedServerHangsNoWindow()
-{
-    PrintServer server;
-    CancelAtHaltedServer(server, {c_strOffice});
-    const QString strPicture = StatePicture(1);
-    QVERIFY(!strPicture.isEmpty());
-
-    WriteState(c_strOther, c_byPrinting);
-    QTRY_COMPARE(State(1), c_strPrinting);
-    QTRY_VERIFY(StatePicture(1) != strPicture);
-    QCOMPARE(State(0), c_strReady); // shown when its command has ended
-
-    server.Continue();
-    QTRY_COMPARE(State(0), c_strCanceling);
-    QCOMPARE(server.Jobs(), QList<int>());
-    QCOMPARE(CancelCalls(), QStringList(c_strOffice));
-}
-
-void tst_PrintServer::haltedServerDoesNotDelayTheExit()
-{
-    PrintServer server;
-    CancelAtHaltedServer(server, {c_strOffice, u"Second"_s, u"Third"_s});
-    ExitByMenu();
-}
-
-void tst_PrintServer::absentServerChangesNothing()
-{
-    PrintServer server;
-    QVERIFY(server.Start());
-    QVERIFY(server.AddQueue(c_strOffice));
-    StartWithPrinters({c_strOffice, c_strOther});
-    server.Kill();
-
-    WriteState(c_strOffice, c_byCanceling);
-    QTRY_COMPARE(State(0), c_strCanceling);
-    QCOMPARE(CancelCalls(), QStringList(c_strOffice));
-    WriteState(c_strOther, c_byPrinting);
-    WriteState(c_strOffice, c_byReady);
-    QTRY_COMPARE(State(1), c_strPrinting);
-    QTRY_COMPARE(State(0), c_strReady);
-    ExitByMenu();
-}
 
 QTEST_GUILESS_MAIN(tst_PrintServer)
 

@@ -92,8 +92,29 @@ class tst_RewrittenFile : public FaultTest
     Q_OBJECT
 
 private slots:
-    void wholeRepliesOnlyOfAWriterThatReplaces();
-    void writerInPlaceHarmsNobodyElse();
+    void wholeRepliesOnlyOfAWriterThatReplaces()
+    {
+        StartReaders();
+        {
+            const Rewriter writer(Replace);
+            QCOMPARE(WatchWhile(writer).iOther, 0);
+            CheckNeighbour();
+        }
+        ShowLastReply();
+        CheckAnswersAndExit();
+    }
+
+    void writerInPlaceHarmsNobodyElse()
+    {
+        StartReaders();
+        {
+            const Rewriter writer(RewriteInPlace);
+            WatchWhile(writer); // a reader cannot tell half of one reply and half of the other from a reply
+            CheckNeighbour();
+        }
+        ShowLastReply();
+        CheckAnswersAndExit();
+    }
 
 private:
     struct stSeen
@@ -103,91 +124,63 @@ private:
         int iOther = 0;
     };
 
-    void StartReaders();
-    stSeen WatchWhile(const Rewriter& writer);
-    void ShowLastReply();
-};
-
-/// Neighbour and printers whose status files are all one file.
-void tst_RewrittenFile::StartReaders()
-{
-    QStringList listName;
-    for (int i = 0; i < c_iReaders; ++i) {
-        listName.append(u"Reader%1"_s.arg(i));
-    }
-    StartBeside(listName);
-    QVERIFY(Replace(Content(true)));
-    for (int iRow = 1; iRow <= c_iReaders; ++iRow) {
-        QVERIFY(QFile::remove(StatusPath(iRow)));
-        QVERIFY(QFile::link(QString::fromLatin1(c_path), StatusPath(iRow)));
-    }
-    for (int iRow = 1; iRow <= c_iReaders; ++iRow) {
-        QTRY_COMPARE_WITH_TIMEOUT((QStringList{State(iRow), Ink(iRow)}), c_listFirst, c_iTimeOutMSec);
-    }
-}
-
-/// What the rows show until the file has been rewritten often enough.
-tst_RewrittenFile::stSeen tst_RewrittenFile::WatchWhile(const Rewriter& writer)
-{
-    stSeen seen;
-    while (writer.m_iRewrites < c_iRewrites || seen.iFirst < c_iLooks || seen.iSecond < c_iLooks) {
+    /// Neighbour and printers whose status files are all one file.
+    void StartReaders()
+    {
+        QStringList listName;
+        for (int i = 0; i < c_iReaders; ++i) {
+            listName.append(u"Reader%1"_s.arg(i));
+        }
+        StartBeside(listName);
+        QVERIFY(Replace(Content(true)));
         for (int iRow = 1; iRow <= c_iReaders; ++iRow) {
-            // Within less than the program's pause a row that is in one state before and after was not in another one
-            // between.
-            QElapsedTimer timer;
-            timer.start();
-            const QString strState = State(iRow);
-            const QStringList listRow = {strState, Ink(iRow)};
-            if (State(iRow) == strState && timer.elapsed() < Tool::PauseMSec() * 9 / 10) {
-                ++(listRow == c_listFirst ? seen.iFirst : listRow == c_listSecond ? seen.iSecond : seen.iOther);
+            QVERIFY(QFile::remove(StatusPath(iRow)));
+            QVERIFY(QFile::link(QString::fromLatin1(c_path), StatusPath(iRow)));
+        }
+        for (int iRow = 1; iRow <= c_iReaders; ++iRow) {
+            QTRY_COMPARE_WITH_TIMEOUT((QStringList{State(iRow), Ink(iRow)}), c_listFirst, c_iTimeOutMSec);
+        }
+    }
+
+    /// What the rows show until the file has been rewritten often enough.
+    stSeen WatchWhile(const Rewriter& writer)
+    {
+        stSeen seen;
+        while (writer.m_iRewrites < c_iRewrites || seen.iFirst < c_iLooks || seen.iSecond < c_iLooks) {
+            for (int iRow = 1; iRow <= c_iReaders; ++iRow) {
+                // Within less than the program's pause a row that is in one state before and after was not in another
+                // one between.
+                QElapsedTimer timer;
+                timer.start();
+                const QString strState = State(iRow);
+                const QStringList listRow = {strState, Ink(iRow)};
+                if (State(iRow) == strState && timer.elapsed() < Tool::PauseMSec() * 9 / 10) {
+                    ++(listRow == c_listFirst ? seen.iFirst : listRow == c_listSecond ? seen.iSecond : seen.iOther);
+                }
+            }
+            if (m_tool->Process().state() != QProcess::Running) {
+                break;
             }
         }
-        if (m_tool->Process().state() != QProcess::Running) {
-            break;
+        qInfo("%d rewrites; rows seen: %d of the first reply, %d of the second, %d other", writer.m_iRewrites.load(),
+              seen.iFirst, seen.iSecond, seen.iOther);
+        return seen;
+    }
+
+    /// When the writer has come to rest.
+    void ShowLastReply()
+    {
+        // A file's time moves in ticks of some milliseconds; within one tick the new file would pass for the old one.
+        const QString strPath = QString::fromLatin1(c_path);
+        const QDateTime dtBefore = QFileInfo(strPath).lastModified();
+        do {
+            QVERIFY(Replace(Content(false)));
+        } while (QFileInfo(strPath).lastModified() == dtBefore);
+        for (int iRow = 1; iRow <= c_iReaders; ++iRow) {
+            QTRY_COMPARE_WITH_TIMEOUT((QStringList{State(iRow), Ink(iRow)}), c_listSecond, c_iTimeOutMSec);
         }
     }
-    qInfo("%d rewrites; rows seen: %d of the first reply, %d of the second, %d other", writer.m_iRewrites.load(),
-          seen.iFirst, seen.iSecond, seen.iOther);
-    return seen;
-}
-
-/// When the writer has come to rest.
-void tst_RewrittenFile::ShowLastReply()
-{
-    // A file's time moves in ticks of some milliseconds; within one tick the new file would pass for the old one.
-    const QString strPath = QString::fromLatin1(c_path);
-    const QDateTime dtBefore = QFileInfo(strPath).lastModified();
-    do {
-        QVERIFY(Replace(Content(false)));
-    } while (QFileInfo(strPath).lastModified() == dtBefore);
-    for (int iRow = 1; iRow <= c_iReaders; ++iRow) {
-        QTRY_COMPARE_WITH_TIMEOUT((QStringList{State(iRow), Ink(iRow)}), c_listSecond, c_iTimeOutMSec);
-    }
-}
-
-void tst_RewrittenFile::wholeRepliesOnlyOfAWriterThatReplaces()
-{
-    StartReaders();
-    {
-        const Rewriter writer(Replace);
-        QCOMPARE(WatchWhile(writer).iOther, 0);
-        CheckNeighbour();
-    }
-    ShowLastReply();
-    CheckAnswersAndExit();
-}
-
-void tst_RewrittenFile::writerInPlaceHarmsNobodyElse()
-{
-    StartReaders();
-    {
-        const Rewriter writer(RewriteInPlace);
-        WatchWhile(writer); // a reader cannot tell half of one reply and half of the other from a reply
-        CheckNeighbour();
-    }
-    ShowLastReply();
-    CheckAnswersAndExit();
-}
+};
 
 QTEST_GUILESS_MAIN(tst_RewrittenFile)
 

@@ -134,243 +134,228 @@ class tst_SecondCopy : public DesktopTest
     Q_OBJECT
 
 private slots:
-    void messageBoxSaysThatACopyRuns();
-    void endsWithItsMessageBox_data();
-    void endsWithItsMessageBox();
-    void leavesTheFirstCopyAlone();
-    void toolFolderIsMadeAnew();
-    void startsWhenTheToolFolderCannotBeWritten_data();
-    void startsWhenTheToolFolderCannotBeWritten();
-    void startsWhenTheToolFolderIsOfAnotherUser();
-    void whateverStandsInThePlaceOfTheProcessList_data();
-    void whateverStandsInThePlaceOfTheProcessList();
-    void otherNamesDoNotCount();
-    void nameIsAllThatCounts();
-    void copyOfAnyUserCounts_data();
-    void copyOfAnyUserCounts();
+    void messageBoxSaysThatACopyRuns()
+    {
+        StartFirstCopy();
+        Tool second;
+        second.Start();
+        QTRY_VERIFY(MessageBox());
+        QCOMPARE(MainWindows(), 1);
+
+        std::optional<AccessibleNode> box;
+        QTRY_VERIFY(box = second.Access().Find(c_strProgram, u"alert message"_s));
+        QCOMPARE(second.Access().Name(*box), c_strTitle);
+        QCOMPARE(second.Access().NamesWithin(*box, u"push button"_s), QStringList(c_strButton));
+        QStringList listLabel = second.Access().NamesWithin(*box, u"label"_s);
+        listLabel.removeAll(QString()); // the icon
+        QCOMPARE(listLabel, QStringList(c_strText));
+
+        QTRY_VERIFY(ShowsIcon(*MessageBox(), QMessageBox::Information));
+        for (const QMessageBox::Icon icon : {QMessageBox::Warning, QMessageBox::Critical, QMessageBox::Question}) {
+            QVERIFY(!ShowsIcon(*MessageBox(), icon));
+        }
+    }
+
+    void endsWithItsMessageBox_data()
+    {
+        const auto pressing = [](const QString& strKey) {
+            return [strKey](const Desktop::Window&) { Desktop::PressKey(strKey); };
+        };
+        QTest::addColumn<End>("end");
+        QTest::newRow("Return") << End(pressing(u"Return"_s));
+        QTest::newRow("Escape") << End(pressing(u"Escape"_s));
+        QTest::newRow("closed by the window manager") << End(&Desktop::CloseWindow);
+        QTest::newRow("click on the button") << End([](const Desktop::Window& window) {
+            const Accessibility accessibility;
+            const std::optional<AccessibleNode> button =
+                accessibility.Find(c_strProgram, u"push button"_s, c_strButton);
+            if (button) {
+                Desktop::Click(window, accessibility.Extents(*button).center() - window.geometry.topLeft());
+            }
+        });
+    }
+
+    void endsWithItsMessageBox()
+    {
+        QFETCH(End, end);
+        StartFirstCopy();
+        Tool second;
+        second.Start();
+        std::optional<Desktop::Window> box;
+        QTRY_VERIFY(box = MessageBox());
+        QTRY_VERIFY(second.Access().Find(c_strProgram, u"push button"_s, c_strButton));
+        QTRY_COMPARE(Desktop::ActiveWindow(), box->strId);
+        end(*box);
+        QVERIFY(second.Process().waitForFinished(5000));
+        QCOMPARE(second.Process().exitStatus(), QProcess::NormalExit);
+        QCOMPARE(second.Process().exitCode(), 0);
+        QVERIFY(!MessageBox());
+        QCOMPARE(m_tool->Process().state(), QProcess::Running);
+    }
+
+    void leavesTheFirstCopyAlone()
+    {
+        WriteReadyPrinters({c_strOffice});
+        StartWithTray();
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
+        const QRect geometry = m_tool->MainWindow()->geometry;
+        const QRect icon = m_tool->TrayIcon()->geometry;
+
+        Tool second;
+        second.Start({u"-hide"_s}); // it says so just the same
+        QTRY_VERIFY(MessageBox());
+        WriteStatus(c_strOffice, Reply(0x10));
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"正在打印"_s);
+        QCOMPARE(m_tool->MainWindow()->geometry, geometry);
+        QCOMPARE(m_tool->TrayIcon()->geometry, icon);
+
+        Desktop::CloseWindow(*MessageBox());
+        QVERIFY(second.Process().waitForFinished(5000));
+        WriteStatus(c_strOffice, Reply(0x11));
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
+        WriteReadyPrinters({c_strOffice, u"Study"_s});
+        QTRY_COMPARE(m_tool->RowCount(), 2);
+        QCOMPARE(m_tool->MainWindow()->geometry, geometry);
+        QCOMPARE(m_tool->TrayIcon()->geometry, icon);
+        ExitByMenu();
+    }
+
+    void toolFolderIsMadeAnew()
+    {
+        StartFirstCopy();
+        QVERIFY(QDir(c_strOpt).removeRecursively());
+        Tool second;
+        second.Start();
+        QTRY_VERIFY(MessageBox());
+        QCOMPARE(MainWindows(), 1);
+        QVERIFY(QFileInfo(c_strToolFolder).isDir());
+        QVERIFY(QDir(c_strToolFolder).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot));
+    }
+
+    void startsWhenTheToolFolderCannotBeWritten_data()
+    {
+        QTest::addColumn<QString>("obstacle");
+        QTest::addColumn<QString>("target"); // of a link, else the obstacle is a file
+        QTest::newRow("a file for the package") << c_strOpt << QString();
+        QTest::newRow("a link to nowhere for the folder") << c_strToolFolder << c_strNowhere;
+        QTest::newRow("a link to itself for the package") << c_strOpt << c_strOpt;
+    }
+
+    void startsWhenTheToolFolderCannotBeWritten()
+    {
+        QFETCH(QString, obstacle);
+        QFETCH(QString, target);
+        const auto tidy = qScopeGuard([] { QFile::remove(c_strOpt); });
+        StartFirstCopy();
+        QVERIFY(QDir(obstacle).removeRecursively());
+        QVERIFY(target.isEmpty() ? WriteFile(obstacle, "in the way") : QFile::link(target, obstacle));
+        Tool second;
+        second.Start();
+        QTRY_COMPARE(MainWindows(), 2);
+        QVERIFY(!MessageBox());
+        QVERIFY(!QFile::exists(c_strNowhere));
+        QCOMPARE(ReadFile(obstacle), target.isEmpty() ? QByteArray("in the way") : QByteArray());
+        QCOMPARE(m_tool->Process().state(), QProcess::Running);
+    }
+
+    void startsWhenTheToolFolderIsOfAnotherUser()
+    {
+        QVERIFY(QDir().mkpath(c_strToolFolder));
+        StartFirstCopy();
+        const bool bRoot = ::geteuid() == 0; // who can write to every folder, and can become another
+        const auto tidy = qScopeGuard([] { ::chmod(c_strToolFolder.toLocal8Bit().constData(), 0755); });
+        QCOMPARE(::chmod(c_strToolFolder.toLocal8Bit().constData(), bRoot ? 0755 : 0555), 0);
+        RunningCopy second(bRoot);
+        QTRY_COMPARE(MainWindows(), 2);
+        QVERIFY(!MessageBox());
+    }
+
+    void whateverStandsInThePlaceOfTheProcessList_data()
+    {
+        QTest::addColumn<Plant>("plant");
+        QTest::newRow("a list without the program")
+            << Plant([] { return WriteFile(c_strProcessList, "1 ? 00:00:00 sh\n"); });
+        QTest::newRow("a list of many copies") << Plant(
+            [] { return WriteFile(c_strProcessList, QByteArray("100 ? 00:00:00 VoraPrinterTool\n").repeated(1000)); });
+        QTest::newRow("a link") << Plant([] { return QFile::link(c_strVictim, c_strProcessList); });
+        QTest::newRow("a link without target") << Plant([] { return QFile::link(c_strNowhere, c_strProcessList); });
+        QTest::newRow("a FIFO") << Plant(
+            [] { return ::mkfifo(c_strProcessList.toLocal8Bit().constData(), 0666) == 0; });
+    }
+
+    void whateverStandsInThePlaceOfTheProcessList()
+    {
+        QFETCH(Plant, plant);
+        QVERIFY(WriteFile(c_strVictim, "precious"));
+        const auto isClean = [&] {
+            return ReadFile(c_strVictim) == "precious" && !QFile::exists(c_strNowhere) &&
+                   !QFileInfo::exists(c_strProcessList) && !QFileInfo(c_strProcessList).isSymLink();
+        };
+        QVERIFY(QDir().mkpath(c_strToolFolder));
+        QVERIFY(plant());
+        StartFirstCopy();
+        QVERIFY(isClean());
+
+        QVERIFY(plant());
+        Tool second;
+        second.Start();
+        QTRY_VERIFY(MessageBox());
+        QCOMPARE(MainWindows(), 1);
+        QVERIFY(isClean());
+    }
+
+    void otherNamesDoNotCount()
+    {
+        // Of another name, which is shorter than what the system shows of a name.
+        const QString strCopy = u"/tmp/VoraPrinter"_s;
+        QVERIFY(QFile::exists(strCopy) || QFile::copy(QStringLiteral(VORA_TOOL), strCopy));
+        const QStringList listName = {u"xVoraPrinter"_s, u"VoraPrinterToo"_s, u"my VoraPrinter"_s, u"VoraPrinter."_s};
+        std::vector<std::unique_ptr<IdleProcess>> listProcess;
+        for (const QString& strName : listName) {
+            listProcess.push_back(std::make_unique<IdleProcess>(strName));
+            QTRY_VERIFY(Desktop::ProcessNames().contains(strName));
+        }
+        StartFirstCopy(); // its name begins with the other's
+        Tool other(strCopy);
+        other.Start();
+        QTRY_COMPARE(MainWindows(), 2);
+    }
+
+    void nameIsAllThatCounts()
+    {
+        const IdleProcess process(c_strProgram);
+        QTRY_VERIFY(Desktop::ProcessNames().contains(c_strProgram));
+        m_tool->Start();
+        QTRY_VERIFY(MessageBox());
+        QCOMPARE(MainWindows(), 0);
+    }
+
+    void copyOfAnyUserCounts_data()
+    {
+        QTest::addColumn<bool>("anotherUser");
+        QTest::newRow("the same user") << false;
+        if (::geteuid() == 0) { // who alone can become another
+            QTest::newRow("another user") << true;
+        }
+    }
+
+    void copyOfAnyUserCounts()
+    {
+        QFETCH(bool, anotherUser);
+        RunningCopy first(anotherUser);
+        QTRY_COMPARE(MainWindows(), 1);
+        m_tool->Start();
+        QTRY_VERIFY(MessageBox());
+        QCOMPARE(MainWindows(), 1);
+    }
 
 private:
-    void StartFirstCopy();
+    void StartFirstCopy()
+    {
+        m_tool->Start();
+        QTRY_VERIFY(m_tool->MainWindow());
+    }
 };
-
-void tst_SecondCopy::StartFirstCopy()
-{
-    m_tool->Start();
-    QTRY_VERIFY(m_tool->MainWindow());
-}
-
-void tst_SecondCopy::messageBoxSaysThatACopyRuns()
-{
-    StartFirstCopy();
-    Tool second;
-    second.Start();
-    QTRY_VERIFY(MessageBox());
-    QCOMPARE(MainWindows(), 1);
-
-    std::optional<AccessibleNode> box;
-    QTRY_VERIFY(box = second.Access().Find(c_strProgram, u"alert message"_s));
-    QCOMPARE(second.Access().Name(*box), c_strTitle);
-    QCOMPARE(second.Access().NamesWithin(*box, u"push button"_s), QStringList(c_strButton));
-    QStringList listLabel = second.Access().NamesWithin(*box, u"label"_s);
-    listLabel.removeAll(QString()); // the icon
-    QCOMPARE(listLabel, QStringList(c_strText));
-
-    QTRY_VERIFY(ShowsIcon(*MessageBox(), QMessageBox::Information));
-    for (const QMessageBox::Icon icon : {QMessageBox::Warning, QMessageBox::Critical, QMessageBox::Question}) {
-        QVERIFY(!ShowsIcon(*MessageBox(), icon));
-    }
-}
-
-void tst_SecondCopy::endsWithItsMessageBox_data()
-{
-    const auto pressing = [](const QString& strKey) {
-        return [strKey](const Desktop::Window&) { Desktop::PressKey(strKey); };
-    };
-    QTest::addColumn<End>("end");
-    QTest::newRow("Return") << End(pressing(u"Return"_s));
-    QTest::newRow("Escape") << End(pressing(u"Escape"_s));
-    QTest::newRow("closed by the window manager") << End(&Desktop::CloseWindow);
-    QTest::newRow("click on the button") << End([](const Desktop::Window& window) {
-        const Accessibility accessibility;
-        const std::optional<AccessibleNode> button = accessibility.Find(c_strProgram, u"push button"_s, c_strButton);
-        if (button) {
-            Desktop::Click(window, accessibility.Extents(*button).center() - window.geometry.topLeft());
-        }
-    });
-}
-
-void tst_SecondCopy::endsWithItsMessageBox()
-{
-    QFETCH(End, end);
-    StartFirstCopy();
-    Tool second;
-    second.Start();
-    std::optional<Desktop::Window> box;
-    QTRY_VERIFY(box = MessageBox());
-    QTRY_VERIFY(second.Access().Find(c_strProgram, u"push button"_s, c_strButton));
-    QTRY_COMPARE(Desktop::ActiveWindow(), box->strId);
-    end(*box);
-    QVERIFY(second.Process().waitForFinished(5000));
-    QCOMPARE(second.Process().exitStatus(), QProcess::NormalExit);
-    QCOMPARE(second.Process().exitCode(), 0);
-    QVERIFY(!MessageBox());
-    QCOMPARE(m_tool->Process().state(), QProcess::Running);
-}
-
-void tst_SecondCopy::leavesTheFirstCopyAlone()
-{
-    WriteReadyPrinters({c_strOffice});
-    StartWithTray();
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
-    const QRect geometry = m_tool->MainWindow()->geometry;
-    const QRect icon = m_tool->TrayIcon()->geometry;
-
-    Tool second;
-    second.Start({u"-hide"_s}); // it says so just the same
-    QTRY_VERIFY(MessageBox());
-    WriteStatus(c_strOffice, Reply(0x10));
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在打印"_s);
-    QCOMPARE(m_tool->MainWindow()->geometry, geometry);
-    QCOMPARE(m_tool->TrayIcon()->geometry, icon);
-
-    Desktop::CloseWindow(*MessageBox());
-    QVERIFY(second.Process().waitForFinished(5000));
-    WriteStatus(c_strOffice, Reply(0x11));
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
-    WriteReadyPrinters({c_strOffice, u"Study"_s});
-    QTRY_COMPARE(m_tool->RowCount(), 2);
-    QCOMPARE(m_tool->MainWindow()->geometry, geometry);
-    QCOMPARE(m_tool->TrayIcon()->geometry, icon);
-    ExitByMenu();
-}
-
-void tst_SecondCopy::toolFolderIsMadeAnew()
-{
-    StartFirstCopy();
-    QVERIFY(QDir(c_strOpt).removeRecursively());
-    Tool second;
-    second.Start();
-    QTRY_VERIFY(MessageBox());
-    QCOMPARE(MainWindows(), 1);
-    QVERIFY(QFileInfo(c_strToolFolder).isDir());
-    QVERIFY(QDir(c_strToolFolder).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot));
-}
-
-void tst_SecondCopy::startsWhenTheToolFolderCannotBeWritten_data()
-{
-    QTest::addColumn<QString>("obstacle");
-    QTest::addColumn<QString>("target"); // of a link, else the obstacle is a file
-    QTest::newRow("a file for the package") << c_strOpt << QString();
-    QTest::newRow("a link to nowhere for the folder") << c_strToolFolder << c_strNowhere;
-    QTest::newRow("a link to itself for the package") << c_strOpt << c_strOpt;
-}
-
-void tst_SecondCopy::startsWhenTheToolFolderCannotBeWritten()
-{
-    QFETCH(QString, obstacle);
-    QFETCH(QString, target);
-    const auto tidy = qScopeGuard([] { QFile::remove(c_strOpt); });
-    StartFirstCopy();
-    QVERIFY(QDir(obstacle).removeRecursively());
-    QVERIFY(target.isEmpty() ? WriteFile(obstacle, "in the way") : QFile::link(target, obstacle));
-    Tool second;
-    second.Start();
-    QTRY_COMPARE(MainWindows(), 2);
-    QVERIFY(!MessageBox());
-    QVERIFY(!QFile::exists(c_strNowhere));
-    QCOMPARE(ReadFile(obstacle), target.isEmpty() ? QByteArray("in the way") : QByteArray());
-    QCOMPARE(m_tool->Process().state(), QProcess::Running);
-}
-
-void tst_SecondCopy::startsWhenTheToolFolderIsOfAnotherUser()
-{
-    QVERIFY(QDir().mkpath(c_strToolFolder));
-    StartFirstCopy();
-    const bool bRoot = ::geteuid() == 0; // who can write to every folder, and can become another
-    const auto tidy = qScopeGuard([] { ::chmod(c_strToolFolder.toLocal8Bit().constData(), 0755); });
-    QCOMPARE(::chmod(c_strToolFolder.toLocal8Bit().constData(), bRoot ? 0755 : 0555), 0);
-    RunningCopy second(bRoot);
-    QTRY_COMPARE(MainWindows(), 2);
-    QVERIFY(!MessageBox());
-}
-
-void tst_SecondCopy::whateverStandsInThePlaceOfTheProcessList_data()
-{
-    QTest::addColumn<Plant>("plant");
-    QTest::newRow("a list without the program")
-        << Plant([] { return WriteFile(c_strProcessList, "1 ? 00:00:00 sh\n"); });
-    QTest::newRow("a list of many copies") << Plant(
-        [] { return WriteFile(c_strProcessList, QByteArray("100 ? 00:00:00 VoraPrinterTool\n").repeated(1000)); });
-    QTest::newRow("a link") << Plant([] { return QFile::link(c_strVictim, c_strProcessList); });
-    QTest::newRow("a link without target") << Plant([] { return QFile::link(c_strNowhere, c_strProcessList); });
-    QTest::newRow("a FIFO") << Plant([] { return ::mkfifo(c_strProcessList.toLocal8Bit().constData(), 0666) == 0; });
-}
-
-void tst_SecondCopy::whateverStandsInThePlaceOfTheProcessList()
-{
-    QFETCH(Plant, plant);
-    QVERIFY(WriteFile(c_strVictim, "precious"));
-    const auto isClean = [&] {
-        return ReadFile(c_strVictim) == "precious" && !QFile::exists(c_strNowhere) &&
-               !QFileInfo::exists(c_strProcessList) && !QFileInfo(c_strProcessList).isSymLink();
-    };
-    QVERIFY(QDir().mkpath(c_strToolFolder));
-    QVERIFY(plant());
-    StartFirstCopy();
-    QVERIFY(isClean());
-
-    QVERIFY(plant());
-    Tool second;
-    second.Start();
-    QTRY_VERIFY(MessageBox());
-    QCOMPARE(MainWindows(), 1);
-    QVERIFY(isClean());
-}
-
-void tst_SecondCopy::otherNamesDoNotCount()
-{
-    // Of another name, which is shorter than what the system shows of a name.
-    const QString strCopy = u"/tmp/VoraPrinter"_s;
-    QVERIFY(QFile::exists(strCopy) || QFile::copy(QStringLiteral(VORA_TOOL), strCopy));
-    const QStringList listName = {u"xVoraPrinter"_s, u"VoraPrinterToo"_s, u"my VoraPrinter"_s, u"VoraPrinter."_s};
-    std::vector<std::unique_ptr<IdleProcess>> listProcess;
-    for (const QString& strName : listName) {
-        listProcess.push_back(std::make_unique<IdleProcess>(strName));
-        QTRY_VERIFY(Desktop::ProcessNames().contains(strName));
-    }
-    StartFirstCopy(); // its name begins with the other's
-    Tool other(strCopy);
-    other.Start();
-    QTRY_COMPARE(MainWindows(), 2);
-}
-
-void tst_SecondCopy::nameIsAllThatCounts()
-{
-    const IdleProcess process(c_strProgram);
-    QTRY_VERIFY(Desktop::ProcessNames().contains(c_strProgram));
-    m_tool->Start();
-    QTRY_VERIFY(MessageBox());
-    QCOMPARE(MainWindows(), 0);
-}
-
-void tst_SecondCopy::copyOfAnyUserCounts_data()
-{
-    QTest::addColumn<bool>("anotherUser");
-    QTest::newRow("the same user") << false;
-    if (::geteuid() == 0) { // who alone can become another
-        QTest::newRow("another user") << true;
-    }
-}
-
-void tst_SecondCopy::copyOfAnyUserCounts()
-{
-    QFETCH(bool, anotherUser);
-    RunningCopy first(anotherUser);
-    QTRY_COMPARE(MainWindows(), 1);
-    m_tool->Start();
-    QTRY_VERIFY(MessageBox());
-    QCOMPARE(MainWindows(), 1);
-}
 
 QTEST_MAIN(tst_SecondCopy)
 

@@ -96,91 +96,83 @@ class tst_SessionEnd : public DesktopTest
     Q_OBJECT
 
 private slots:
-    void signalEndsIt_data();
-    void signalEndsIt();
-    void hangingCommandGetsTheInterrupt();
-    void logoutIsNotHeldUp_data();
-    void logoutIsNotHeldUp();
+    void signalEndsIt_data()
+    {
+        QTest::addColumn<int>("iSignal");
+        QTest::addColumn<bool>("bCommandHangs");
+        QTest::newRow("terminate") << SIGTERM << false;
+        QTest::newRow("interrupt") << SIGINT << false;
+        QTest::newRow("terminate-while-a-command-hangs") << SIGTERM << true;
+    }
+
+    void signalEndsIt()
+    {
+        QFETCH(int, iSignal);
+        QFETCH(bool, bCommandHangs);
+        if (bCommandHangs) {
+            StartWithHangingCommand();
+        } else {
+            m_tool->Start();
+            QTRY_VERIFY(m_tool->MainWindow());
+        }
+        QCOMPARE(::kill(static_cast<pid_t>(m_tool->Process().processId()), iSignal), 0);
+        QVERIFY(m_tool->Process().waitForFinished(500));
+        QCOMPARE(m_tool->Process().exitStatus(), QProcess::CrashExit); // ended by the signal
+        QCOMPARE(m_tool->Process().exitCode(), iSignal);
+    }
+
+    /// The interrupt key goes to the command in the foreground, as in a shell; the program that waits for it stays.
+    void hangingCommandGetsTheInterrupt()
+    {
+        StartWithHangingCommand();
+        const auto id = static_cast<pid_t>(m_tool->Process().processId());
+        QCOMPARE(::kill(id, SIGINT), 0);
+        WriteStatus(u"Hall"_s, Reply(0x20));
+        QTRY_COMPARE(m_tool->Cell(1, 3), u"清洁模式"_s);
+
+        EndHangingCancel();
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"正在取消任务"_s); // the command has ended
+        QCOMPARE(::kill(id, SIGINT), 0);
+        QVERIFY(m_tool->Process().waitForFinished(500));
+    }
+
+    void logoutIsNotHeldUp_data()
+    {
+        QTest::addColumn<QStringList>("listArgument");
+        QTest::newRow("window-shown") << QStringList();
+        QTest::newRow("window-hidden") << QStringList(u"-hide"_s);
+    }
+
+    void logoutIsNotHeldUp()
+    {
+        QFETCH(QStringList, listArgument);
+        SessionManager manager;
+        QVERIFY(manager.Start());
+        m_tool = std::make_unique<Tool>(); // with the manager's address
+        WriteReadyPrinters({u"Office"_s});
+        m_tool->Start(listArgument);
+        QTRY_COMPARE(manager.Count("received SAVE YOURSELF DONE"), 1); // that of its registration
+        QTRY_COMPARE(m_tool->MainWindow().has_value(), listArgument.isEmpty());
+
+        QVERIFY(manager.LogOut());
+        QTRY_COMPARE(manager.Count("Shutdown = True, Interact Style = Any"), 1);
+        QVERIFY(m_tool->Process().waitForFinished(5000));
+        QCOMPARE(m_tool->Process().exitStatus(), QProcess::NormalExit);
+        QCOMPARE(m_tool->Process().exitCode(), 0);
+        QVERIFY(manager.Process().waitForFinished(5000));
+    }
 
 private:
-    void StartWithHangingCommand();
-};
-
-void tst_SessionEnd::StartWithHangingCommand()
-{
-    FakeHangingCancel();
-    WriteReadyPrinters({u"Office"_s, u"Hall"_s});
-    m_tool->Start();
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
-    WriteStatus(u"Office"_s, Reply(0x03));
-    QTRY_VERIFY(IsCancelRunning());
-}
-
-void tst_SessionEnd::signalEndsIt_data()
-{
-    QTest::addColumn<int>("iSignal");
-    QTest::addColumn<bool>("bCommandHangs");
-    QTest::newRow("terminate") << SIGTERM << false;
-    QTest::newRow("interrupt") << SIGINT << false;
-    QTest::newRow("terminate-while-a-command-hangs") << SIGTERM << true;
-}
-
-void tst_SessionEnd::signalEndsIt()
-{
-    QFETCH(int, iSignal);
-    QFETCH(bool, bCommandHangs);
-    if (bCommandHangs) {
-        StartWithHangingCommand();
-    } else {
+    void StartWithHangingCommand()
+    {
+        FakeHangingCancel();
+        WriteReadyPrinters({u"Office"_s, u"Hall"_s});
         m_tool->Start();
-        QTRY_VERIFY(m_tool->MainWindow());
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
+        WriteStatus(u"Office"_s, Reply(0x03));
+        QTRY_VERIFY(IsCancelRunning());
     }
-    QCOMPARE(::kill(static_cast<pid_t>(m_tool->Process().processId()), iSignal), 0);
-    QVERIFY(m_tool->Process().waitForFinished(500));
-    QCOMPARE(m_tool->Process().exitStatus(), QProcess::CrashExit); // ended by the signal
-    QCOMPARE(m_tool->Process().exitCode(), iSignal);
-}
-
-/// The interrupt key goes to the command in the foreground, as in a shell; the program that waits for it stays.
-void tst_SessionEnd::hangingCommandGetsTheInterrupt()
-{
-    StartWithHangingCommand();
-    const auto id = static_cast<pid_t>(m_tool->Process().processId());
-    QCOMPARE(::kill(id, SIGINT), 0);
-    WriteStatus(u"Hall"_s, Reply(0x20));
-    QTRY_COMPARE(m_tool->Cell(1, 3), u"清洁模式"_s);
-
-    EndHangingCancel();
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在取消任务"_s); // the command has ended
-    QCOMPARE(::kill(id, SIGINT), 0);
-    QVERIFY(m_tool->Process().waitForFinished(500));
-}
-
-void tst_SessionEnd::logoutIsNotHeldUp_data()
-{
-    QTest::addColumn<QStringList>("listArgument");
-    QTest::newRow("window-shown") << QStringList();
-    QTest::newRow("window-hidden") << QStringList(u"-hide"_s);
-}
-
-void tst_SessionEnd::logoutIsNotHeldUp()
-{
-    QFETCH(QStringList, listArgument);
-    SessionManager manager;
-    QVERIFY(manager.Start());
-    m_tool = std::make_unique<Tool>(); // with the manager's address
-    WriteReadyPrinters({u"Office"_s});
-    m_tool->Start(listArgument);
-    QTRY_COMPARE(manager.Count("received SAVE YOURSELF DONE"), 1); // that of its registration
-    QTRY_COMPARE(m_tool->MainWindow().has_value(), listArgument.isEmpty());
-
-    QVERIFY(manager.LogOut());
-    QTRY_COMPARE(manager.Count("Shutdown = True, Interact Style = Any"), 1);
-    QVERIFY(m_tool->Process().waitForFinished(5000));
-    QCOMPARE(m_tool->Process().exitStatus(), QProcess::NormalExit);
-    QCOMPARE(m_tool->Process().exitCode(), 0);
-    QVERIFY(manager.Process().waitForFinished(5000));
-}
+};
 
 QTEST_GUILESS_MAIN(tst_SessionEnd)
 

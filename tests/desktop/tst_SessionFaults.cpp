@@ -86,167 +86,159 @@ class tst_SessionFaults : public DesktopTest
     Q_OBJECT
 
 private slots:
-    void notificationServerDelaysNothing_data();
-    void notificationServerDelaysNothing();
-    void haltedSessionAndOddTimesAnnounceNothing();
-    void lostBusCostsNoTime_data();
-    void lostBusCostsNoTime();
-    void thousandPrintersAreShown();
-    void withoutDisplayItEndsAndSaysSo();
+    void notificationServerDelaysNothing_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::newRow("without actions and icons") << int(PoorServer::enPlain);
+        QTest::newRow("never answers") << int(PoorServer::enSilent);
+        QTest::newRow("ends while it is asked") << int(PoorServer::enCrashing);
+        QTest::newRow("none runs") << int(PoorServer::enNone);
+    }
+
+    void notificationServerDelaysNothing()
+    {
+        QFETCH(int, kind);
+        PoorServer server(static_cast<PoorServer::enKind>(kind));
+        QVERIFY(server.Start());
+        WriteReadyPrinters({c_strPrinter});
+        StartWithTray(TrayHost::enXfcePanel);
+        QTRY_COMPARE(m_tool->Cell(0, 3), c_strReady);
+        // A state is shown before its notification is asked for: the next one tells that the call has not been waited
+        // for.
+        WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
+        QTRY_COMPARE(server.m_iCount, kind == PoorServer::enNone ? 0 : 1);
+        WriteStatus(c_strPrinter, Reply(0x11, {}, {0x6160}));
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
+        WriteStatus(c_strPrinter, Reply(0x10));
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"正在打印"_s);
+        ExitByMenu();
+    }
+
+    void haltedSessionAndOddTimesAnnounceNothing()
+    {
+        PoorServer server(PoorServer::enPlain);
+        QVERIFY(server.Start());
+        WriteReadyPrinters({c_strPrinter});
+        StartWithTray(TrayHost::enXfcePanel);
+        QTRY_COMPARE(m_tool->Cell(0, 3), c_strReady);
+        WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
+        QTRY_COMPARE(server.m_iCount, 1);
+
+        // What happens while all stands still is seen as one change.
+        const auto iPid = static_cast<pid_t>(m_tool->Process().processId());
+        QCOMPARE(::kill(iPid, SIGSTOP), 0);
+        for (const quint8 byStatus : {0x11, 0x12, 0x10, 0x02, 0x11}) {
+            WriteStatus(c_strPrinter, Reply(byStatus, {}, {0x6160}));
+        }
+        QCOMPARE(::kill(iPid, SIGCONT), 0);
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
+        QTRY_COMPARE(server.m_iCount, 2);
+
+        // A clock that is set gives the files times in the future and in the past.
+        const QByteArray path = m_folder.StatusPath(c_strPrinter).toUtf8();
+        for (const time_t iSeconds : {time_t{2000000000}, time_t{1}, time_t{4000000000}}) {
+            const timespec times[2] = {{iSeconds, 0}, {iSeconds, 0}};
+            QCOMPARE(::utimensat(AT_FDCWD, path.constData(), times, 0), 0);
+            const qint64 iBefore = Looks();
+            QTRY_VERIFY(Looks() >= iBefore + 5);
+            QCOMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
+        }
+        WriteStatus(c_strPrinter, Reply(0x10, {}, {0x6160})); // and it still follows
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"正在打印(墨水量低)"_s);
+        QTRY_COMPARE(server.m_iCount, 3);
+    }
+
+    void lostBusCostsNoTime_data()
+    {
+        QTest::addColumn<bool>("atFirst");
+        QTest::newRow("ends") << true;
+        QTest::newRow("none runs") << false;
+    }
+
+    void lostBusCostsNoTime()
+    {
+        QFETCH(bool, atFirst);
+        const QString strAddress = u"unix:path=/tmp/lost-bus"_s;
+        QProcess bus;
+        if (atFirst) {
+            bus.start(u"dbus-daemon"_s,
+                      {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--address="_s + strAddress});
+            QTRY_VERIFY(QFile::exists(u"/tmp/lost-bus"_s));
+        }
+        WriteReadyPrinters({c_strPrinter});
+        const QByteArray old = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+        qputenv("DBUS_SESSION_BUS_ADDRESS", strAddress.toUtf8());
+        StartWithTray();
+        qputenv("DBUS_SESSION_BUS_ADDRESS", old);
+        bus.kill();
+        bus.waitForFinished();
+        QFile::remove(u"/tmp/lost-bus"_s);
+
+        // Processor time, in ticks of 10 ms, while the status worker looks 30 times at its file.
+        const QString strProc = u"/proc/%1/"_s.arg(m_tool->Process().processId());
+        const auto ticks = [&] {
+            const QList<QByteArray> listField = ReadProcFile(strProc + u"stat"_s).split(' ');
+            return listField.value(13).toLongLong() + listField.value(14).toLongLong();
+        };
+        QTRY_VERIFY(Looks() > 0);
+        const qint64 iLooks = Looks();
+        const qint64 iTicks = ticks();
+        QTRY_VERIFY_WITH_TIMEOUT(Looks() >= iLooks + 30, 30000);
+        const qint64 iUsed = ticks() - iTicks;
+        QVERIFY2(iUsed < 40, qPrintable(QString::number(iUsed))); // a busy loop takes 150 and more
+
+        WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
+        QTRY_VERIFY(m_tool->Popup()); // the program's own balloon needs no bus
+        HideWindow();
+        QVERIFY(m_tray->ShowWindow(*m_tool));
+    }
+
+    void thousandPrintersAreShown()
+    {
+        QStringList listName;
+        for (int i = 0; i < 1000; ++i) {
+            listName.append(u"Printer%1"_s.arg(i));
+        }
+        WriteReadyPrinters(listName);
+        StartWithTray();
+        QTRY_COMPARE_WITH_TIMEOUT(m_tool->RowCount(), 1000, 20000);
+        for (const int iRow : {0, 500, 999}) {
+            QTRY_COMPARE_WITH_TIMEOUT(m_tool->Cell(iRow, 3), c_strReady, 20000);
+        }
+        WriteStatus(listName.at(999), Reply(0x10));
+        QTRY_COMPARE(m_tool->Cell(999, 3), u"正在打印"_s);
+        HideWindow();
+        QVERIFY(m_tray->ShowWindow(*m_tool));
+        ExitByMenu();
+    }
+
+    /// Qt's own way: the process aborts.
+    void withoutDisplayItEndsAndSaysSo()
+    {
+        const QByteArray old = qgetenv("DISPLAY");
+        const auto restore = qScopeGuard([&] { qputenv("DISPLAY", old); });
+        qunsetenv("DISPLAY");
+        m_tool->Start();
+        QVERIFY(m_tool->Process().waitForFinished());
+        QCOMPARE(m_tool->Process().exitStatus(), QProcess::CrashExit);
+        QCOMPARE(m_tool->Process().exitCode(), SIGABRT);
+        QVERIFY(ReadFile(m_tool->OutputPath()).contains("could not connect to display"));
+    }
 
 private:
-    qint64 Looks() const;
-};
-
-/// How often the first printer's worker has waited, which it does after each look at the status file; -1 before there
-/// is one.
-qint64 tst_SessionFaults::Looks() const
-{
-    const QString strFolder = u"/proc/%1/task/"_s.arg(m_tool->Process().processId());
-    for (const QString& strTask : QDir(strFolder).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        if (ReadProcFile(strFolder + strTask + u"/comm"_s) == "vora-status-0\n") {
-            return ProcNumber(ReadProcFile(strFolder + strTask + u"/status"_s), "voluntary_ctxt_switches");
+    /// How often the first printer's worker has waited, which it does after each look at the status file; -1 before
+    /// there is one.
+    qint64 Looks() const
+    {
+        const QString strFolder = u"/proc/%1/task/"_s.arg(m_tool->Process().processId());
+        for (const QString& strTask : QDir(strFolder).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+            if (ReadProcFile(strFolder + strTask + u"/comm"_s) == "vora-status-0\n") {
+                return ProcNumber(ReadProcFile(strFolder + strTask + u"/status"_s), "voluntary_ctxt_switches");
+            }
         }
+        return -1;
     }
-    return -1;
-}
-
-void tst_SessionFaults::notificationServerDelaysNothing_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::newRow("without actions and icons") << int(PoorServer::enPlain);
-    QTest::newRow("never answers") << int(PoorServer::enSilent);
-    QTest::newRow("ends while it is asked") << int(PoorServer::enCrashing);
-    QTest::newRow("none runs") << int(PoorServer::enNone);
-}
-
-void tst_SessionFaults::notificationServerDelaysNothing()
-{
-    QFETCH(int, kind);
-    PoorServer server(static_cast<PoorServer::enKind>(kind));
-    QVERIFY(server.Start());
-    WriteReadyPrinters({c_strPrinter});
-    StartWithTray(TrayHost::enXfcePanel);
-    QTRY_COMPARE(m_tool->Cell(0, 3), c_strReady);
-    // A state is shown before its notification is asked for: the next one tells that the call has not been waited for.
-    WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
-    QTRY_COMPARE(server.m_iCount, kind == PoorServer::enNone ? 0 : 1);
-    WriteStatus(c_strPrinter, Reply(0x11, {}, {0x6160}));
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
-    WriteStatus(c_strPrinter, Reply(0x10));
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在打印"_s);
-    ExitByMenu();
-}
-
-void tst_SessionFaults::haltedSessionAndOddTimesAnnounceNothing()
-{
-    PoorServer server(PoorServer::enPlain);
-    QVERIFY(server.Start());
-    WriteReadyPrinters({c_strPrinter});
-    StartWithTray(TrayHost::enXfcePanel);
-    QTRY_COMPARE(m_tool->Cell(0, 3), c_strReady);
-    WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
-    QTRY_COMPARE(server.m_iCount, 1);
-
-    // What happens while all stands still is seen as one change.
-    const auto iPid = static_cast<pid_t>(m_tool->Process().processId());
-    QCOMPARE(::kill(iPid, SIGSTOP), 0);
-    for (const quint8 byStatus : {0x11, 0x12, 0x10, 0x02, 0x11}) {
-        WriteStatus(c_strPrinter, Reply(byStatus, {}, {0x6160}));
-    }
-    QCOMPARE(::kill(iPid, SIGCONT), 0);
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
-    QTRY_COMPARE(server.m_iCount, 2);
-
-    // A clock that is set gives the files times in the future and in the past.
-    const QByteArray path = m_folder.StatusPath(c_strPrinter).toUtf8();
-    for (const time_t iSeconds : {time_t{2000000000}, time_t{1}, time_t{4000000000}}) {
-        const timespec times[2] = {{iSeconds, 0}, {iSeconds, 0}};
-        QCOMPARE(::utimensat(AT_FDCWD, path.constData(), times, 0), 0);
-        const qint64 iBefore = Looks();
-        QTRY_VERIFY(Looks() >= iBefore + 5);
-        QCOMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
-    }
-    WriteStatus(c_strPrinter, Reply(0x10, {}, {0x6160})); // and it still follows
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"正在打印(墨水量低)"_s);
-    QTRY_COMPARE(server.m_iCount, 3);
-}
-
-void tst_SessionFaults::lostBusCostsNoTime_data()
-{
-    QTest::addColumn<bool>("atFirst");
-    QTest::newRow("ends") << true;
-    QTest::newRow("none runs") << false;
-}
-
-void tst_SessionFaults::lostBusCostsNoTime()
-{
-    QFETCH(bool, atFirst);
-    const QString strAddress = u"unix:path=/tmp/lost-bus"_s;
-    QProcess bus;
-    if (atFirst) {
-        bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--address="_s + strAddress});
-        QTRY_VERIFY(QFile::exists(u"/tmp/lost-bus"_s));
-    }
-    WriteReadyPrinters({c_strPrinter});
-    const QByteArray old = qgetenv("DBUS_SESSION_BUS_ADDRESS");
-    qputenv("DBUS_SESSION_BUS_ADDRESS", strAddress.toUtf8());
-    StartWithTray();
-    qputenv("DBUS_SESSION_BUS_ADDRESS", old);
-    bus.kill();
-    bus.waitForFinished();
-    QFile::remove(u"/tmp/lost-bus"_s);
-
-    // Processor time, in ticks of 10 ms, while the status worker looks 30 times at its file.
-    const QString strProc = u"/proc/%1/"_s.arg(m_tool->Process().processId());
-    const auto ticks = [&] {
-        const QList<QByteArray> listField = ReadProcFile(strProc + u"stat"_s).split(' ');
-        return listField.value(13).toLongLong() + listField.value(14).toLongLong();
-    };
-    QTRY_VERIFY(Looks() > 0);
-    const qint64 iLooks = Looks();
-    const qint64 iTicks = ticks();
-    QTRY_VERIFY_WITH_TIMEOUT(Looks() >= iLooks + 30, 30000);
-    const qint64 iUsed = ticks() - iTicks;
-    QVERIFY2(iUsed < 40, qPrintable(QString::number(iUsed))); // a busy loop takes 150 and more
-
-    WriteStatus(c_strPrinter, Reply(0x00, {}, {0x6160}));
-    QTRY_VERIFY(m_tool->Popup()); // the program's own balloon needs no bus
-    HideWindow();
-    QVERIFY(m_tray->ShowWindow(*m_tool));
-}
-
-void tst_SessionFaults::thousandPrintersAreShown()
-{
-    QStringList listName;
-    for (int i = 0; i < 1000; ++i) {
-        listName.append(u"Printer%1"_s.arg(i));
-    }
-    WriteReadyPrinters(listName);
-    StartWithTray();
-    QTRY_COMPARE_WITH_TIMEOUT(m_tool->RowCount(), 1000, 20000);
-    for (const int iRow : {0, 500, 999}) {
-        QTRY_COMPARE_WITH_TIMEOUT(m_tool->Cell(iRow, 3), c_strReady, 20000);
-    }
-    WriteStatus(listName.at(999), Reply(0x10));
-    QTRY_COMPARE(m_tool->Cell(999, 3), u"正在打印"_s);
-    HideWindow();
-    QVERIFY(m_tray->ShowWindow(*m_tool));
-    ExitByMenu();
-}
-
-/// Qt's own way: the process aborts.
-void tst_SessionFaults::withoutDisplayItEndsAndSaysSo()
-{
-    const QByteArray old = qgetenv("DISPLAY");
-    const auto restore = qScopeGuard([&] { qputenv("DISPLAY", old); });
-    qunsetenv("DISPLAY");
-    m_tool->Start();
-    QVERIFY(m_tool->Process().waitForFinished());
-    QCOMPARE(m_tool->Process().exitStatus(), QProcess::CrashExit);
-    QCOMPARE(m_tool->Process().exitCode(), SIGABRT);
-    QVERIFY(ReadFile(m_tool->OutputPath()).contains("could not connect to display"));
-}
+};
 
 QTEST_GUILESS_MAIN(tst_SessionFaults)
 

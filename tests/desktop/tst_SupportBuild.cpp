@@ -9,47 +9,43 @@ class tst_SupportBuild : public DesktopTest
     Q_OBJECT
 
 private slots:
-    void isMadeOnDemandAlone();
-    void writesItsLog_data();
-    void writesItsLog();
-};
-
-/// In a folder that knows of no earlier choice.
-void tst_SupportBuild::isMadeOnDemandAlone()
-{
-    QProcess cmake;
-    cmake.start(u"cmake"_s, {u"-S"_s, QStringLiteral(VORA_SOURCE), u"-B"_s, u"/tmp/fresh"_s, u"-G"_s, u"Ninja"_s,
-                             u"-DBUILD_TESTING=OFF"_s});
-    QVERIFY(cmake.waitForFinished(60000));
-    QCOMPARE(cmake.exitCode(), 0);
-    QVERIFY(ReadFile(u"/tmp/fresh/CMakeCache.txt"_s).contains("\nVORA_DIAGNOSTIC_LOG:BOOL=OFF\n"));
-}
-
-void tst_SupportBuild::writesItsLog_data()
-{
-    QTest::addColumn<QString>("program");
-    QTest::addColumn<bool>("log");
-    QTest::newRow("support build") << QStringLiteral(VORA_SUPPORT_BUILD) << true;
-    QTest::newRow("users' build") << QStringLiteral(VORA_TOOL) << false;
-}
-
-void tst_SupportBuild::writesItsLog()
-{
-    QFETCH(const QString, program);
-    QFETCH(const bool, log);
-    WriteReadyPrinters({u"Office"_s});
-    m_tool = std::make_unique<Tool>(program);
-    m_tool->Start();
-    QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
-    const QDir folder(c_strToolPath);
-    const QStringList listLog = folder.entryList({u"log_tool_*.log"_s});
-    QCOMPARE(listLog.isEmpty(), !log);
-    if (log) {
-        const QString strPath = folder.filePath(listLog.first());
-        QVERIFY(ReadFile(strPath).contains(" InitTrayIcon) InitTrayIcon start\n"));
-        QTRY_VERIFY(ReadFile(strPath).contains(" DebugOutputPrinterStatus) printer[0]=Office\n"));
+    /// In a folder that knows of no earlier choice.
+    void isMadeOnDemandAlone()
+    {
+        QProcess cmake;
+        cmake.start(u"cmake"_s, {u"-S"_s, QStringLiteral(VORA_SOURCE), u"-B"_s, u"/tmp/fresh"_s, u"-G"_s, u"Ninja"_s,
+                                 u"-DBUILD_TESTING=OFF"_s});
+        QVERIFY(cmake.waitForFinished(60000));
+        QCOMPARE(cmake.exitCode(), 0);
+        QVERIFY(ReadFile(u"/tmp/fresh/CMakeCache.txt"_s).contains("\nVORA_DIAGNOSTIC_LOG:BOOL=OFF\n"));
     }
-}
+
+    void writesItsLog_data()
+    {
+        QTest::addColumn<QString>("program");
+        QTest::addColumn<bool>("log");
+        QTest::newRow("support build") << QStringLiteral(VORA_SUPPORT_BUILD) << true;
+        QTest::newRow("users' build") << QStringLiteral(VORA_TOOL) << false;
+    }
+
+    void writesItsLog()
+    {
+        QFETCH(const QString, program);
+        QFETCH(const bool, log);
+        WriteReadyPrinters({u"Office"_s});
+        m_tool = std::make_unique<Tool>(program);
+        m_tool->Start();
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
+        const QDir folder(c_strToolPath);
+        const QStringList listLog = folder.entryList({u"log_tool_*.log"_s});
+        QCOMPARE(listLog.isEmpty(), !log);
+        if (log) {
+            const QString strPath = folder.filePath(listLog.first());
+            QVERIFY(ReadFile(strPath).contains(" InitTrayIcon) InitTrayIcon start\n"));
+            QTRY_VERIFY(ReadFile(strPath).contains(" DebugOutputPrinterStatus) printer[0]=Office\n"));
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_SupportBuild)
 

@@ -120,67 +120,63 @@ class tst_SharedFolder : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void nothingPlantedIsWrittenThrough_data();
-    void nothingPlantedIsWrittenThrough();
-};
+    void init()
+    {
+        QVERIFY(QDir(c_strTool).removeRecursively() && QDir(c_strHome).removeRecursively());
+        QVERIFY(QDir().mkpath(c_strTool) && QDir().mkpath(c_strHome));
+        QCOMPARE(::chmod(c_strTool.toLocal8Bit().constData(), 01777), 0);
+        QVERIFY(::geteuid() != 0 || ::chown(c_strHome.toLocal8Bit().constData(), c_uidBert, c_uidBert) == 0);
+        QVERIFY(DoAs(c_uidBert, [] { return WriteFile(c_strPrecious, "precious"); }));
+    }
 
-void tst_SharedFolder::init()
-{
-    QVERIFY(QDir(c_strTool).removeRecursively() && QDir(c_strHome).removeRecursively());
-    QVERIFY(QDir().mkpath(c_strTool) && QDir().mkpath(c_strHome));
-    QCOMPARE(::chmod(c_strTool.toLocal8Bit().constData(), 01777), 0);
-    QVERIFY(::geteuid() != 0 || ::chown(c_strHome.toLocal8Bit().constData(), c_uidBert, c_uidBert) == 0);
-    QVERIFY(DoAs(c_uidBert, [] { return WriteFile(c_strPrecious, "precious"); }));
-}
-
-void tst_SharedFolder::nothingPlantedIsWrittenThrough_data()
-{
-    QTest::addColumn<enName>("name");
-    QTest::addColumn<enPlant>("plant");
-    QTest::addColumn<uid_t>("planter");
-    const QList<QPair<QByteArray, enName>> listName = {{"log", enLog}, {"printer", enPrinter}};
-    const QList<QPair<QByteArray, enPlant>> listPlant = {{"link to a file", enLinkToFile},
-                                                         {"link to nothing", enLinkToNothing},
-                                                         {"FIFO", enFifo},
-                                                         {"folder", enFolder},
-                                                         {"file", enFile}};
-    for (const auto& name : listName) {
-        // The kernel may refuse to follow what a stranger planted; what belongs to the folder's owner it always
-        // follows.
-        for (const auto& plant : listPlant) {
-            QTest::newRow((name.first + ", anna's " + plant.first).constData())
-                << name.second << plant.second << c_uidAnna;
-            QTest::newRow((name.first + ", root's " + plant.first).constData())
-                << name.second << plant.second << uid_t(0);
+    void nothingPlantedIsWrittenThrough_data()
+    {
+        QTest::addColumn<enName>("name");
+        QTest::addColumn<enPlant>("plant");
+        QTest::addColumn<uid_t>("planter");
+        const QList<QPair<QByteArray, enName>> listName = {{"log", enLog}, {"printer", enPrinter}};
+        const QList<QPair<QByteArray, enPlant>> listPlant = {{"link to a file", enLinkToFile},
+                                                             {"link to nothing", enLinkToNothing},
+                                                             {"FIFO", enFifo},
+                                                             {"folder", enFolder},
+                                                             {"file", enFile}};
+        for (const auto& name : listName) {
+            // The kernel may refuse to follow what a stranger planted; what belongs to the folder's owner it always
+            // follows.
+            for (const auto& plant : listPlant) {
+                QTest::newRow((name.first + ", anna's " + plant.first).constData())
+                    << name.second << plant.second << c_uidAnna;
+                QTest::newRow((name.first + ", root's " + plant.first).constData())
+                    << name.second << plant.second << uid_t(0);
+            }
+            // Not every system lets anna link to a file of bert's.
+            QTest::newRow((name.first + ", hard link").constData()) << name.second << enHardLink << uid_t(0);
         }
-        // Not every system lets anna link to a file of bert's.
-        QTest::newRow((name.first + ", hard link").constData()) << name.second << enHardLink << uid_t(0);
     }
-}
 
-void tst_SharedFolder::nothingPlantedIsWrittenThrough()
-{
-    QFETCH(const enName, name);
-    QFETCH(const enPlant, plant);
-    QFETCH(const uid_t, planter);
-    const QList<QByteArray> listName = NamesToCome(name);
-    QVERIFY(DoAs(planter, [&] {
-        ::umask(0);
-        return std::all_of(listName.begin(), listName.end(),
-                           [&](const QByteArray& path) { return Plant(plant, path); });
-    }));
-    const QStringList before = ToolFolder();
-    QVERIFY(DoAs(c_uidBert, [&] {
-        UseName(name);
-        return true;
-    }));
-    QCOMPARE(ReadFile(c_strPrecious), QByteArray("precious"));
-    QVERIFY(!QFileInfo::exists(c_strNew));
-    if (name == enLog) {
-        QCOMPARE(ToolFolder(), before); // it was one of these names
+    void nothingPlantedIsWrittenThrough()
+    {
+        QFETCH(const enName, name);
+        QFETCH(const enPlant, plant);
+        QFETCH(const uid_t, planter);
+        const QList<QByteArray> listName = NamesToCome(name);
+        QVERIFY(DoAs(planter, [&] {
+            ::umask(0);
+            return std::all_of(listName.begin(), listName.end(),
+                               [&](const QByteArray& path) { return Plant(plant, path); });
+        }));
+        const QStringList before = ToolFolder();
+        QVERIFY(DoAs(c_uidBert, [&] {
+            UseName(name);
+            return true;
+        }));
+        QCOMPARE(ReadFile(c_strPrecious), QByteArray("precious"));
+        QVERIFY(!QFileInfo::exists(c_strNew));
+        if (name == enLog) {
+            QCOMPARE(ToolFolder(), before); // it was one of these names
+        }
     }
-}
+};
 
 QTEST_APPLESS_MAIN(tst_SharedFolder)
 

@@ -46,159 +46,148 @@ class tst_Fleet : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void queuesByName();
-    void printerOffline();
-    void error();
-    void inkRunsOut();
-    void hostVanishes();
+    void initTestCase()
+    {
+        for (PrintHost* pHost : {&m_tour, &m_ink, &m_line}) {
+            pHost->Start();
+        }
+        m_server.Start({m_tour.Instance(), m_ink.Instance(), m_line.Instance()});
+        QVERIFY(!QTest::currentTestFailed());
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"sum(vora_printers)"_s), 5.0, c_iPatience);
+    }
+
+    void queuesByName()
+    {
+        for (const char* pSelector : {R"(queue="a\"b\\c")", R"(queue="前台-打印机")"}) {
+            const QJsonArray listSeries = m_server.Query(u"vora_printer_info{%1}"_s.arg(QString::fromUtf8(pSelector)));
+            QCOMPARE(listSeries.size(), 1);
+            QCOMPARE(Label(listSeries.at(0), "connection"), u"network"_s);
+        }
+        QCOMPARE(Label(m_server.Query(u"vora_printer_info{model=\"RB9Q\",queue=~\"a.b.c\"}"_s).at(0), "queue"),
+                 u"a\"b\\c"_s);
+    }
+
+    void printerOffline()
+    {
+        const QString strQueue = u"queue=\"Office\""_s;
+        QTRY_VERIFY_WITH_TIMEOUT(IsFiring(u"VoraPrinterOffline"_s, strQueue), c_iPatience);
+        QVERIFY(!IsFiring(u"VoraPrinterOffline"_s, u"queue=\"Store\""_s));
+        // Nothing but this is told of it.
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"vora_printer_up{queue=\"Office\"}"_s), 0.0, c_iPatience);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            m_server.Query(u"vora_printer_state{queue=\"Office\"} and on () vora_printer_up{queue=\"Office\"} == 0"_s)
+                .isEmpty(),
+            c_iPatience);
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"vora_printer_up{queue=\"Office\"}"_s), 1.0, c_iPatience);
+        QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(u"VoraPrinterOffline"_s, strQueue), c_iPatience);
+    }
+
+    void error()
+    {
+        const QString strSelector = u"queue=\"前台-打印机\",name=\"paper-jam\",code=\"0x6110\""_s;
+        QTRY_VERIFY_WITH_TIMEOUT(IsFiring(u"VoraPrinterError"_s, strSelector), c_iPatience);
+        QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(u"VoraPrinterError"_s, strSelector), c_iPatience);
+    }
+
+    void inkRunsOut()
+    {
+        const QString strSelector = u"queue=\"a\\\"b\\\\c\",color=\"black\""_s;
+        QTRY_VERIFY_WITH_TIMEOUT(IsFiring(u"VoraPrinterInkLow"_s, strSelector), c_iPatience);
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"vora_printer_ink_ratio{%1}"_s.arg(strSelector)), 0.0, c_iPatience);
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"fleet:vora_printer_ink_ratio:min"_s), 0.0, c_iPatience);
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"vora_printer_ink_ratio{%1}"_s.arg(strSelector)), 1.0, c_iPatience);
+        QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(u"VoraPrinterInkLow"_s, strSelector), c_iPatience);
+    }
+
+    void hostVanishes()
+    {
+        const QString strHost = u"instance=\"%1\""_s.arg(m_line.Instance());
+        const QString strAbsent = u"absent(vora_printers{%1})"_s.arg(strHost);
+        QVERIFY(m_server.Query(strAbsent).isEmpty());
+        m_line.Kill();
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(strAbsent), 1.0, c_iPatience);
+        QTRY_VERIFY_WITH_TIMEOUT(IsFiring(u"VoraExporterSilent"_s, strHost), c_iPatience);
+        QCOMPARE(m_server.Value(u"count(ALERTS{alertname=\"VoraExporterSilent\"})"_s), 1.0);
+        QCOMPARE(m_server.Value(u"sum(vora_printers)"_s), 3.0);
+        m_line.Start();
+        QTRY_VERIFY_WITH_TIMEOUT(m_server.Query(strAbsent).isEmpty(), c_iPatience);
+        QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(u"VoraExporterSilent"_s, strHost), c_iPatience);
+        QCOMPARE(m_server.Value(u"sum(vora_printers)"_s), 5.0);
+    }
+
     // Last, as they need a whole round of their scenario, which goes on meanwhile.
-    void everyStateArrivesInOrder();
-    void everyStateArrivesWithinTwoScrapes();
-    void nothingIsRefused();
+    void everyStateArrivesInOrder()
+    {
+        QTRY_COMPARE_WITH_TIMEOUT(
+            m_server.Value(u"count(max_over_time(vora_printer_state{queue=\"tour\"}[10m]) == 1)"_s), 12.0, c_iPatience);
+        std::map<double, QString> stateAt;
+        std::map<double, int> statesAt;
+        for (const auto& series : m_server.Query(u"vora_printer_state{queue=\"tour\"}[10m]"_s)) {
+            for (const auto& [dTime, dValue] : Samples(series)) {
+                if (dValue == 1) {
+                    stateAt[dTime] = Label(series, "state");
+                }
+                statesAt[dTime] += dValue == 1 ? 1 : 0;
+            }
+        }
+        QString strBefore;
+        int iChanges = 0;
+        for (const auto& [dTime, strState] : stateAt) {
+            if (!strBefore.isEmpty() && strState != strBefore) {
+                const auto iExpected = (c_listState.indexOf(strBefore) + 1) % c_listState.size();
+                QCOMPARE(strState, c_listState.at(iExpected));
+                ++iChanges;
+            }
+            strBefore = strState;
+            QCOMPARE(statesAt.at(dTime), 1);
+        }
+        QVERIFY(iChanges >= 11);
+        QCOMPARE(statesAt.size(), stateAt.size());
+    }
+
+    void everyStateArrivesWithinTwoScrapes()
+    {
+        const QString strTimes = u"vora_printer_reply_timestamp_seconds{queue=\"tour\"}[10m]"_s;
+        const auto changes = [&] {
+            std::map<double, double> firstSeen; // when a reply was written, when it was seen
+            for (const auto& series : m_server.Query(strTimes)) {
+                for (const auto& [dTime, dWritten] : Samples(series)) {
+                    firstSeen.emplace(dWritten, dTime);
+                }
+            }
+            return firstSeen;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(changes().size() >= 8, c_iPatience);
+        const std::map<double, double> scrapes =
+            Samples(m_server.Query(u"up{instance=\"%1\"}[10m]"_s.arg(m_tour.Instance())).at(0));
+        QVERIFY(scrapes.size() >= 8);
+        for (const auto& [dWritten, dSeen] : changes()) {
+            if (dWritten < scrapes.begin()->first || dSeen > scrapes.rbegin()->first) {
+                continue; // before the server started, after it was asked
+            }
+            const auto iScrapes = std::distance(scrapes.upper_bound(dWritten), scrapes.upper_bound(dSeen));
+            QVERIFY2(iScrapes >= 1 && iScrapes <= 2, qPrintable(QString::number(iScrapes)));
+        }
+    }
+
+    void nothingIsRefused()
+    {
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"count(node_textfile_scrape_error == 0)"_s), 3.0, c_iPatience);
+        QCOMPARE(m_server.Value(u"max(max_over_time(node_textfile_scrape_error[10m]))"_s), 0.0);
+    }
 
 private:
-    bool IsFiring(const QString& strAlert, const QString& strSelector);
+    bool IsFiring(const QString& strAlert, const QString& strSelector)
+    {
+        return !m_server.Query(u"ALERTS{alertname=\"%1\",alertstate=\"firing\",%2}"_s.arg(strAlert, strSelector))
+                    .isEmpty();
+    }
 
     PrintHost m_tour{Scenario("tour.json"), u"/tmp/tour"_s, 9101};
     PrintHost m_ink{Scenario("ink.json"), u"/tmp/ink"_s, 9102};
     PrintHost m_line{Scenario("line.json"), u"/tmp/line"_s, 9103};
     PrometheusServer m_server{u"/tmp/prometheus"_s};
 };
-
-bool tst_Fleet::IsFiring(const QString& strAlert, const QString& strSelector)
-{
-    return !m_server.Query(u"ALERTS{alertname=\"%1\",alertstate=\"firing\",%2}"_s.arg(strAlert, strSelector)).isEmpty();
-}
-
-void tst_Fleet::initTestCase()
-{
-    for (PrintHost* pHost : {&m_tour, &m_ink, &m_line}) {
-        pHost->Start();
-    }
-    m_server.Start({m_tour.Instance(), m_ink.Instance(), m_line.Instance()});
-    QVERIFY(!QTest::currentTestFailed());
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"sum(vora_printers)"_s), 5.0, c_iPatience);
-}
-
-void tst_Fleet::everyStateArrivesInOrder()
-{
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"count(max_over_time(vora_printer_state{queue=\"tour\"}[10m]) == 1)"_s),
-                              12.0, c_iPatience);
-    std::map<double, QString> stateAt;
-    std::map<double, int> statesAt;
-    for (const auto& series : m_server.Query(u"vora_printer_state{queue=\"tour\"}[10m]"_s)) {
-        for (const auto& [dTime, dValue] : Samples(series)) {
-            if (dValue == 1) {
-                stateAt[dTime] = Label(series, "state");
-            }
-            statesAt[dTime] += dValue == 1 ? 1 : 0;
-        }
-    }
-    QString strBefore;
-    int iChanges = 0;
-    for (const auto& [dTime, strState] : stateAt) {
-        if (!strBefore.isEmpty() && strState != strBefore) {
-            const auto iExpected = (c_listState.indexOf(strBefore) + 1) % c_listState.size();
-            QCOMPARE(strState, c_listState.at(iExpected));
-            ++iChanges;
-        }
-        strBefore = strState;
-        QCOMPARE(statesAt.at(dTime), 1);
-    }
-    QVERIFY(iChanges >= 11);
-    QCOMPARE(statesAt.size(), stateAt.size());
-}
-
-void tst_Fleet::everyStateArrivesWithinTwoScrapes()
-{
-    const QString strTimes = u"vora_printer_reply_timestamp_seconds{queue=\"tour\"}[10m]"_s;
-    const auto changes = [&] {
-        std::map<double, double> firstSeen; // when a reply was written, when it was seen
-        for (const auto& series : m_server.Query(strTimes)) {
-            for (const auto& [dTime, dWritten] : Samples(series)) {
-                firstSeen.emplace(dWritten, dTime);
-            }
-        }
-        return firstSeen;
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(changes().size() >= 8, c_iPatience);
-    const std::map<double, double> scrapes =
-        Samples(m_server.Query(u"up{instance=\"%1\"}[10m]"_s.arg(m_tour.Instance())).at(0));
-    QVERIFY(scrapes.size() >= 8);
-    for (const auto& [dWritten, dSeen] : changes()) {
-        if (dWritten < scrapes.begin()->first || dSeen > scrapes.rbegin()->first) {
-            continue; // before the server started, after it was asked
-        }
-        const auto iScrapes = std::distance(scrapes.upper_bound(dWritten), scrapes.upper_bound(dSeen));
-        QVERIFY2(iScrapes >= 1 && iScrapes <= 2, qPrintable(QString::number(iScrapes)));
-    }
-}
-
-void tst_Fleet::printerOffline()
-{
-    const QString strQueue = u"queue=\"Office\""_s;
-    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(u"VoraPrinterOffline"_s, strQueue), c_iPatience);
-    QVERIFY(!IsFiring(u"VoraPrinterOffline"_s, u"queue=\"Store\""_s));
-    // Nothing but this is told of it.
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"vora_printer_up{queue=\"Office\"}"_s), 0.0, c_iPatience);
-    QTRY_VERIFY_WITH_TIMEOUT(
-        m_server.Query(u"vora_printer_state{queue=\"Office\"} and on () vora_printer_up{queue=\"Office\"} == 0"_s)
-            .isEmpty(),
-        c_iPatience);
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"vora_printer_up{queue=\"Office\"}"_s), 1.0, c_iPatience);
-    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(u"VoraPrinterOffline"_s, strQueue), c_iPatience);
-}
-
-void tst_Fleet::error()
-{
-    const QString strSelector = u"queue=\"前台-打印机\",name=\"paper-jam\",code=\"0x6110\""_s;
-    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(u"VoraPrinterError"_s, strSelector), c_iPatience);
-    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(u"VoraPrinterError"_s, strSelector), c_iPatience);
-}
-
-void tst_Fleet::inkRunsOut()
-{
-    const QString strSelector = u"queue=\"a\\\"b\\\\c\",color=\"black\""_s;
-    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(u"VoraPrinterInkLow"_s, strSelector), c_iPatience);
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"vora_printer_ink_ratio{%1}"_s.arg(strSelector)), 0.0, c_iPatience);
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"fleet:vora_printer_ink_ratio:min"_s), 0.0, c_iPatience);
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"vora_printer_ink_ratio{%1}"_s.arg(strSelector)), 1.0, c_iPatience);
-    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(u"VoraPrinterInkLow"_s, strSelector), c_iPatience);
-}
-
-void tst_Fleet::hostVanishes()
-{
-    const QString strHost = u"instance=\"%1\""_s.arg(m_line.Instance());
-    const QString strAbsent = u"absent(vora_printers{%1})"_s.arg(strHost);
-    QVERIFY(m_server.Query(strAbsent).isEmpty());
-    m_line.Kill();
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(strAbsent), 1.0, c_iPatience);
-    QTRY_VERIFY_WITH_TIMEOUT(IsFiring(u"VoraExporterSilent"_s, strHost), c_iPatience);
-    QCOMPARE(m_server.Value(u"count(ALERTS{alertname=\"VoraExporterSilent\"})"_s), 1.0);
-    QCOMPARE(m_server.Value(u"sum(vora_printers)"_s), 3.0);
-    m_line.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(m_server.Query(strAbsent).isEmpty(), c_iPatience);
-    QTRY_VERIFY_WITH_TIMEOUT(!IsFiring(u"VoraExporterSilent"_s, strHost), c_iPatience);
-    QCOMPARE(m_server.Value(u"sum(vora_printers)"_s), 5.0);
-}
-
-void tst_Fleet::queuesByName()
-{
-    for (const char* pSelector : {R"(queue="a\"b\\c")", R"(queue="前台-打印机")"}) {
-        const QJsonArray listSeries = m_server.Query(u"vora_printer_info{%1}"_s.arg(QString::fromUtf8(pSelector)));
-        QCOMPARE(listSeries.size(), 1);
-        QCOMPARE(Label(listSeries.at(0), "connection"), u"network"_s);
-    }
-    QCOMPARE(Label(m_server.Query(u"vora_printer_info{model=\"RB9Q\",queue=~\"a.b.c\"}"_s).at(0), "queue"),
-             u"a\"b\\c"_s);
-}
-
-void tst_Fleet::nothingIsRefused()
-{
-    QTRY_COMPARE_WITH_TIMEOUT(m_server.Value(u"count(node_textfile_scrape_error == 0)"_s), 3.0, c_iPatience);
-    QCOMPARE(m_server.Value(u"max(max_over_time(node_textfile_scrape_error[10m]))"_s), 0.0);
-}
 
 QTEST_GUILESS_MAIN(tst_Fleet)
 

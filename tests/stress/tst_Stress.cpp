@@ -132,68 +132,65 @@ class tst_Stress : public QObject
     Q_OBJECT
 
 private slots:
-    void startAndQuit_data();
-    void startAndQuit();
+    void startAndQuit_data()
+    {
+        QTest::addColumn<int>("iChanges"); // of the list, one each time that it is polled, before the user quits
+        for (int i = 1; i <= c_iStarts; ++i) {
+            QTest::newRow(QByteArray::number(i).constData()) << i % 3;
+        }
+    }
+
+    void startAndQuit()
+    {
+        QFETCH(int, iChanges);
+        QDir(c_strCfgFolder).removeRecursively();
+        const DriverFolder folder(c_strCfgFolder);
+        WriteForm(folder, 0);
+        const StatusWriter writer;
+
+        auto pWindow = std::make_unique<VoraPrinterToolWidget>();
+        const auto* pTable = pWindow->findChild<QTableWidget*>();
+        QVERIFY(pTable != nullptr);
+        pWindow->show();
+
+        QTimer repaint;
+        connect(&repaint, &QTimer::timeout, pWindow.get(), [&] { pWindow->grab(); });
+        repaint.start(c_repaint);
+
+        int iForm = 0;
+        QTimer user;
+        connect(&user, &QTimer::timeout, pWindow.get(), [&] {
+            if (ColumnTexts(*pTable, 0) != NamesOfForm(iForm)) {
+                return; // not polled yet
+            }
+            if (iForm < iChanges) {
+                WriteForm(folder, ++iForm);
+            } else if (ColumnTexts(*pTable, 3).contains(u"正在打印"_s)) {
+                pWindow->m_pActionExit->trigger();
+            }
+        });
+        user.start(10);
+        QTimer::singleShot(60000, pWindow.get(), [] { QCoreApplication::exit(c_iNotEnded); });
+
+        QCOMPARE(QCoreApplication::exec(), 0);
+        QCOMPARE(iForm, iChanges);
+        QVERIFY(writer.m_iWritten > 0);
+
+        // A list that shrank and grew again has two workers for the indexes that were gone.
+        QCOMPARE(pWindow->m_listTrdGetPrinterStatus.size(), iChanges == 2 ? c_iPrinters * 3 / 2 : c_iPrinters);
+        QList<QPointer<QThread>> listThread = {pWindow->m_pManageThread};
+        for (QThread* pThread : std::as_const(pWindow->m_listStatusThread)) {
+            listThread.append(pThread);
+        }
+        ShowOrderOfEnds(*pWindow);
+        QList<QPointer<QObject>> listWorker;
+        for (TrdGetPrinterStatus* pWorker : std::as_const(pWindow->m_listTrdGetPrinterStatus)) {
+            listWorker.append(pWorker);
+        }
+        pWindow.reset();
+        FreeLateWorkers(listThread, listWorker);
+    }
 };
-
-void tst_Stress::startAndQuit_data()
-{
-    QTest::addColumn<int>("iChanges"); // of the list, one each time that it is polled, before the user quits
-    for (int i = 1; i <= c_iStarts; ++i) {
-        QTest::newRow(QByteArray::number(i).constData()) << i % 3;
-    }
-}
-
-void tst_Stress::startAndQuit()
-{
-    QFETCH(int, iChanges);
-    QDir(c_strCfgFolder).removeRecursively();
-    const DriverFolder folder(c_strCfgFolder);
-    WriteForm(folder, 0);
-    const StatusWriter writer;
-
-    auto pWindow = std::make_unique<VoraPrinterToolWidget>();
-    const auto* pTable = pWindow->findChild<QTableWidget*>();
-    QVERIFY(pTable != nullptr);
-    pWindow->show();
-
-    QTimer repaint;
-    connect(&repaint, &QTimer::timeout, pWindow.get(), [&] { pWindow->grab(); });
-    repaint.start(c_repaint);
-
-    int iForm = 0;
-    QTimer user;
-    connect(&user, &QTimer::timeout, pWindow.get(), [&] {
-        if (ColumnTexts(*pTable, 0) != NamesOfForm(iForm)) {
-            return; // not polled yet
-        }
-        if (iForm < iChanges) {
-            WriteForm(folder, ++iForm);
-        } else if (ColumnTexts(*pTable, 3).contains(u"正在打印"_s)) {
-            pWindow->m_pActionExit->trigger();
-        }
-    });
-    user.start(10);
-    QTimer::singleShot(60000, pWindow.get(), [] { QCoreApplication::exit(c_iNotEnded); });
-
-    QCOMPARE(QCoreApplication::exec(), 0);
-    QCOMPARE(iForm, iChanges);
-    QVERIFY(writer.m_iWritten > 0);
-
-    // A list that shrank and grew again has two workers for the indexes that were gone.
-    QCOMPARE(pWindow->m_listTrdGetPrinterStatus.size(), iChanges == 2 ? c_iPrinters * 3 / 2 : c_iPrinters);
-    QList<QPointer<QThread>> listThread = {pWindow->m_pManageThread};
-    for (QThread* pThread : std::as_const(pWindow->m_listStatusThread)) {
-        listThread.append(pThread);
-    }
-    ShowOrderOfEnds(*pWindow);
-    QList<QPointer<QObject>> listWorker;
-    for (TrdGetPrinterStatus* pWorker : std::as_const(pWindow->m_listTrdGetPrinterStatus)) {
-        listWorker.append(pWorker);
-    }
-    pWindow.reset();
-    FreeLateWorkers(listThread, listWorker);
-}
 
 QTEST_MAIN(tst_Stress)
 

@@ -13,47 +13,43 @@ class tst_FullFileSystem : public QObject
     Q_OBJECT
 
 private slots:
-    void logLosesLinesQuietly();
+    void logLosesLinesQuietly()
+    {
+        const auto log = [](const char* pText) { WriteStringLog(__FILE__, __LINE__, "log", u"%s"_s, pText); };
+        SetLogEnable(true);
+        log("first");
+        const qint64 iFilled = Fill();
+        QVERIFY(iFilled > 0 && iFilled < 64 * 1024);
+        const int iBefore = DescriptorCount();
+        const QByteArray lost(1000, 'l');
+        for (int i = 0; i < 100; ++i) { // the first ones may fit into the last page
+            log(lost.constData());
+        }
+        QCOMPARE(DescriptorCount(), iBefore);
+        QVERIFY(LogText().size() < 8192);
+        QVERIFY(LogText().contains(" log) first\n"));
+
+        QVERIFY(QFile::remove(FillerPath()));
+        log("room again"); // each line tries again
+        SetLogEnable(false);
+        QVERIFY2(LogText().endsWith(" log) room again\n"), LogText().constData());
+    }
 
 private:
     static QString FillerPath() { return ToolPath() + u"filler"_s; }
-    static qint64 Fill();
+    /// Takes all the room that is left; returns how much that was.
+    static qint64 Fill()
+    {
+        QFile file(FillerPath());
+        file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+        const QByteArray bytes(512, 'x');
+        qint64 iSize = 0;
+        while (file.write(bytes) == bytes.size()) {
+            iSize += bytes.size();
+        }
+        return iSize;
+    }
 };
-
-/// Takes all the room that is left; returns how much that was.
-qint64 tst_FullFileSystem::Fill()
-{
-    QFile file(FillerPath());
-    file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
-    const QByteArray bytes(512, 'x');
-    qint64 iSize = 0;
-    while (file.write(bytes) == bytes.size()) {
-        iSize += bytes.size();
-    }
-    return iSize;
-}
-
-void tst_FullFileSystem::logLosesLinesQuietly()
-{
-    const auto log = [](const char* pText) { WriteStringLog(__FILE__, __LINE__, "log", u"%s"_s, pText); };
-    SetLogEnable(true);
-    log("first");
-    const qint64 iFilled = Fill();
-    QVERIFY(iFilled > 0 && iFilled < 64 * 1024);
-    const int iBefore = DescriptorCount();
-    const QByteArray lost(1000, 'l');
-    for (int i = 0; i < 100; ++i) { // the first ones may fit into the last page
-        log(lost.constData());
-    }
-    QCOMPARE(DescriptorCount(), iBefore);
-    QVERIFY(LogText().size() < 8192);
-    QVERIFY(LogText().contains(" log) first\n"));
-
-    QVERIFY(QFile::remove(FillerPath()));
-    log("room again"); // each line tries again
-    SetLogEnable(false);
-    QVERIFY2(LogText().endsWith(" log) room again\n"), LogText().constData());
-}
 
 QTEST_APPLESS_MAIN(tst_FullFileSystem)
 

@@ -45,40 +45,37 @@ class tst_Intervals : public QObject
 
 private slots:
     void init() { s_listPauses.clear(); }
-    void statusIsReadEverySecond();
-    void listIsReadEveryThreeSeconds();
+    void statusIsReadEverySecond()
+    {
+        const QString strName = u"Queue"_s;
+        StatusFolder().WriteStatus(strName, "no reply");
+        QList<stPrinterManager> listPrinter{NamedPrinter(strName, enStatusOffline)}; // whose file is read each time
+        TrdGetPrinterStatus worker;
+        worker.Init(0, &listPrinter);
+        const OpenHook look(StatusFolder().StatusPath(strName), [&worker] {
+            NoteLook(worker);
+            return true;
+        });
+        worker.SlotTaskStart();
+        const Pauses second{500000, 500000};
+        QCOMPARE(s_listPauses, (std::vector<Pauses>{second, second, second, {}}));
+    }
+
+    void listIsReadEveryThreeSeconds()
+    {
+        StatusFolder().WritePrinterList({NamedPrinter(u"Queue"_s, 0).printerInfo});
+        QList<stPrinterManager> listPrinter;
+        TrdDeviceManage worker;
+        worker.Init(&listPrinter);
+        connect(&worker, &TrdDeviceManage::SgnUpdatePrinterList, &worker, [&] {
+            NoteLook(worker);
+            listPrinter.clear(); // so that the next look tells again
+        });
+        worker.SlotTaskStart();
+        const Pauses threeSeconds(6, 500000);
+        QCOMPARE(s_listPauses, (std::vector<Pauses>{threeSeconds, threeSeconds, threeSeconds, {}}));
+    }
 };
-
-void tst_Intervals::statusIsReadEverySecond()
-{
-    const QString strName = u"Queue"_s;
-    StatusFolder().WriteStatus(strName, "no reply");
-    QList<stPrinterManager> listPrinter{NamedPrinter(strName, enStatusOffline)}; // whose file is read each time
-    TrdGetPrinterStatus worker;
-    worker.Init(0, &listPrinter);
-    const OpenHook look(StatusFolder().StatusPath(strName), [&worker] {
-        NoteLook(worker);
-        return true;
-    });
-    worker.SlotTaskStart();
-    const Pauses second{500000, 500000};
-    QCOMPARE(s_listPauses, (std::vector<Pauses>{second, second, second, {}}));
-}
-
-void tst_Intervals::listIsReadEveryThreeSeconds()
-{
-    StatusFolder().WritePrinterList({NamedPrinter(u"Queue"_s, 0).printerInfo});
-    QList<stPrinterManager> listPrinter;
-    TrdDeviceManage worker;
-    worker.Init(&listPrinter);
-    connect(&worker, &TrdDeviceManage::SgnUpdatePrinterList, &worker, [&] {
-        NoteLook(worker);
-        listPrinter.clear(); // so that the next look tells again
-    });
-    worker.SlotTaskStart();
-    const Pauses threeSeconds(6, 500000);
-    QCOMPARE(s_listPauses, (std::vector<Pauses>{threeSeconds, threeSeconds, threeSeconds, {}}));
-}
 
 QTEST_GUILESS_MAIN(tst_Intervals)
 

@@ -9,22 +9,6 @@
 
 #include <iterator>
 
-class tst_PrinterCommon : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void pathsOfTheDriverPackage();
-    void resetInfo();
-    void resetState();
-    void newStateIsAResetState();
-    void countersAreUnsigned64Bit();
-    void catalogueIsComplete();
-    void catalogue_data();
-    void catalogue();
-    void catalogueNamesFollowFromTheCode();
-};
-
 namespace {
 
 /// A state with no field at its reset value.
@@ -67,87 +51,93 @@ void CompareWithReset(const stPrinterState& state)
 
 } // namespace
 
-void tst_PrinterCommon::pathsOfTheDriverPackage()
+class tst_PrinterCommon : public QObject
 {
-    QCOMPARE(c_strToolPath, u"/opt/vora/vora-printer-k507/tool/"_s);
-    QCOMPARE(c_strCfgPath, u"/opt/vora/vora-printer-k507/cfg/"_s);
-    QCOMPARE(c_strBinPath, u"/opt/vora/vora-printer-k507/bin/"_s);
-    QCOMPARE(c_strPrinterListName, u"printerlist.ini"_s);
-    QCOMPARE(c_strStatusFileSuffix, u".dat"_s);
-}
+    Q_OBJECT
 
-void tst_PrinterCommon::resetInfo()
-{
-    stPrinterInfo info{u"Office"_s, u"RA7QX"_s, 1, u"10.0.0.7"_s, u"socket://10.0.0.7"_s};
-    TrdDeviceManage().InitStPrinterInfo(info);
-    QCOMPARE(info.strPrinterName, QString());
-    QCOMPARE(info.enType, u"-1"_s);
-    QCOMPARE(info.iConnectType, 0);
-    QCOMPARE(info.strPort, QString());
-    QCOMPARE(info.strURI, QString());
-}
-
-void tst_PrinterCommon::resetState()
-{
-    stPrinterState state = FilledState();
-    TrdDeviceManage().InitStPrinterState(state);
-    CompareWithReset(state);
-}
-
-void tst_PrinterCommon::newStateIsAResetState()
-{
-    CompareWithReset(stPrinterState());
-    CompareWithReset(stPrinterManager().printerState);
-}
-
-void tst_PrinterCommon::countersAreUnsigned64Bit()
-{
-    stPrinterState state;
-    state.dwPrinterNumOfPrint = 0xFFFFFFFFFFFFFFFFul;
-    QCOMPARE(QString::asprintf("%lu", state.dwPrinterNumOfPrint), u"18446744073709551615"_s);
-}
-
-void tst_PrinterCommon::catalogueIsComplete()
-{
-    QVERIFY(!GoldenModels().isEmpty());
-    QCOMPARE(std::size(c_stModelInfoList), static_cast<std::size_t>(GoldenModels().size()));
-}
-
-void tst_PrinterCommon::catalogue_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::addColumn<QString>("model");
-    QTest::addColumn<QString>("displayName");
-    QTest::addColumn<QString>("ppdName");
-    QTest::addColumn<int>("vendorId");
-    QTest::addColumn<int>("productId");
-    int iRow = 0;
-    for (const stGoldenModel& model : GoldenModels()) {
-        QTest::newRow(qPrintable(model.strModel)) << iRow++ << model.strModel << model.strDisplayName
-                                                  << model.strPpdName << model.iVendorId << model.iProductId;
+private slots:
+    void pathsOfTheDriverPackage()
+    {
+        QCOMPARE(c_strToolPath, u"/opt/vora/vora-printer-k507/tool/"_s);
+        QCOMPARE(c_strCfgPath, u"/opt/vora/vora-printer-k507/cfg/"_s);
+        QCOMPARE(c_strBinPath, u"/opt/vora/vora-printer-k507/bin/"_s);
+        QCOMPARE(c_strPrinterListName, u"printerlist.ini"_s);
+        QCOMPARE(c_strStatusFileSuffix, u".dat"_s);
     }
-}
 
-void tst_PrinterCommon::catalogue()
-{
-    QFETCH(const int, row);
-    QVERIFY(row < static_cast<int>(std::size(c_stModelInfoList)));
-    const stModelInfo& info = c_stModelInfoList[row];
-    QTEST(info.strModel, "model");
-    QTEST(info.strDisplayName, "displayName");
-    QTEST(info.strPPDName, "ppdName");
-    QTEST(info.iVendorId, "vendorId");
-    QCOMPARE(info.iVendorId, 19068);
-    QTEST(info.iProductId, "productId");
-}
-
-void tst_PrinterCommon::catalogueNamesFollowFromTheCode()
-{
-    for (const stModelInfo& info : c_stModelInfoList) {
-        QCOMPARE(info.strDisplayName, u"Vora "_s + info.strModel);
-        QCOMPARE(info.strPPDName, u"Vora_"_s + info.strModel + u".ppd"_s);
+    void resetInfo()
+    {
+        stPrinterInfo info{u"Office"_s, u"RA7QX"_s, 1, u"10.0.0.7"_s, u"socket://10.0.0.7"_s};
+        TrdDeviceManage().InitStPrinterInfo(info);
+        QCOMPARE(info.strPrinterName, QString());
+        QCOMPARE(info.enType, u"-1"_s);
+        QCOMPARE(info.iConnectType, 0);
+        QCOMPARE(info.strPort, QString());
+        QCOMPARE(info.strURI, QString());
     }
-}
+
+    void resetState()
+    {
+        stPrinterState state = FilledState();
+        TrdDeviceManage().InitStPrinterState(state);
+        CompareWithReset(state);
+    }
+
+    void newStateIsAResetState()
+    {
+        CompareWithReset(stPrinterState());
+        CompareWithReset(stPrinterManager().printerState);
+    }
+
+    void countersAreUnsigned64Bit()
+    {
+        stPrinterState state;
+        state.dwPrinterNumOfPrint = 0xFFFFFFFFFFFFFFFFul;
+        QCOMPARE(QString::asprintf("%lu", state.dwPrinterNumOfPrint), u"18446744073709551615"_s);
+    }
+
+    void catalogueIsComplete()
+    {
+        QVERIFY(!GoldenModels().isEmpty());
+        QCOMPARE(std::size(c_stModelInfoList), static_cast<std::size_t>(GoldenModels().size()));
+    }
+
+    void catalogue_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<QString>("displayName");
+        QTest::addColumn<QString>("ppdName");
+        QTest::addColumn<int>("vendorId");
+        QTest::addColumn<int>("productId");
+        int iRow = 0;
+        for (const stGoldenModel& model : GoldenModels()) {
+            QTest::newRow(qPrintable(model.strModel)) << iRow++ << model.strModel << model.strDisplayName
+                                                      << model.strPpdName << model.iVendorId << model.iProductId;
+        }
+    }
+
+    void catalogue()
+    {
+        QFETCH(const int, row);
+        QVERIFY(row < static_cast<int>(std::size(c_stModelInfoList)));
+        const stModelInfo& info = c_stModelInfoList[row];
+        QTEST(info.strModel, "model");
+        QTEST(info.strDisplayName, "displayName");
+        QTEST(info.strPPDName, "ppdName");
+        QTEST(info.iVendorId, "vendorId");
+        QCOMPARE(info.iVendorId, 19068);
+        QTEST(info.iProductId, "productId");
+    }
+
+    void catalogueNamesFollowFromTheCode()
+    {
+        for (const stModelInfo& info : c_stModelInfoList) {
+            QCOMPARE(info.strDisplayName, u"Vora "_s + info.strModel);
+            QCOMPARE(info.strPPDName, u"Vora_"_s + info.strModel + u".ppd"_s);
+        }
+    }
+};
 
 QTEST_MAIN(tst_PrinterCommon)
 

@@ -46,179 +46,160 @@ class tst_StatusQuery : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { m_worker.m_printerManager = stPrinterManager(); }
 
-    void sendsTheRequestAndDecodesTheReply();
-    void reply_data();
-    void reply();
-    void bufferIsClearedBeforeEachQuery();
-    void waitsOneSecondForAReply();
-    void descriptorZeroIsAsGoodAsAny();
-    void refusesWhatIsNoAddress_data();
-    void refusesWhatIsNoAddress();
-    void reportsEachFailure();
-    void socketIsClosed();
+    void sendsTheRequestAndDecodesTheReply()
+    {
+        UdpResponder responder({HandMadeReply()});
+        QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), 0);
+        QCOMPARE(responder.Requests(), QList<QByteArray>{QByteArray::fromHex("A5000C50E0740803 00000000000000")});
+        QCOMPARE(m_state.strFWVersion, u"2.1.7"_s);
+        QCOMPARE(m_state.enCurrentStatus, 8);
+    }
 
-    void usbIdentifiers_data();
-    void usbIdentifiers();
+    void reply_data()
+    {
+        QTest::addColumn<QByteArray>("reply");
+        QTest::addColumn<int>("iResult");
+        QTest::newRow("nothing in it") << QByteArray() << -5;
+        QTest::newRow("7 bytes") << HandMadeReply().left(7) << -5;
+        QTest::newRow("8 bytes") << HandMadeReply().left(8) << -1;
+        QTest::newRow("truncated") << HandMadeReply().chopped(1) << -1;
+        QTest::newRow("2048 bytes") << ReplyOfSize(2048) << 0;
+        QTest::newRow("longer than what is received") << ReplyOfSize(2049) << -1;
+        QTest::newRow("followed by more") << ReplyOfSize(2048) + QByteArray(1000, 'x') << 0;
+    }
+
+    void reply()
+    {
+        QFETCH(QByteArray, reply);
+        QFETCH(int, iResult);
+        UdpResponder responder({reply});
+        QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), iResult);
+        QCOMPARE(responder.Requests().size(), 1);
+        QCOMPARE(m_state.dwBlackInkRemainer, iResult == 0 ? 42UL : 0UL);
+        QCOMPARE(m_state.enCurrentStatus, iResult == 0 ? 3 : 2);
+    }
+
+    void bufferIsClearedBeforeEachQuery()
+    {
+        m_worker.m_buffer.fill(0xEE);
+        const UdpResponder responder({"tiny"});
+        QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -5);
+        const QByteArray buffer(reinterpret_cast<char*>(m_worker.m_buffer.data()), 2048);
+        QCOMPARE(buffer, "tiny" + QByteArray(2044, '\0'));
+    }
+
+    void waitsOneSecondForAReply()
+    {
+        UdpResponder silent({});
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -5);
+        const timeval second{1, 0};
+        QCOMPARE(s_lastSocketOption, SocketOption(SOL_SOCKET, SO_RCVTIMEO, &second, sizeof(second)));
+        QVERIFY2(timer.elapsed() >= 950 && timer.elapsed() < 1900, QByteArray::number(timer.elapsed()).constData());
+        QCOMPARE(silent.Requests().size(), 1); // one attempt
+    }
+
+    /// A program may be started without standard input.
+    void descriptorZeroIsAsGoodAsAny()
+    {
+        UdpResponder responder({HandMadeReply()});
+        const int iInput = ::dup(STDIN_FILENO);
+        ::close(STDIN_FILENO);
+        const int iResult = m_worker.GetPrinterStatusUDP(c_strLocal);
+        ::dup2(iInput, STDIN_FILENO);
+        ::close(iInput);
+        QCOMPARE(iResult, 0);
+    }
+
+    void refusesWhatIsNoAddress_data()
+    {
+        QTest::addColumn<QString>("strAddress");
+        const QStringList listAddress = {QString(),       u"nonsense"_s, u"localhost"_s, u"999.1.1.1"_s,
+                                         u"127.0.0.1 "_s, u"127.1"_s,    u"::1"_s,       u"１２７.0.0.1"_s};
+        for (const QString& strAddress : listAddress) {
+            QTest::newRow(qPrintable(strAddress)) << strAddress;
+        }
+    }
+
+    void refusesWhatIsNoAddress()
+    {
+        QFETCH(QString, strAddress);
+        UdpResponder responder({HandMadeReply()});
+        QCOMPARE(m_worker.GetPrinterStatusUDP(strAddress), -1);
+        QVERIFY(responder.Requests().isEmpty());
+    }
+
+    void reportsEachFailure()
+    {
+        rlimit limit{};
+        QCOMPARE(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+        const rlimit noDescriptor{0, limit.rlim_max};
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &noDescriptor), 0);
+        const int iNoSocket = m_worker.GetPrinterStatusUDP(c_strLocal);
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+        QCOMPARE(iNoSocket, -2);
+
+        QCOMPARE(m_worker.GetPrinterStatusUDP(u"203.0.113.1"_s), -3); // no way leads there
+
+        s_bRefuseSocketOption = true;
+        const int iNoTimeOut = m_worker.GetPrinterStatusUDP(c_strLocal);
+        s_bRefuseSocketOption = false;
+        QCOMPARE(iNoTimeOut, -4);
+        QCOMPARE(m_state.enCurrentStatus, 2);
+    }
+
+    void socketIsClosed()
+    {
+        const UdpResponder responder({HandMadeReply(), "tiny", HandMadeReply().left(8)});
+        const int iBefore = DescriptorCount();
+        QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), 0);
+        QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -5);
+        QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -1);
+        QCOMPARE(m_worker.GetPrinterStatusUDP(u"203.0.113.1"_s), -3);
+        s_bRefuseSocketOption = true;
+        const int iNoTimeOut = m_worker.GetPrinterStatusUDP(c_strLocal);
+        s_bRefuseSocketOption = false;
+        QCOMPARE(iNoTimeOut, -4);
+        QCOMPARE(DescriptorCount(), iBefore);
+    }
+
+    void usbIdentifiers_data()
+    {
+        QTest::addColumn<QString>("strModel");
+        QTest::addColumn<int>("iPid"); // -1: none
+        QTest::newRow("PF41S") << u"PF41S?"_s << 21345;
+        QTest::newRow("PF41SQ") << u"PF41SQ?"_s << 21346;
+        QTest::newRow("PG41S") << u"PG41S?"_s << 21347;
+        QTest::newRow("PG41ES") << u"PG41ES?"_s << 21348;
+        QTest::newRow("PG41ESQ") << u"PG41ESQ?"_s << 21349;
+        QTest::newRow("in the middle") << u"Vora PG41ES? series"_s << 21348;
+        QTest::newRow("first row wins") << u"PG41S? PF41S?"_s << 21345;
+        for (const char* pModel : {"PF41S", "PF41SQ", "PG41S", "PG41ES", "PG41ESQ"}) {
+            QTest::addRow("%s without question mark", pModel) << QString::fromLatin1(pModel) << -1;
+        }
+        QTest::newRow("question mark is no wildcard") << u"PG41ESX"_s << -1;
+        QTest::newRow("lower case") << u"pf41s?"_s << -1;
+        QTest::newRow("empty") << QString() << -1;
+    }
+
+    void usbIdentifiers()
+    {
+        QFETCH(QString, strModel);
+        QFETCH(int, iPid);
+        int iVidFound = -7;
+        int iPidFound = -1;
+        QCOMPARE(m_worker.GetPrinterVidPid(strModel, iVidFound, iPidFound), iPid != -1);
+        QCOMPARE(iVidFound, 19068);
+        QCOMPARE(iPidFound, iPid);
+    }
 
 private:
     TrdGetPrinterStatus m_worker;
     stPrinterState& m_state = m_worker.m_printerManager.printerState;
 };
-
-void tst_StatusQuery::init()
-{
-    m_worker.m_printerManager = stPrinterManager();
-}
-
-void tst_StatusQuery::sendsTheRequestAndDecodesTheReply()
-{
-    UdpResponder responder({HandMadeReply()});
-    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), 0);
-    QCOMPARE(responder.Requests(), QList<QByteArray>{QByteArray::fromHex("A5000C50E0740803 00000000000000")});
-    QCOMPARE(m_state.strFWVersion, u"2.1.7"_s);
-    QCOMPARE(m_state.enCurrentStatus, 8);
-}
-
-void tst_StatusQuery::reply_data()
-{
-    QTest::addColumn<QByteArray>("reply");
-    QTest::addColumn<int>("iResult");
-    QTest::newRow("nothing in it") << QByteArray() << -5;
-    QTest::newRow("7 bytes") << HandMadeReply().left(7) << -5;
-    QTest::newRow("8 bytes") << HandMadeReply().left(8) << -1;
-    QTest::newRow("truncated") << HandMadeReply().chopped(1) << -1;
-    QTest::newRow("2048 bytes") << ReplyOfSize(2048) << 0;
-    QTest::newRow("longer than what is received") << ReplyOfSize(2049) << -1;
-    QTest::newRow("followed by more") << ReplyOfSize(2048) + QByteArray(1000, 'x') << 0;
-}
-
-void tst_StatusQuery::reply()
-{
-    QFETCH(QByteArray, reply);
-    QFETCH(int, iResult);
-    UdpResponder responder({reply});
-    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), iResult);
-    QCOMPARE(responder.Requests().size(), 1);
-    QCOMPARE(m_state.dwBlackInkRemainer, iResult == 0 ? 42UL : 0UL);
-    QCOMPARE(m_state.enCurrentStatus, iResult == 0 ? 3 : 2);
-}
-
-void tst_StatusQuery::bufferIsClearedBeforeEachQuery()
-{
-    m_worker.m_buffer.fill(0xEE);
-    const UdpResponder responder({"tiny"});
-    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -5);
-    const QByteArray buffer(reinterpret_cast<char*>(m_worker.m_buffer.data()), 2048);
-    QCOMPARE(buffer, "tiny" + QByteArray(2044, '\0'));
-}
-
-void tst_StatusQuery::waitsOneSecondForAReply()
-{
-    UdpResponder silent({});
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -5);
-    const timeval second{1, 0};
-    QCOMPARE(s_lastSocketOption, SocketOption(SOL_SOCKET, SO_RCVTIMEO, &second, sizeof(second)));
-    QVERIFY2(timer.elapsed() >= 950 && timer.elapsed() < 1900, QByteArray::number(timer.elapsed()).constData());
-    QCOMPARE(silent.Requests().size(), 1); // one attempt
-}
-
-/// A program may be started without standard input.
-void tst_StatusQuery::descriptorZeroIsAsGoodAsAny()
-{
-    UdpResponder responder({HandMadeReply()});
-    const int iInput = ::dup(STDIN_FILENO);
-    ::close(STDIN_FILENO);
-    const int iResult = m_worker.GetPrinterStatusUDP(c_strLocal);
-    ::dup2(iInput, STDIN_FILENO);
-    ::close(iInput);
-    QCOMPARE(iResult, 0);
-}
-
-void tst_StatusQuery::refusesWhatIsNoAddress_data()
-{
-    QTest::addColumn<QString>("strAddress");
-    const QStringList listAddress = {QString(),       u"nonsense"_s, u"localhost"_s, u"999.1.1.1"_s,
-                                     u"127.0.0.1 "_s, u"127.1"_s,    u"::1"_s,       u"１２７.0.0.1"_s};
-    for (const QString& strAddress : listAddress) {
-        QTest::newRow(qPrintable(strAddress)) << strAddress;
-    }
-}
-
-void tst_StatusQuery::refusesWhatIsNoAddress()
-{
-    QFETCH(QString, strAddress);
-    UdpResponder responder({HandMadeReply()});
-    QCOMPARE(m_worker.GetPrinterStatusUDP(strAddress), -1);
-    QVERIFY(responder.Requests().isEmpty());
-}
-
-void tst_StatusQuery::reportsEachFailure()
-{
-    rlimit limit{};
-    QCOMPARE(::getrlimit(RLIMIT_NOFILE, &limit), 0);
-    const rlimit noDescriptor{0, limit.rlim_max};
-    QCOMPARE(::setrlimit(RLIMIT_NOFILE, &noDescriptor), 0);
-    const int iNoSocket = m_worker.GetPrinterStatusUDP(c_strLocal);
-    QCOMPARE(::setrlimit(RLIMIT_NOFILE, &limit), 0);
-    QCOMPARE(iNoSocket, -2);
-
-    QCOMPARE(m_worker.GetPrinterStatusUDP(u"203.0.113.1"_s), -3); // no way leads there
-
-    s_bRefuseSocketOption = true;
-    const int iNoTimeOut = m_worker.GetPrinterStatusUDP(c_strLocal);
-    s_bRefuseSocketOption = false;
-    QCOMPARE(iNoTimeOut, -4);
-    QCOMPARE(m_state.enCurrentStatus, 2);
-}
-
-void tst_StatusQuery::socketIsClosed()
-{
-    const UdpResponder responder({HandMadeReply(), "tiny", HandMadeReply().left(8)});
-    const int iBefore = DescriptorCount();
-    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), 0);
-    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -5);
-    QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -1);
-    QCOMPARE(m_worker.GetPrinterStatusUDP(u"203.0.113.1"_s), -3);
-    s_bRefuseSocketOption = true;
-    const int iNoTimeOut = m_worker.GetPrinterStatusUDP(c_strLocal);
-    s_bRefuseSocketOption = false;
-    QCOMPARE(iNoTimeOut, -4);
-    QCOMPARE(DescriptorCount(), iBefore);
-}
-
-void tst_StatusQuery::usbIdentifiers_data()
-{
-    QTest::addColumn<QString>("strModel");
-    QTest::addColumn<int>("iPid"); // -1: none
-    QTest::newRow("PF41S") << u"PF41S?"_s << 21345;
-    QTest::newRow("PF41SQ") << u"PF41SQ?"_s << 21346;
-    QTest::newRow("PG41S") << u"PG41S?"_s << 21347;
-    QTest::newRow("PG41ES") << u"PG41ES?"_s << 21348;
-    QTest::newRow("PG41ESQ") << u"PG41ESQ?"_s << 21349;
-    QTest::newRow("in the middle") << u"Vora PG41ES? series"_s << 21348;
-    QTest::newRow("first row wins") << u"PG41S? PF41S?"_s << 21345;
-    for (const char* pModel : {"PF41S", "PF41SQ", "PG41S", "PG41ES", "PG41ESQ"}) {
-        QTest::addRow("%s without question mark", pModel) << QString::fromLatin1(pModel) << -1;
-    }
-    QTest::newRow("question mark is no wildcard") << u"PG41ESX"_s << -1;
-    QTest::newRow("lower case") << u"pf41s?"_s << -1;
-    QTest::newRow("empty") << QString() << -1;
-}
-
-void tst_StatusQuery::usbIdentifiers()
-{
-    QFETCH(QString, strModel);
-    QFETCH(int, iPid);
-    int iVidFound = -7;
-    int iPidFound = -1;
-    QCOMPARE(m_worker.GetPrinterVidPid(strModel, iVidFound, iPidFound), iPid != -1);
-    QCOMPARE(iVidFound, 19068);
-    QCOMPARE(iPidFound, iPid);
-}
 
 QTEST_APPLESS_MAIN(tst_StatusQuery)
 

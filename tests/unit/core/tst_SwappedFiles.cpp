@@ -51,68 +51,63 @@ class tst_SwappedFiles : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void readerDoesNotWait_data();
-    void readerDoesNotWait();
-    void cleanup();
-};
+    void init()
+    {
+        ::alarm(30); // whatever blocks ends the program
+        StatusFolder().WritePrinterList({NamedPrinter(c_strName, 0).printerInfo});
+        StatusFolder().WriteStatus(c_strName, EncodeStatusReply({}));
+    }
 
-void tst_SwappedFiles::init()
-{
-    ::alarm(30); // whatever blocks ends the program
-    StatusFolder().WritePrinterList({NamedPrinter(c_strName, 0).printerInfo});
-    StatusFolder().WriteStatus(c_strName, EncodeStatusReply({}));
-}
-
-void tst_SwappedFiles::cleanup()
-{
-    ::alarm(0);
-    QDir(u"/opt/vora"_s).removeRecursively();
-}
-
-void tst_SwappedFiles::readerDoesNotWait_data()
-{
-    QTest::addColumn<int>("reader");
-    QTest::addColumn<QString>("target"); // empty: a FIFO
-    const std::array<const char*, 3> listReader = {"list", "status", "log"};
-    for (std::size_t i = 0; i < listReader.size(); ++i) {
-        for (const char* pTarget : {"", "/dev/zero", "/dev/ptmx", "/dev/null"}) {
-            QTest::addRow("%s, %s", listReader.at(i), *pTarget == '\0' ? "FIFO" : pTarget)
-                << static_cast<int>(i) << QString::fromLatin1(pTarget);
+    void readerDoesNotWait_data()
+    {
+        QTest::addColumn<int>("reader");
+        QTest::addColumn<QString>("target"); // empty: a FIFO
+        const std::array<const char*, 3> listReader = {"list", "status", "log"};
+        for (std::size_t i = 0; i < listReader.size(); ++i) {
+            for (const char* pTarget : {"", "/dev/zero", "/dev/ptmx", "/dev/null"}) {
+                QTest::addRow("%s, %s", listReader.at(i), *pTarget == '\0' ? "FIFO" : pTarget)
+                    << static_cast<int>(i) << QString::fromLatin1(pTarget);
+            }
         }
     }
-}
 
-void tst_SwappedFiles::readerDoesNotWait()
-{
-    QFETCH(const int, reader);
-    QFETCH(const QString, target);
-    const std::array<Read, 3> listRead = {ReadsList, ReadsStatus, WritesLog};
-    const Read& read = listRead.at(static_cast<std::size_t>(reader));
-    QVERIFY(read()); // undisturbed
-    int iSwapped = 0;
-    const OpenHook swap(QString(), [&] {
-        const QStringList listLog = QDir(ToolPath()).entryList({u"log_tool_*.log"_s});
-        const QString strPath = reader == 0   ? StatusFolder().ListPath()
-                                : reader == 1 ? StatusFolder().StatusPath(c_strName)
-                                              : ToolPath() + listLog.value(0);
-        QFile::remove(strPath);
-        const bool bSwapped = target.isEmpty() ? ::mkfifo(QFile::encodeName(strPath).constData(), 0666) == 0
-                                               : QFile::link(target, strPath);
-        iSwapped += bSwapped ? 1 : 0;
-        return true;
-    });
-    const int iDescriptors = DescriptorCount();
-    if (reader == 2) {
-        SetLogEnable(true);
-        WriteStringLog("file", 1, "function", u"line"_s);
-        SetLogEnable(false);
-    } else {
-        QVERIFY(!read());
+    void readerDoesNotWait()
+    {
+        QFETCH(const int, reader);
+        QFETCH(const QString, target);
+        const std::array<Read, 3> listRead = {ReadsList, ReadsStatus, WritesLog};
+        const Read& read = listRead.at(static_cast<std::size_t>(reader));
+        QVERIFY(read()); // undisturbed
+        int iSwapped = 0;
+        const OpenHook swap(QString(), [&] {
+            const QStringList listLog = QDir(ToolPath()).entryList({u"log_tool_*.log"_s});
+            const QString strPath = reader == 0   ? StatusFolder().ListPath()
+                                    : reader == 1 ? StatusFolder().StatusPath(c_strName)
+                                                  : ToolPath() + listLog.value(0);
+            QFile::remove(strPath);
+            const bool bSwapped = target.isEmpty() ? ::mkfifo(QFile::encodeName(strPath).constData(), 0666) == 0
+                                                   : QFile::link(target, strPath);
+            iSwapped += bSwapped ? 1 : 0;
+            return true;
+        });
+        const int iDescriptors = DescriptorCount();
+        if (reader == 2) {
+            SetLogEnable(true);
+            WriteStringLog("file", 1, "function", u"line"_s);
+            SetLogEnable(false);
+        } else {
+            QVERIFY(!read());
+        }
+        QCOMPARE(iSwapped, 1);
+        QCOMPARE(DescriptorCount(), iDescriptors);
     }
-    QCOMPARE(iSwapped, 1);
-    QCOMPARE(DescriptorCount(), iDescriptors);
-}
+
+    void cleanup()
+    {
+        ::alarm(0);
+        QDir(u"/opt/vora"_s).removeRecursively();
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_SwappedFiles)
 

@@ -44,62 +44,56 @@ class tst_UtilLanguageCtrl : public QObject
     Q_OBJECT
 
 private slots:
-    void tablesHaveOneRowPerValue();
+    void tablesHaveOneRowPerValue()
+    {
+        static_assert(std::is_same_v<decltype(c_strStatusLanguageText), const QString[enStatusCount][2]>);
+        static_assert(std::is_same_v<decltype(c_strErrorDescText), const QString[enErrorCount][2]>);
+        QCOMPARE(static_cast<int>(GoldenStates().size()), static_cast<int>(enStatusCount));
+        QCOMPARE(static_cast<int>(GoldenErrors().size()), static_cast<int>(enErrorCount));
+    }
+
     void statusText_data() { AddTextRows(GoldenStates()); }
-    void statusText();
+    void statusText()
+    {
+        QFETCH(const int, row);
+        QVERIFY(row >= 0 && row < enStatusCount);
+        QFETCH(const QString, english);
+        QFETCH(const QString, chinese);
+        QCOMPARE(GetStatusText(row, 0), english);
+        QCOMPARE(GetStatusText(row, 1), chinese);
+        QCOMPARE(c_strStatusLanguageText[row][0], english);
+        QCOMPARE(c_strStatusLanguageText[row][1], chinese);
+    }
+
     void errorText_data() { AddTextRows(GoldenErrors()); }
-    void errorText();
+    void errorText()
+    {
+        QFETCH(const int, row);
+        QVERIFY(row >= 0 && row < enErrorCount);
+        QFETCH(const QString, english);
+        QFETCH(const QString, chinese);
+        QCOMPARE(GetErrorText(row, 0), english);
+        QCOMPARE(GetErrorText(row, 1), chinese);
+        QCOMPARE(c_strErrorDescText[row][0], english);
+        QCOMPARE(c_strErrorDescText[row][1], chinese);
+    }
+
     void statusOutsideTheTableHasNoText_data() { AddOutsideRows(static_cast<int>(GoldenStates().size())); }
-    void statusOutsideTheTableHasNoText();
+    void statusOutsideTheTableHasNoText()
+    {
+        QFETCH(const int, row);
+        QFETCH(const int, language);
+        QCOMPARE(GetStatusText(row, language), QString());
+    }
+
     void errorOutsideTheTableHasNoText_data() { AddOutsideRows(static_cast<int>(GoldenErrors().size())); }
-    void errorOutsideTheTableHasNoText();
+    void errorOutsideTheTableHasNoText()
+    {
+        QFETCH(const int, row);
+        QFETCH(const int, language);
+        QCOMPARE(GetErrorText(row, language), QString());
+    }
 };
-
-void tst_UtilLanguageCtrl::tablesHaveOneRowPerValue()
-{
-    static_assert(std::is_same_v<decltype(c_strStatusLanguageText), const QString[enStatusCount][2]>);
-    static_assert(std::is_same_v<decltype(c_strErrorDescText), const QString[enErrorCount][2]>);
-    QCOMPARE(static_cast<int>(GoldenStates().size()), static_cast<int>(enStatusCount));
-    QCOMPARE(static_cast<int>(GoldenErrors().size()), static_cast<int>(enErrorCount));
-}
-
-void tst_UtilLanguageCtrl::statusText()
-{
-    QFETCH(const int, row);
-    QVERIFY(row >= 0 && row < enStatusCount);
-    QFETCH(const QString, english);
-    QFETCH(const QString, chinese);
-    QCOMPARE(GetStatusText(row, 0), english);
-    QCOMPARE(GetStatusText(row, 1), chinese);
-    QCOMPARE(c_strStatusLanguageText[row][0], english);
-    QCOMPARE(c_strStatusLanguageText[row][1], chinese);
-}
-
-void tst_UtilLanguageCtrl::errorText()
-{
-    QFETCH(const int, row);
-    QVERIFY(row >= 0 && row < enErrorCount);
-    QFETCH(const QString, english);
-    QFETCH(const QString, chinese);
-    QCOMPARE(GetErrorText(row, 0), english);
-    QCOMPARE(GetErrorText(row, 1), chinese);
-    QCOMPARE(c_strErrorDescText[row][0], english);
-    QCOMPARE(c_strErrorDescText[row][1], chinese);
-}
-
-void tst_UtilLanguageCtrl::statusOutsideTheTableHasNoText()
-{
-    QFETCH(const int, row);
-    QFETCH(const int, language);
-    QCOMPARE(GetStatusText(row, language), QString());
-}
-
-void tst_UtilLanguageCtrl::errorOutsideTheTableHasNoText()
-{
-    QFETCH(const int, row);
-    QFETCH(const int, language);
-    QCOMPARE(GetErrorText(row, language), QString());
-}
 
 QTEST_MAIN(tst_UtilLanguageCtrl)
 

@@ -62,93 +62,83 @@ class tst_UtilStatusIdParser : public QObject
     Q_OBJECT
 
 private slots:
-    void everyValueHasItsRow();
-    void rawStatus_data();
-    void rawStatus();
-    void everyOtherStatusIsUnknown();
-    void statusIsNeverVersionMismatchOfflineOrError();
-    void rawError_data();
-    void rawError();
-    void everyErrorHasOneRawCode();
-    void everyOtherErrorIsUnknown();
-    void tonerTypeIsNotInterpreted();
-};
-
-void tst_UtilStatusIdParser::everyValueHasItsRow()
-{
-    CompareWithCount(GoldenStates(), enStatusCount);
-    CompareWithCount(GoldenErrors(), enErrorCount);
-    QCOMPARE(c_stStatusCodeList.size(), static_cast<std::size_t>(Sent(GoldenStates()).size()));
-    QCOMPARE(c_stErrorCodeList.size(), static_cast<std::size_t>(Sent(GoldenErrors()).size()));
-}
-
-void tst_UtilStatusIdParser::rawStatus_data()
-{
-    // 0x100000003 and its like: no high bit is dropped.
-    AddRows(GoldenStates(),
-            {c_iNoState, 0x100, 0x110, 0x10003, 0x100000000, 0x100000003, c_dwAllBits - 35, c_dwAllBits});
-}
-
-void tst_UtilStatusIdParser::rawStatus()
-{
-    QFETCH(const uLong, raw);
-    QTEST(static_cast<int>(GetPrinterStatusEnum(raw)), "value");
-}
-
-void tst_UtilStatusIdParser::everyOtherStatusIsUnknown()
-{
-    const QList<stGoldenCode> listState = GoldenStates();
-    for (uLong dwRaw = 0; dwRaw <= 0xFFFF; ++dwRaw) {
-        QVERIFY2(GetPrinterStatusEnum(dwRaw) == ExpectedValue(listState, dwRaw),
-                 qPrintable(QString::number(dwRaw, 16)));
+    void everyValueHasItsRow()
+    {
+        CompareWithCount(GoldenStates(), enStatusCount);
+        CompareWithCount(GoldenErrors(), enErrorCount);
+        QCOMPARE(c_stStatusCodeList.size(), static_cast<std::size_t>(Sent(GoldenStates()).size()));
+        QCOMPARE(c_stErrorCodeList.size(), static_cast<std::size_t>(Sent(GoldenErrors()).size()));
     }
-}
 
-void tst_UtilStatusIdParser::statusIsNeverVersionMismatchOfflineOrError()
-{
-    for (uLong dwRaw = 0; dwRaw <= 0xFF; ++dwRaw) {
-        const int iStatus = GetPrinterStatusEnum(dwRaw);
-        QVERIFY2(iStatus != 1 && iStatus != 2 && iStatus != 7, qPrintable(QString::number(dwRaw, 16)));
+    void rawStatus_data()
+    {
+        // 0x100000003 and its like: no high bit is dropped.
+        AddRows(GoldenStates(),
+                {c_iNoState, 0x100, 0x110, 0x10003, 0x100000000, 0x100000003, c_dwAllBits - 35, c_dwAllBits});
     }
-}
 
-void tst_UtilStatusIdParser::rawError_data()
-{
-    // 0x100006154 and its like: no high bit is dropped.
-    AddRows(GoldenErrors(), {0, 1, 45, c_iNoError, 0x15200, 0x16154, 0x80006154, 0x100006154, c_dwAllBits});
-}
+    void rawStatus()
+    {
+        QFETCH(const uLong, raw);
+        QTEST(static_cast<int>(GetPrinterStatusEnum(raw)), "value");
+    }
 
-void tst_UtilStatusIdParser::rawError()
-{
-    QFETCH(const uLong, raw);
-    QTEST(static_cast<int>(GetErrorStatusEnum(raw)), "value");
-}
-
-void tst_UtilStatusIdParser::everyErrorHasOneRawCode()
-{
-    for (const stGoldenCode& code : GoldenErrors().mid(1)) {
-        int iCodes = 0;
+    void everyOtherStatusIsUnknown()
+    {
+        const QList<stGoldenCode> listState = GoldenStates();
         for (uLong dwRaw = 0; dwRaw <= 0xFFFF; ++dwRaw) {
-            iCodes += GetErrorStatusEnum(dwRaw) == code.iValue ? 1 : 0;
+            QVERIFY2(GetPrinterStatusEnum(dwRaw) == ExpectedValue(listState, dwRaw),
+                     qPrintable(QString::number(dwRaw, 16)));
         }
-        QVERIFY2(iCodes == 1, qPrintable(code.strName));
     }
-}
 
-void tst_UtilStatusIdParser::everyOtherErrorIsUnknown()
-{
-    const QList<stGoldenCode> listError = GoldenErrors();
-    for (uLong dwRaw = 0; dwRaw <= 0xFFFF; ++dwRaw) {
-        QVERIFY2(GetErrorStatusEnum(dwRaw) == ExpectedValue(listError, dwRaw), qPrintable(QString::number(dwRaw, 16)));
+    void statusIsNeverVersionMismatchOfflineOrError()
+    {
+        for (uLong dwRaw = 0; dwRaw <= 0xFF; ++dwRaw) {
+            const int iStatus = GetPrinterStatusEnum(dwRaw);
+            QVERIFY2(iStatus != 1 && iStatus != 2 && iStatus != 7, qPrintable(QString::number(dwRaw, 16)));
+        }
     }
-}
 
-void tst_UtilStatusIdParser::tonerTypeIsNotInterpreted()
-{
-    for (const uLong dwRaw : {0ul, 1ul, 2ul, 0xFFul, 0xFFFFFFFFul, c_dwAllBits}) {
-        QCOMPARE(static_cast<int>(GetTonerTypeEnum(dwRaw)), 0);
+    void rawError_data()
+    {
+        // 0x100006154 and its like: no high bit is dropped.
+        AddRows(GoldenErrors(), {0, 1, 45, c_iNoError, 0x15200, 0x16154, 0x80006154, 0x100006154, c_dwAllBits});
     }
-}
+
+    void rawError()
+    {
+        QFETCH(const uLong, raw);
+        QTEST(static_cast<int>(GetErrorStatusEnum(raw)), "value");
+    }
+
+    void everyErrorHasOneRawCode()
+    {
+        for (const stGoldenCode& code : GoldenErrors().mid(1)) {
+            int iCodes = 0;
+            for (uLong dwRaw = 0; dwRaw <= 0xFFFF; ++dwRaw) {
+                iCodes += GetErrorStatusEnum(dwRaw) == code.iValue ? 1 : 0;
+            }
+            QVERIFY2(iCodes == 1, qPrintable(code.strName));
+        }
+    }
+
+    void everyOtherErrorIsUnknown()
+    {
+        const QList<stGoldenCode> listError = GoldenErrors();
+        for (uLong dwRaw = 0; dwRaw <= 0xFFFF; ++dwRaw) {
+            QVERIFY2(GetErrorStatusEnum(dwRaw) == ExpectedValue(listError, dwRaw),
+                     qPrintable(QString::number(dwRaw, 16)));
+        }
+    }
+
+    void tonerTypeIsNotInterpreted()
+    {
+        for (const uLong dwRaw : {0ul, 1ul, 2ul, 0xFFul, 0xFFFFFFFFul, c_dwAllBits}) {
+            QCOMPARE(static_cast<int>(GetTonerTypeEnum(dwRaw)), 0);
+        }
+    }
+};
 
 QTEST_MAIN(tst_UtilStatusIdParser)
 

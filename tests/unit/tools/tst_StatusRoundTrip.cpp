@@ -10,15 +10,6 @@
 #include <QRandomGenerator>
 #include <QtTest>
 
-/// What the encoder writes the decoder reads back, field by field.
-class tst_StatusRoundTrip : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void decoderReadsBackWhatWasWritten();
-};
-
 namespace {
 
 constexpr quint32 c_dwSeed = 20261116;
@@ -196,34 +187,41 @@ void CompareState(const stPrinterState& state, const stPrinterState& expected)
 
 } // namespace
 
-void tst_StatusRoundTrip::decoderReadsBackWhatWasWritten()
+/// What the encoder writes the decoder reads back, field by field.
+class tst_StatusRoundTrip : public QObject
 {
-    for (const stGoldenKey& key : c_listKey) {
-        QVERIFY2(c_figureMap.contains(key.strField) != (key.strField == QLatin1String("enSpplyType")),
-                 qPrintable(key.strName));
-    }
-    QCOMPARE(c_figureMap.size(), c_listKey.size() - 1);
-    qInfo("%d replies with the seed %u", c_iReplies, c_dwSeed);
-    QRandomGenerator random(c_dwSeed);
-    TrdGetPrinterStatus worker;
-    for (int i = 0; i < c_iReplies && !QTest::currentTestFailed(); ++i) {
-        const RandomReply expected(random);
-        QByteArray bytes = EncodeStatusReply(expected.m_reply);
-        QCOMPARE(bytes.left(7), expected.m_reply.unexamined);
-        auto* pBytes = reinterpret_cast<unsigned char*>(bytes.data());
-        const auto dwSize = static_cast<unsigned long>(bytes.size());
+    Q_OBJECT
 
-        UtilPrinterStatus decoder;
-        QVERIFY(decoder.parseRecvBuf(pBytes, dwSize));
-        CompareKept(decoder, expected);
-        UtilPrinterStatus shorter;
-        QVERIFY(!shorter.parseRecvBuf(pBytes, dwSize - 1)); // nothing is written behind the last record
+private slots:
+    void decoderReadsBackWhatWasWritten()
+    {
+        for (const stGoldenKey& key : c_listKey) {
+            QVERIFY2(c_figureMap.contains(key.strField) != (key.strField == QLatin1String("enSpplyType")),
+                     qPrintable(key.strName));
+        }
+        QCOMPARE(c_figureMap.size(), c_listKey.size() - 1);
+        qInfo("%d replies with the seed %u", c_iReplies, c_dwSeed);
+        QRandomGenerator random(c_dwSeed);
+        TrdGetPrinterStatus worker;
+        for (int i = 0; i < c_iReplies && !QTest::currentTestFailed(); ++i) {
+            const RandomReply expected(random);
+            QByteArray bytes = EncodeStatusReply(expected.m_reply);
+            QCOMPARE(bytes.left(7), expected.m_reply.unexamined);
+            auto* pBytes = reinterpret_cast<unsigned char*>(bytes.data());
+            const auto dwSize = static_cast<unsigned long>(bytes.size());
 
-        worker.m_printerManager.printerState.iReadFailCount = 3;
-        QCOMPARE(worker.CheckPrinterStatus(pBytes, dwSize), 0);
-        CompareState(worker.m_printerManager.printerState, expected.m_state);
+            UtilPrinterStatus decoder;
+            QVERIFY(decoder.parseRecvBuf(pBytes, dwSize));
+            CompareKept(decoder, expected);
+            UtilPrinterStatus shorter;
+            QVERIFY(!shorter.parseRecvBuf(pBytes, dwSize - 1)); // nothing is written behind the last record
+
+            worker.m_printerManager.printerState.iReadFailCount = 3;
+            QCOMPARE(worker.CheckPrinterStatus(pBytes, dwSize), 0);
+            CompareState(worker.m_printerManager.printerState, expected.m_state);
+        }
     }
-}
+};
 
 QTEST_APPLESS_MAIN(tst_StatusRoundTrip)
 

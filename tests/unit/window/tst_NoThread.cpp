@@ -43,47 +43,45 @@ class tst_NoThread : public WindowTest
     Q_OBJECT
 
 private slots:
-    void refusedThreadsAreTriedAgain();
+    void refusedThreadsAreTriedAgain()
+    {
+        const DriverFolder folder = StatusFolder();
+        const QStringList listName = {u"Office"_s, u"Lab"_s};
+        for (const QString& strName : listName) {
+            folder.WriteStatus(strName, EncodeStatusReply({}));
+        }
+        folder.WritePrinterList({MakePrinter(listName.at(0)).printerInfo, MakePrinter(listName.at(1)).printerInfo});
+        m_pWindow = std::make_unique<VoraPrinterToolWidget>(); // Qt's own threads have started with it
+        m_pWindow.reset();
+        s_oldHandler = qInstallMessageHandler(DropThreadWarning);
+        s_iThreadsLeft = 0;
+        m_pWindow = std::make_unique<VoraPrinterToolWidget>();
+        QVERIFY(!m_pWindow->m_pManageThread->isRunning());
+        QCOMPARE(Table()->rowCount(), 0);
+
+        SetLogEnable(true);
+        s_iThreadsLeft = 1; // for the list worker
+        QTRY_COMPARE_WITH_TIMEOUT(Table()->rowCount(), 2, 10000);
+        for (int iRow = 0; iRow < 2; ++iRow) {
+            QVERIFY(!m_pWindow->m_listStatusThread.at(iRow)->isRunning());
+            QCOMPARE(Cell(iRow, 3), u"脱机"_s);
+            QCOMPARE(LogText().count(QByteArray("no thread for vora-status-") + QByteArray::number(iRow) + ','), 1);
+        }
+
+        s_iThreadsLeft = 1000;
+        QTRY_COMPARE_WITH_TIMEOUT(Cell(0, 3), u"就绪"_s, 10000);
+        QTRY_COMPARE(Cell(1, 3), u"就绪"_s);
+        SetLogEnable(false);
+
+        s_iThreadsLeft = 0; // one that never ran does not hinder the end
+        folder.WritePrinterList({MakePrinter(listName.at(0)).printerInfo, MakePrinter(listName.at(1)).printerInfo,
+                                 MakePrinter(u"Third"_s).printerInfo});
+        QTRY_COMPARE(Table()->rowCount(), 3);
+        m_pWindow.reset();
+        QVERIFY(!VoraPrinterToolWidget::IsWorkerLeftBehind());
+        qInstallMessageHandler(s_oldHandler);
+    }
 };
-
-void tst_NoThread::refusedThreadsAreTriedAgain()
-{
-    const DriverFolder folder = StatusFolder();
-    const QStringList listName = {u"Office"_s, u"Lab"_s};
-    for (const QString& strName : listName) {
-        folder.WriteStatus(strName, EncodeStatusReply({}));
-    }
-    folder.WritePrinterList({MakePrinter(listName.at(0)).printerInfo, MakePrinter(listName.at(1)).printerInfo});
-    m_pWindow = std::make_unique<VoraPrinterToolWidget>(); // Qt's own threads have started with it
-    m_pWindow.reset();
-    s_oldHandler = qInstallMessageHandler(DropThreadWarning);
-    s_iThreadsLeft = 0;
-    m_pWindow = std::make_unique<VoraPrinterToolWidget>();
-    QVERIFY(!m_pWindow->m_pManageThread->isRunning());
-    QCOMPARE(Table()->rowCount(), 0);
-
-    SetLogEnable(true);
-    s_iThreadsLeft = 1; // for the list worker
-    QTRY_COMPARE_WITH_TIMEOUT(Table()->rowCount(), 2, 10000);
-    for (int iRow = 0; iRow < 2; ++iRow) {
-        QVERIFY(!m_pWindow->m_listStatusThread.at(iRow)->isRunning());
-        QCOMPARE(Cell(iRow, 3), u"脱机"_s);
-        QCOMPARE(LogText().count(QByteArray("no thread for vora-status-") + QByteArray::number(iRow) + ','), 1);
-    }
-
-    s_iThreadsLeft = 1000;
-    QTRY_COMPARE_WITH_TIMEOUT(Cell(0, 3), u"就绪"_s, 10000);
-    QTRY_COMPARE(Cell(1, 3), u"就绪"_s);
-    SetLogEnable(false);
-
-    s_iThreadsLeft = 0; // one that never ran does not hinder the end
-    folder.WritePrinterList({MakePrinter(listName.at(0)).printerInfo, MakePrinter(listName.at(1)).printerInfo,
-                             MakePrinter(u"Third"_s).printerInfo});
-    QTRY_COMPARE(Table()->rowCount(), 3);
-    m_pWindow.reset();
-    QVERIFY(!VoraPrinterToolWidget::IsWorkerLeftBehind());
-    qInstallMessageHandler(s_oldHandler);
-}
 
 QTEST_MAIN(tst_NoThread)
 

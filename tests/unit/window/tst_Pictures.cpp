@@ -59,61 +59,56 @@ class tst_Pictures : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void drawingShowsTheMotif();
-    void pictureShowsTheMotif_data();
-    void pictureShowsTheMotif();
+    /// The scalable picture is rendered by the library that desktops use.
+    void initTestCase()
+    {
+        const QTemporaryDir folder;
+        const QString strPath = folder.filePath(u"drawing.png"_s);
+        const QStringList listArgument = {
+            u"-w"_s, u"256"_s, u"-h"_s, u"256"_s, u"-o"_s, strPath, QStringLiteral(VORA_DRAWING)};
+        QCOMPARE(QProcess::execute(u"rsvg-convert"_s, listArgument), 0);
+        m_drawing = QImage(strPath);
+        QCOMPARE(m_drawing.size(), QSize(256, 256));
+    }
+
+    void drawingShowsTheMotif()
+    {
+        const QImage onWhite = OnWhite(m_drawing);
+        QVERIFY2(Colours(onWhite) > 50, QByteArray::number(Colours(onWhite)));
+        QImage plain = onWhite;
+        plain.fill(Qt::white);
+        QVERIFY(Difference(onWhite, plain) > 5 * c_dAlike);          // neither empty
+        QVERIFY(Difference(onWhite, onWhite.mirrored()) > c_dAlike); // nor one shape that could be any
+    }
+
+    void pictureShowsTheMotif_data()
+    {
+        QTest::addColumn<QString>("picture");
+        QTest::newRow("resource") << u"resource"_s;
+        QTest::newRow("window") << u"window"_s;
+        QTest::newRow("tray") << u"tray"_s;
+    }
+
+    void pictureShowsTheMotif()
+    {
+        QFETCH(const QString, picture);
+        const VoraPrinterToolWidget window;
+        QImage image;
+        if (picture == QLatin1String("resource")) {
+            image = QImage(u":/Icon/Resource/Vora.png"_s);
+        } else {
+            const QIcon icon = picture == QLatin1String("tray") ? window.m_pTrayIcon->icon() : window.windowIcon();
+            image = icon.pixmap(c_iSize).toImage();
+        }
+        QVERIFY(image.width() >= c_iSize); // not blown up on any display
+        const QImage onWhite = OnWhite(image);
+        const double dDifference = Difference(onWhite, OnWhite(m_drawing));
+        QVERIFY2(dDifference < c_dAlike, QByteArray::number(dDifference));
+    }
 
 private:
     QImage m_drawing;
 };
-
-/// The scalable picture is rendered by the library that desktops use.
-void tst_Pictures::initTestCase()
-{
-    const QTemporaryDir folder;
-    const QString strPath = folder.filePath(u"drawing.png"_s);
-    const QStringList listArgument = {
-        u"-w"_s, u"256"_s, u"-h"_s, u"256"_s, u"-o"_s, strPath, QStringLiteral(VORA_DRAWING)};
-    QCOMPARE(QProcess::execute(u"rsvg-convert"_s, listArgument), 0);
-    m_drawing = QImage(strPath);
-    QCOMPARE(m_drawing.size(), QSize(256, 256));
-}
-
-void tst_Pictures::drawingShowsTheMotif()
-{
-    const QImage onWhite = OnWhite(m_drawing);
-    QVERIFY2(Colours(onWhite) > 50, QByteArray::number(Colours(onWhite)));
-    QImage plain = onWhite;
-    plain.fill(Qt::white);
-    QVERIFY(Difference(onWhite, plain) > 5 * c_dAlike);          // neither empty
-    QVERIFY(Difference(onWhite, onWhite.mirrored()) > c_dAlike); // nor one shape that could be any
-}
-
-void tst_Pictures::pictureShowsTheMotif_data()
-{
-    QTest::addColumn<QString>("picture");
-    QTest::newRow("resource") << u"resource"_s;
-    QTest::newRow("window") << u"window"_s;
-    QTest::newRow("tray") << u"tray"_s;
-}
-
-void tst_Pictures::pictureShowsTheMotif()
-{
-    QFETCH(const QString, picture);
-    const VoraPrinterToolWidget window;
-    QImage image;
-    if (picture == QLatin1String("resource")) {
-        image = QImage(u":/Icon/Resource/Vora.png"_s);
-    } else {
-        const QIcon icon = picture == QLatin1String("tray") ? window.m_pTrayIcon->icon() : window.windowIcon();
-        image = icon.pixmap(c_iSize).toImage();
-    }
-    QVERIFY(image.width() >= c_iSize); // not blown up on any display
-    const QImage onWhite = OnWhite(image);
-    const double dDifference = Difference(onWhite, OnWhite(m_drawing));
-    QVERIFY2(dDifference < c_dAlike, QByteArray::number(dDifference));
-}
 
 QTEST_MAIN(tst_Pictures)
 

@@ -15,17 +15,15 @@ class tst_TwoScreens : public QObject
     Q_OBJECT
 
 private slots:
-    void windowIsInTheMiddleOfBoth();
+    void windowIsInTheMiddleOfBoth()
+    {
+        QCOMPARE(QGuiApplication::screens().size(), 2);
+        QWidget window;
+        window.resize(860, 300);
+        SetUpFixedWindow(window, QString());
+        QCOMPARE(window.pos(), QPoint(722, 250)); // (1280 + 1024 - 860) / 2, (800 - 300) / 2
+    }
 };
-
-void tst_TwoScreens::windowIsInTheMiddleOfBoth()
-{
-    QCOMPARE(QGuiApplication::screens().size(), 2);
-    QWidget window;
-    window.resize(860, 300);
-    SetUpFixedWindow(window, QString());
-    QCOMPARE(window.pos(), QPoint(722, 250)); // (1280 + 1024 - 860) / 2, (800 - 300) / 2
-}
 
 int main(int argc, char** argv)
 {
