@@ -90,3 +90,5 @@ void AppSetting::closeEvent(QCloseEvent* event)
     setVisible(false);
     InitOption();
 }
+
+#include "moc_AppSetting.cpp"

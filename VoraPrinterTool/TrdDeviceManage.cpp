@@ -102,3 +102,5 @@ void TrdDeviceManage::UpdateSharedList(const QList<stPrinterInfo>& listPrinterIn
     *m_pListPrinterManager = GetInitPrinterList(listPrinterInfo);
     emit SgnUpdatePrinterList();
 }
+
+#include "moc_TrdDeviceManage.cpp"

@@ -25,3 +25,5 @@ bool UtilThreadBase::WaitForSleep(int iMSec)
     }
     return m_bThreadQuit;
 }
+
+#include "moc_UtilThreadBase.cpp"

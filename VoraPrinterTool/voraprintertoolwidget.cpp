@@ -475,3 +475,5 @@ void VoraPrinterToolWidget::DebugOutputPrinterStatus(int iIndex)
         WriteStringLog(__FILE__, __LINE__, __func__, u"%s"_s, qPrintable(strLine));
     }
 }
+
+#include "moc_voraprintertoolwidget.cpp"

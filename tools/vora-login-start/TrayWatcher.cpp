@@ -124,3 +124,5 @@ void TrayWatcher::SlotX11Event()
         emit SgnDisplayGone();
     }
 }
+
+#include "moc_TrayWatcher.cpp"

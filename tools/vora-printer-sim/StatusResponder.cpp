@@ -61,3 +61,5 @@ void StatusResponder::AnswerBadly(const QByteArray& reply, const QHostAddress& a
     default: m_socket.writeDatagram(reply, address, wPort); break;
     }
 }
+
+#include "moc_StatusResponder.cpp"
