@@ -49,7 +49,7 @@ private slots:
     {
         const QString strName = u"Queue"_s;
         StatusFolder().WriteStatus(strName, "no reply");
-        QList<stPrinterManager> listPrinter{NamedPrinter(strName, enStatusOffline)}; // whose file is read each time
+        QList<stPrinterManager> listPrinter{ListedPrinter(strName, enStatusOffline)}; // whose file is read each time
         TrdGetPrinterStatus worker;
         worker.Init(0, &listPrinter);
         const OpenHook look(StatusFolder().StatusPath(strName), [&worker] {
@@ -63,7 +63,7 @@ private slots:
 
     void listIsReadEveryThreeSeconds()
     {
-        StatusFolder().WritePrinterList({NamedPrinter(u"Queue"_s, 0).printerInfo});
+        StatusFolder().WritePrinterList({ListedPrinter(u"Queue"_s, 0).printerInfo});
         QList<stPrinterManager> listPrinter;
         TrdDeviceManage worker;
         worker.Init(&listPrinter);
