@@ -67,7 +67,7 @@ private slots:
         Waiting watch;
         watch.start(QStringLiteral(VORA_STATUS), {u"--watch"_s, u"/tmp/reply.dat"_s});
         QTRY_VERIFY(Count("poll", 1000, 1000) >= 2);
-        QCOMPARE(Count("poll", 1, 999), 0);
+        QCOMPARE(Count("poll", 0, 999), 0);
         QCOMPARE(Count("poll", 1001, c_iEver), 0);
     }
 

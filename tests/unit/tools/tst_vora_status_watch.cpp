@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "HandMadeReply.h"
-#include "VoraStatusWatcher.h"
+#include "VoraStatusTest.h"
 
 #include <cstdio>
 
@@ -16,33 +16,33 @@ class tst_vora_status_watch : public VoraStatusTest
     Q_OBJECT
 
 private slots:
-    void watchFile()
+    void file()
     {
-        const QString strPath = Write(ReplyInState(0x00));
+        WriteFile(u"reply.dat"_s, ReplyInState(0x00));
         Watcher watcher({u"--fields"_s, u"--watch"_s, u"reply.dat"_s});
         QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().endsWith("0 (not in the reply)\n"), c_iPatience);
         QVERIFY(watcher.Output().startsWith("reply.dat: 33 bytes\n"));
         QVERIFY(watcher.Output().contains("  state: 0x00 Ready\n"));
 
-        Write(ReplyInState(0x10));
+        WriteFile(u"reply.dat"_s, ReplyInState(0x10));
         QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("\n\nreply.dat: 33 bytes\n"), c_iPatience);
         QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  state: 0x10 Printing\n"), c_iPatience);
 
-        QVERIFY(QFile::remove(strPath));
+        QVERIFY(QFile::remove(u"reply.dat"_s));
         QTRY_COMPARE_WITH_TIMEOUT(watcher.Messages(), QByteArray("vora-status: reply.dat: there is no such file\n"),
                                   c_iPatience);
-        Write(WithErrors({0x6100}));
+        WriteFile(u"reply.dat"_s, WithError(0x6100));
         QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  error: 0x6100"), c_iPatience);
         // Nothing was printed but what changed.
         QCOMPARE(watcher.Output().count("reply.dat: "), 3);
         QCOMPARE(watcher.EndBy(SIGINT), 1);
     }
 
-    void watchDriverFolder()
+    void driverFolder()
     {
         const DriverFolder folder = StatusFolder();
-        const stPrinterInfo one = Printer(u"one"_s, u"RA7QX"_s, 1, QString());
-        const stPrinterInfo two = Printer(u"two"_s, u"RA7QX"_s, 1, QString());
+        const stPrinterInfo one{u"one"_s, u"RA7QX"_s, 1, QString(), QString()};
+        const stPrinterInfo two{u"two"_s, u"RA7QX"_s, 1, QString(), QString()};
         folder.WritePrinterList({one});
         folder.WriteStatus(u"one"_s, ReplyInState(0x00));
         folder.WriteStatus(u"two"_s, ReplyInState(0x11));
@@ -56,15 +56,15 @@ private slots:
         QCOMPARE(watcher.EndBy(SIGINT), 0);
     }
 
-    void watchJson()
+    void json()
     {
-        Write(ReplyInState(0x00));
+        WriteFile(u"reply.dat"_s, ReplyInState(0x00));
         Watcher watcher({u"--watch"_s, u"--json"_s, u"reply.dat"_s});
         QTRY_COMPARE_WITH_TIMEOUT(watcher.Output().count('\n'), 1, c_iPatience);
         // The same contents in a new file are no change.
         QVERIFY(QFile::remove(u"reply.dat"_s));
-        Write(ReplyInState(0x00));
-        Write(ReplyInState(0x03), u"next.dat"_s);
+        WriteFile(u"reply.dat"_s, ReplyInState(0x00));
+        WriteFile(u"next.dat"_s, ReplyInState(0x03));
         const QDateTime start = QDateTime::currentDateTime();
         QTRY_VERIFY_WITH_TIMEOUT(start.msecsTo(QDateTime::currentDateTime()) > 2200, c_iPatience); // two looks
         QCOMPARE(std::rename("next.dat", "reply.dat"), 0);
@@ -77,55 +77,40 @@ private slots:
         QCOMPARE(watcher.EndBy(SIGTERM), 0);
     }
 
-    void watchOnTerminal()
+    void terminal_data()
     {
-        Write(ReplyInState(0x00));
-        Watcher watcher({u"-qec"_s, c_strProgram + u" --fields --watch reply.dat"_s, u"/dev/null"_s}, u"script"_s);
-        const QByteArray wiped = "\033[H\033[2Jreply.dat: 33 bytes\r\n";
-        QTRY_COMPARE_WITH_TIMEOUT(watcher.Output().count(wiped), 1, c_iPatience);
-        Write(ReplyInState(0x10));
-        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("0x10 Printing"), c_iPatience);
-        QCOMPARE(watcher.Output().count(wiped), watcher.Output().count("reply.dat: 33"));
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<QByteArray>("start");
+        QTest::newRow("fields") << u" --fields --watch reply.dat"_s << QByteArray("reply.dat: 33 bytes\r\n");
+        QTest::newRow("overview") << u" --watch reply.dat"_s << QByteArray("\033[1mQUEUE");
     }
 
-    void watchIsIdle()
+    /// Wiped each time.
+    void terminal()
     {
-        Write(ReplyInState(0x00));
-        Watcher watcher({u"--fields"_s, u"--watch"_s, u"reply.dat"_s});
-        const QDateTime start = QDateTime::currentDateTime();
-        QTRY_VERIFY_WITH_TIMEOUT(start.msecsTo(QDateTime::currentDateTime()) > 3000, c_iPatience);
-        QVERIFY(!watcher.Output().isEmpty());
-        const QByteArray stat = ReadFile(u"/proc/%1/stat"_s.arg(watcher.Pid()));
-        const QList<QByteArray> listPart = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
-        const long iTicks = listPart.at(11).toLong() + listPart.at(12).toLong();
-        QVERIFY2(iTicks < ::sysconf(_SC_CLK_TCK) / 4, stat);
+        QFETCH(const QString, arguments);
+        QFETCH(const QByteArray, start);
+        WriteFile(u"reply.dat"_s, ReplyInState(0x00));
+        SetModificationTime(u"reply.dat"_s, QDateTime::currentDateTime().addDays(-1)); // an age that lasts
+        Watcher watcher({u"-qec"_s, c_strProgram + arguments, u"/dev/null"_s}, u"script"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(watcher.Output().count("\033[H\033[2J" + start), 1, c_iPatience);
+        WriteFile(u"reply.dat"_s, ReplyInState(0x10));
+        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("Printing"), c_iPatience);
+        QCOMPARE(watcher.Output().count("\033[H\033[2J" + start), watcher.Output().count(start));
+    }
+
+    /// The overview, which tells them, changes with them.
+    void ages()
+    {
+        WriteFile(u"reply.dat"_s, ReplyInState(0x00));
+        Watcher watcher({u"--watch"_s, u"reply.dat"_s});
+        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains(" 0\n\nQUEUE"), c_iPatience);
+        SetModificationTime(u"reply.dat"_s, QDateTime::currentDateTime().addSecs(-200));
+        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  3 min "), c_iPatience);
         QCOMPARE(watcher.EndBy(SIGINT), 0);
     }
 
-    void watchEnds_data()
-    {
-        QTest::addColumn<int>("signal");
-        QTest::addColumn<QByteArray>("reply");
-        QTest::addColumn<int>("expected");
-
-        QTest::newRow("SIGINT, good") << SIGINT << ReplyInState(0x00) << 0;
-        QTest::newRow("SIGINT, error") << SIGINT << WithErrors({0x6100}) << 1;
-        QTest::newRow("SIGTERM, rejected") << SIGTERM << QByteArray("short") << 2;
-    }
-
-    void watchEnds()
-    {
-        QFETCH(const int, signal);
-        QFETCH(const QByteArray, reply);
-        QFETCH(const int, expected);
-
-        Write(reply);
-        Watcher watcher({u"--watch"_s, u"--hex"_s, u"reply.dat"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!watcher.Output().isEmpty(), c_iPatience);
-        QCOMPARE(watcher.EndBy(signal), expected);
-    }
-
-    void watchEndsThoughNobodyReads_data()
+    void endsThoughNobodyReads_data()
     {
         QTest::addColumn<int>("signal");
         QTest::newRow("SIGINT") << SIGINT;
@@ -133,11 +118,11 @@ private slots:
         QTest::newRow("SIGHUP") << SIGHUP;
     }
 
-    void watchEndsThoughNobodyReads()
+    void endsThoughNobodyReads()
     {
         QFETCH(const int, signal);
 
-        Write(WithErrors({0x6100}));
+        WriteFile(u"reply.dat"_s, WithError(0x6100));
         QCOMPARE(::mkfifo("pipe", 0600), 0);
         const int iPipe = ::open("pipe", O_RDWR | O_CLOEXEC);
         QVERIFY(iPipe >= 0);

@@ -13,6 +13,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <csignal>
 #include <memory>
 
 constexpr int c_iPatience = 10000; // milliseconds; nothing here comes near it unless it hangs
@@ -25,9 +26,11 @@ struct stRun
     QByteArray output;
     QByteArray messages;
 
-    QStringList Lines() const { return QString::fromUtf8(output).split(QLatin1Char('\n')); }
-    QJsonObject Json() const { return QJsonDocument::fromJson(output).object(); }
-    QJsonObject Report(int iIndex = 0) const { return Json().value(u"reports"_s).toArray().at(iIndex).toObject(); }
+    /// Of the only report of a JSON document.
+    QJsonObject Report() const
+    {
+        return QJsonDocument::fromJson(output).object().value(u"reports"_s).toArray().at(0).toObject();
+    }
 };
 
 inline stRun RunCommand(const QString& strProgram, const QStringList& listArgument,
@@ -50,64 +53,58 @@ inline stRun Run(const QStringList& listArgument)
     return RunCommand(c_strProgram, listArgument);
 }
 
-/// Every field of the replies.
-inline stRun RunFields(const QStringList& listArgument)
-{
-    return Run(QStringList(u"--fields"_s) + listArgument);
-}
-
-inline stStatusReply Ready()
+inline QByteArray WithError(quint16 wCode)
 {
     stStatusReply reply;
-    reply.vendorName = "Vora";
-    return reply;
-}
-
-inline QByteArray WithErrors(const QList<quint16>& listError, const QList<quint16>& listWarning = {})
-{
-    stStatusReply reply = Ready();
-    reply.listErrorCode = listError;
-    reply.listWarningCode = listWarning;
+    reply.listErrorCode = {wCode};
     return EncodeStatusReply(reply);
 }
 
-inline QByteArray WithSupplies(const QList<stSuppliesRecord>& listSupplies)
+/// The program while it watches. Killed with this object.
+class Watcher
 {
-    stStatusReply reply = Ready();
-    reply.listSupplies = listSupplies;
-    return EncodeStatusReply(reply);
-}
+public:
+    explicit Watcher(const QStringList& listArgument, const QString& strProgram = c_strProgram)
+    {
+        m_process.start(strProgram, listArgument);
+        m_process.waitForStarted(c_iPatience);
+    }
+    ~Watcher()
+    {
+        m_process.kill();
+        m_process.waitForFinished(c_iPatience);
+    }
+    Watcher(const Watcher&) = delete;
+    Watcher& operator=(const Watcher&) = delete;
 
-inline stPrinterInfo Printer(const QString& strName, const QString& strModel, int iConnectType, const QString& strPort)
-{
-    stPrinterInfo info;
-    info.strPrinterName = strName;
-    info.enType = strModel;
-    info.iConnectType = iConnectType;
-    info.strPort = strPort;
-    info.strURI = u"vora://"_s + strName;
-    return info;
-}
+    const QByteArray& Output() { return m_output += m_process.readAllStandardOutput(); }
+    const QByteArray& Messages() { return m_messages += m_process.readAllStandardError(); }
+    qint64 Pid() const { return m_process.processId(); }
+
+    /// The exit status after the signal; -1 when the program does not end, or not in order.
+    int EndBy(int iSignal)
+    {
+        ::kill(static_cast<pid_t>(m_process.processId()), iSignal);
+        const bool bEnded = m_process.waitForFinished(c_iPatience);
+        return bEnded && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    }
+
+private:
+    QProcess m_process;
+    QByteArray m_output;
+    QByteArray m_messages;
+};
 
 /// A test of the program, run as users run it. Each function starts in an empty folder and without printers.
 class VoraStatusTest : public QObject
 {
     Q_OBJECT
 
-protected:
-    QString Write(const QByteArray& content, const QString& strName = u"reply.dat"_s) const
-    {
-        const QString strPath = Path(strName);
-        return WriteFile(strPath, content) ? strPath : QString();
-    }
-    QString Path(const QString& strName) const { return m_pDir->filePath(strName); }
-
 private slots:
     void init()
     {
         m_pDir = std::make_unique<QTemporaryDir>();
-        QVERIFY(m_pDir->isValid());
-        QDir::setCurrent(m_pDir->path());
+        QVERIFY(QDir::setCurrent(m_pDir->path()));
         QDir(u"/opt/vora"_s).removeRecursively();
     }
 

@@ -1,0 +1,54 @@
+# SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
+# SPDX-License-Identifier: MIT
+# shellcheck shell=sh disable=SC2034  # read by transcripts
+#
+# Read before each command of a transcript, all of which run in one folder. There lies full.dat, a reply in which every
+# field has a value of its own. What begins a line of a transcript:
+#   #  a comment       $  a command       >  more of the command
+#   |  its output      !  its messages    =  its exit status, unless 0
+# After a wanted change of the output, check each changed line by hand; a failed test tells where all of today's is.
+
+cfg=/opt/vora/vora-printer-k507/cfg
+
+# A reply of a printer that is ready, with these fields too.
+reply() {
+    vora-printer-sim encode --vendor Vora "$@"
+}
+
+# A reply whose only supplies record has so many data bytes, which ends the printer tool.
+fatal() {
+    vora-printer-sim encode --vendor Vora | head -c 36
+    printf "\\001@C\\$(printf %o "$1")%0$1d" 0
+}
+
+# The driver package's list: name, model, connection type and port of each printer.
+printers() {
+    mkdir -p "$cfg"
+    printf '[Main]\nCount=%d\n' $(($# / 4)) > "$cfg/printerlist.ini"
+    i=0
+    while [ $# -gt 0 ]; do
+        printf '[printer_%d]\nName="%s"\nModel=%s\nConnectType=%s\nPort="%s"\nURI="vora://%s"\n' \
+            "$i" "$1" "$2" "$3" "$4" "$1" >> "$cfg/printerlist.ini"
+        i=$((i + 1))
+        shift 4
+    done
+}
+
+# The metrics with the state that it is, not with those that it is not.
+metrics() {
+    vora-status --prometheus | grep -v '^vora_printer_state.* 0$'
+}
+
+# The program on a terminal, whose ends of lines have a further character; an escape character is shown as "ESC".
+on_terminal() {
+    script -qec "$*" /dev/null | tr -d '\r' | sed 's/\x1b/ESC/g'
+}
+
+# Without the rights that root has.
+unprivileged() {
+    if [ "$(id -u)" -eq 0 ]; then
+        setpriv --bounding-set=-all --inh-caps=-all "$@"
+    else
+        "$@"
+    fi
+}
