@@ -3,13 +3,17 @@
 
 #pragma once
 
+#include "TestFiles.h"
 #include "TrdDeviceManage.h"
 #include "voraprintertoolwidget.h"
 
+#include <QGuiApplication>
+#include <QMetaMethod>
+#include <QPointer>
+#include <QScreen>
 #include <QTableWidget>
 #include <QTest>
 #include <QThread>
-#include <QTranslator>
 
 #include <atomic>
 #include <memory>
@@ -24,11 +28,11 @@ inline stPrinterManager MakePrinter(const QString& strName, int iConnectType = 1
     return printer;
 }
 
-inline QList<stPrinterManager> Repeat(const stPrinterManager& printer, int iCount)
+inline QList<stPrinterManager> MakePrinters(int iCount)
 {
     QList<stPrinterManager> listPrinter;
     for (int i = 0; i < iCount; ++i) {
-        listPrinter.append(printer);
+        listPrinter.append(MakePrinter(u"Printer%1"_s.arg(i)));
     }
     return listPrinter;
 }
@@ -39,18 +43,6 @@ inline void StopListWorker(VoraPrinterToolWidget& window)
     window.m_pTrdDeviceManage->SlotThreadQuit();
     window.m_pManageThread->quit();
     window.m_pManageThread->wait();
-}
-
-/// Whether a worker's loop was started. The worker's own flag is read when the loop is over: the worker is told to
-/// quit, and what waits in its queue behind the start gets its turn.
-inline bool WasTaskStarted(UtilThreadBase& worker)
-{
-    static std::atomic<bool> s_bOver;
-    s_bOver = false;
-    worker.m_bThreadQuit = true;
-    QMetaObject::invokeMethod(
-        &worker, [] { s_bOver = true; }, Qt::QueuedConnection);
-    return QTest::qWaitFor([] { return s_bOver.load(); }) && worker.m_bTaskRunning;
 }
 
 inline void SetPrinterList(VoraPrinterToolWidget& window, const QList<stPrinterManager>& listPrinter)
@@ -78,27 +70,78 @@ inline void ReportState(VoraPrinterToolWidget& window, const stPrinterState& sta
 
 inline const QString c_strNoInk = u"青色：无   红色：无   黄色：无   黑色：无"_s;
 
-/// Base of the tests that look into the main window's table.
+/// The class's own signals and slots, which are all public.
+inline QStringList MethodsOf(const QMetaObject& meta)
+{
+    QStringList listMethod;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        const QMetaMethod method = meta.method(i);
+        const char* pKind = method.methodType() == QMetaMethod::Signal ? "signal" : "slot";
+        listMethod.append(QString::asprintf("%s %s", method.access() == QMetaMethod::Public ? pKind : "",
+                                            method.methodSignature().constData()));
+    }
+    return listMethod;
+}
+
+/// A window of ours as it is made: named, hidden, without a maximise button, in the middle of all screens and of a size
+/// that nobody changes.
+inline void CheckFixedWindow(QWidget& window, const char* pName, const QString& strTitle, QSize size)
+{
+    QCOMPARE(window.objectName(), QLatin1String(pName));
+    QCOMPARE(window.windowTitle(), strTitle);
+    QVERIFY(window.isWindow());
+    QVERIFY(window.isHidden());
+    QCOMPARE(window.windowModality(), Qt::NonModal);
+    QCOMPARE(window.windowFlags(), QWidget().windowFlags() & ~Qt::WindowMaximizeButtonHint);
+    QCOMPARE(window.minimumSize(), size);
+    QCOMPARE(window.maximumSize(), size);
+    window.resize(2 * size);
+    QCOMPARE(window.size(), size);
+    const QSize desktop = QGuiApplication::primaryScreen()->virtualSize();
+    QCOMPARE(window.pos(), QPoint((desktop.width() - size.width()) / 2, (desktop.height() - size.height()) / 2));
+}
+
+/// Whether a window refuses to be closed but hides; an accepted close event would destroy it.
+inline bool IsHiddenByClosing(QWidget& window)
+{
+    window.setAttribute(Qt::WA_DeleteOnClose);
+    const QPointer<QWidget> pAlive(&window);
+    const bool bClosed = window.close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return !bClosed && !pAlive.isNull() && window.isHidden();
+}
+
+/// A worker whose loop was started, and whom the window's SgnThreadQuit reaches when it has no loop. The loop's own
+/// flag is read when the loop is over: the worker is told to quit, and what waits in its queue behind the start gets
+/// its turn.
+inline void CheckStart(UtilThreadBase& worker, VoraPrinterToolWidget& window)
+{
+    static std::atomic<bool> s_bOver;
+    s_bOver = false;
+    worker.m_bThreadQuit = true;
+    QMetaObject::invokeMethod(
+        &worker, [] { s_bOver = true; }, Qt::QueuedConnection);
+    QTRY_VERIFY(s_bOver);
+    QVERIFY(worker.m_bTaskRunning);
+    worker.m_bThreadQuit = false;
+    emit window.SgnThreadQuit();
+    QTRY_VERIFY(worker.m_bThreadQuit);
+}
+
+/// Base of the tests of the main window.
 class WindowTest : public QObject
 {
 protected:
+    /// A window of its own for each test: no driver package, no list worker, no log.
+    void MakeWindow()
+    {
+        QDir(u"/opt/vora"_s).removeRecursively();
+        m_pWindow = std::make_unique<VoraPrinterToolWidget>();
+        StopListWorker(*m_pWindow);
+    }
+
     QTableWidget* Table() const { return m_pWindow->findChild<QTableWidget*>(u"tableDeviceManage"_s); }
     QString Cell(int iRow, int iColumn) const { return Table()->item(iRow, iColumn)->text(); }
 
     std::unique_ptr<VoraPrinterToolWidget> m_pWindow;
-};
-
-/// Keeps what it was asked to translate, as "context: text".
-class RecordingTranslator : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-
-    QString translate(const char* pContext, const char* pText, const char*, int) const override
-    {
-        m_listAsked.append(QLatin1String(pContext) + u": "_s + QLatin1String(pText));
-        return QString();
-    }
-
-    mutable QStringList m_listAsked;
 };

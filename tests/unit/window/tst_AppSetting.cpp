@@ -2,18 +2,14 @@
 // SPDX-License-Identifier: MIT
 
 #include "AppSetting.h"
-#include "TestFiles.h"
 #include "WindowTest.h"
 
 #include <QCheckBox>
-#include <QMetaMethod>
 #include <QPushButton>
 #include <QScopeGuard>
-#include <QScreen>
 #include <QtTest>
 
 #include <csignal>
-#include <memory>
 
 #include <sys/resource.h>
 
@@ -21,6 +17,8 @@ namespace {
 
 const QString c_strEntry = u"vora-k507-tool-autostart.desktop"_s;
 const QByteArray c_shipped = "[Desktop Entry]\nName=shipped\n";
+const QByteArray c_own = "the user's own";
+const QByteArray c_none; // no file
 
 } // namespace
 
@@ -34,6 +32,7 @@ private slots:
         m_strSource = QCoreApplication::applicationDirPath() + QLatin1Char('/') + c_strEntry;
         m_strFolder = QDir::homePath() + u"/.config/autostart"_s;
         m_strTarget = m_strFolder + QLatin1Char('/') + c_strEntry;
+        qputenv("XDG_CONFIG_HOME", "/tmp/elsewhere"); // does not move the entry
     }
 
     void init()
@@ -51,182 +50,119 @@ private slots:
 
     void slotsHaveTheirOrder()
     {
-        const QMetaObject& meta = AppSetting::staticMetaObject;
-        QCOMPARE(meta.methodCount() - meta.methodOffset(), 2);
-        QCOMPARE(meta.method(meta.methodOffset()).methodSignature(), QByteArray("on_pushButtonOK_clicked()"));
-        QCOMPARE(meta.method(meta.methodOffset() + 1).methodSignature(), QByteArray("on_pushButtonCancel_clicked()"));
-        QCOMPARE(meta.method(meta.methodOffset()).methodType(), QMetaMethod::Slot);
+        QCOMPARE(MethodsOf(AppSetting::staticMetaObject),
+                 QStringList({u"slot on_pushButtonOK_clicked()"_s, u"slot on_pushButtonCancel_clicked()"_s}));
     }
 
     void windowIsFixedAndCentred()
     {
-        QCOMPARE(m_pWindow->objectName(), u"AppSetting"_s);
-        QCOMPARE(m_pWindow->windowTitle(), u"设置"_s);
+        CheckFixedWindow(*m_pWindow, "AppSetting", u"设置"_s, QSize(400, 300));
         QVERIFY(!m_pWindow->windowIcon().isNull());
-        QVERIFY(m_pWindow->isWindow());
-        QVERIFY(m_pWindow->isHidden());
-        QCOMPARE(m_pWindow->windowModality(), Qt::NonModal);
-        QCOMPARE(m_pWindow->minimumSize(), QSize(400, 300));
-        QCOMPARE(m_pWindow->maximumSize(), QSize(400, 300));
-        m_pWindow->resize(500, 500);
-        QCOMPARE(m_pWindow->size(), QSize(400, 300));
-        const QSize desktop = QGuiApplication::primaryScreen()->virtualSize();
-        QCOMPARE(m_pWindow->pos(), QPoint((desktop.width() - 400) / 2, (desktop.height() - 300) / 2));
-    }
-
-    void windowHasNoMaximiseButton()
-    {
-        QCOMPARE(m_pWindow->windowFlags(), QWidget().windowFlags() & ~Qt::WindowMaximizeButtonHint);
-    }
-
-    void formHasItsWidgets_data()
-    {
-        QTest::addColumn<QString>("className");
-        QTest::addColumn<QRect>("geometry");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("checkBoxAutoStart") << u"QCheckBox"_s << QRect(70, 60, 130, 25) << u"开机启动"_s;
-        QTest::newRow("pushButtonOK") << u"QPushButton"_s << QRect(70, 250, 80, 25) << u"确定"_s;
-        QTest::newRow("pushButtonCancel") << u"QPushButton"_s << QRect(250, 250, 80, 25) << u"取消"_s;
     }
 
     void formHasItsWidgets()
     {
-        QFETCH(QString, className);
-        QFETCH(QRect, geometry);
-        QFETCH(QString, text);
-        auto* pButton =
-            m_pWindow->findChild<QAbstractButton*>(QLatin1String(QTest::currentDataTag()), Qt::FindDirectChildrenOnly);
-        QVERIFY(pButton != nullptr);
-        QCOMPARE(QLatin1String(pButton->metaObject()->className()), className);
-        QCOMPARE(pButton->geometry(), geometry);
-        QCOMPARE(pButton->text(), text);
-    }
-
-    void formTextsPassThroughTranslation()
-    {
-        RecordingTranslator translator;
-        QCoreApplication::installTranslator(&translator);
-        const AppSetting window;
-        QCoreApplication::removeTranslator(&translator);
-        for (const char* pText : {"Form", "AutoStart", "OK", "Cancel"}) {
-            QVERIFY2(translator.m_listAsked.contains(u"AppSetting: "_s + QLatin1String(pText)), pText);
+        QStringList listSeen;
+        for (const auto* pButton : m_pWindow->findChildren<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly)) {
+            const QRect place = pButton->geometry();
+            listSeen.append(QString::asprintf("%s %s %d,%d %dx%d ", pButton->metaObject()->className(),
+                                              qPrintable(pButton->objectName()), place.x(), place.y(), place.width(),
+                                              place.height()) +
+                            pButton->text());
         }
+        QCOMPARE(listSeen, QStringList({u"QCheckBox checkBoxAutoStart 70,60 130x25 开机启动"_s,
+                                        u"QPushButton pushButtonOK 70,250 80x25 确定"_s,
+                                        u"QPushButton pushButtonCancel 250,250 80x25 取消"_s}));
     }
 
-    void boxShowsWhetherTheFileExists_data()
+    void boxFollowsTheFile_data()
     {
         QTest::addColumn<QByteArray>("content");
-        QTest::newRow("missing") << QByteArray();
+        QTest::newRow("missing") << c_none;
         QTest::newRow("empty") << QByteArray("");
-        QTest::newRow("not a desktop entry") << QByteArray("\0\xFFrubbish", 9);
         QTest::newRow("disabled entry") << QByteArray("[Desktop Entry]\nHidden=true\n");
     }
 
-    void boxShowsWhetherTheFileExists()
+    /// From the start, and each time that the window opens.
+    void boxFollowsTheFile()
     {
         QFETCH(QByteArray, content);
-        QVERIFY(content.isNull() || WriteFile(m_strTarget, content));
-        AppSetting window;
-        QCOMPARE(window.ReadAutoStartOption(), !content.isNull());
-        QCOMPARE(window.findChild<QCheckBox*>()->isChecked(), !content.isNull());
+        const bool bThere = !content.isNull();
+        QVERIFY(!bThere || WriteFile(m_strTarget, content));
+        m_pWindow = std::make_unique<AppSetting>();
+        QCOMPARE(m_pWindow->ReadAutoStartOption(), bThere);
+        QCOMPARE(Box()->isChecked(), bThere);
+        QVERIFY(bThere ? QFile::remove(m_strTarget) : WriteFile(m_strTarget, c_shipped));
+        QCOMPARE(Box()->isChecked(), bThere);
+        m_pWindow->show();
+        QCOMPARE(Box()->isChecked(), !bThere);
     }
 
-    void openingShowsWhatIsThereByThen_data()
+    void leavingKeepsOrDrops_data()
     {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<Qt::CheckState>("box");
+        QTest::addColumn<QString>("button"); // none: the title bar
+        QTest::addColumn<QByteArray>("after");
         QTest::addColumn<bool>("there");
-        QTest::newRow("made meanwhile") << true;
-        QTest::newRow("removed meanwhile") << false;
+        const QString strOk = u"pushButtonOK"_s;
+        const QString strCancel = u"pushButtonCancel"_s;
+        const QString strInside = m_strTarget + u"/inside"_s; // of a folder, which a file's removal leaves alone
+        QTest::newRow("on") << m_strTarget << c_none << Qt::Checked << strOk << c_shipped << true;
+        QTest::newRow("half on") << m_strTarget << c_none << Qt::PartiallyChecked << strOk << c_shipped << true;
+        QTest::newRow("still on") << m_strTarget << c_own << Qt::Checked << strOk << c_own << true;
+        QTest::newRow("off") << m_strTarget << c_own << Qt::Unchecked << strOk << c_none << false;
+        QTest::newRow("still off") << m_strTarget << c_none << Qt::Unchecked << strOk << c_none << false;
+        QTest::newRow("on, folder is a file") << m_strFolder << c_own << Qt::Checked << strOk << c_own << false;
+        QTest::newRow("off, file is a folder") << strInside << c_own << Qt::Unchecked << strOk << c_own << true;
+        QTest::newRow("cancel on") << m_strTarget << c_none << Qt::Checked << strCancel << c_none << false;
+        QTest::newRow("cancel off") << m_strTarget << c_own << Qt::Unchecked << strCancel << c_own << true;
+        QTest::newRow("close on") << m_strTarget << c_none << Qt::Checked << QString() << c_none << false;
+        QTest::newRow("close off") << m_strTarget << c_own << Qt::Unchecked << QString() << c_own << true;
     }
 
-    void openingShowsWhatIsThereByThen()
+    /// What stands under the path, and whether the entry is there.
+    void leavingKeepsOrDrops()
     {
+        QFETCH(QString, path);
+        QFETCH(QByteArray, before);
+        QFETCH(Qt::CheckState, box);
+        QFETCH(QString, button);
+        QFETCH(QByteArray, after);
         QFETCH(bool, there);
-        QVERIFY(there || WriteFile(m_strTarget, c_shipped));
-        m_pWindow->InitOption();
-        QVERIFY(there ? WriteFile(m_strTarget, c_shipped) : QFile::remove(m_strTarget));
-        m_pWindow->setVisible(true);
-        QCOMPARE(Box()->isChecked(), there);
-    }
-
-    void okCopiesTheShippedEntry()
-    {
+        QVERIFY(before.isNull() || WriteFile(path, before));
         m_pWindow->show();
-        Box()->setChecked(true);
-        QVERIFY(!QFile::exists(m_strTarget)); // nothing before OK
-        Click("pushButtonOK");
+        Box()->setCheckState(box);
+        QCOMPARE(ReadFile(path), before); // nothing before the window is left
+        if (button.isEmpty()) {
+            QVERIFY(IsHiddenByClosing(*m_pWindow));
+        } else {
+            Click(button);
+        }
         QVERIFY(m_pWindow->isHidden());
-        QCOMPARE(ReadFile(m_strTarget), c_shipped);
-        QVERIFY(Box()->isChecked());
+        QCOMPARE(ReadFile(path), after);
+        QCOMPARE(QFile::exists(m_strTarget), there);
+        QCOMPARE(Box()->checkState(), there ? Qt::Checked : Qt::Unchecked);
+        QCOMPARE(ReadFile(m_strSource), c_shipped);
     }
 
-    void okKeepsAnExistingEntry()
-    {
-        QVERIFY(WriteFile(m_strTarget, "the user's own"));
-        m_pWindow->InitOption();
-        QVERIFY(Box()->isChecked());
-        Click("pushButtonOK");
-        QCOMPARE(ReadFile(m_strTarget), QByteArray("the user's own"));
-        QVERIFY(Box()->isChecked());
-    }
-
-    void okRemovesTheEntry()
-    {
-        QVERIFY(WriteFile(m_strTarget, c_shipped));
-        m_pWindow->InitOption();
-        m_pWindow->show();
-        Box()->setChecked(false);
-        QVERIFY(QFile::exists(m_strTarget));
-        Click("pushButtonOK");
-        QVERIFY(m_pWindow->isHidden());
-        QVERIFY(!QFile::exists(m_strTarget));
-        QVERIFY(!Box()->isChecked());
-        QVERIFY(QFile::exists(m_strSource));
-    }
-
-    void okOnAHalfCheckedBoxMeansOn()
-    {
-        Box()->setTristate(true);
-        Box()->setCheckState(Qt::PartiallyChecked);
-        Click("pushButtonOK");
-        QVERIFY(QFile::exists(m_strTarget));
-        QCOMPARE(Box()->checkState(), Qt::Checked);
-    }
-
-    void okWithoutAShippedEntryFallsBackToUnchecked()
-    {
-        QVERIFY(QFile::remove(m_strSource));
-        m_pWindow->show();
-        Box()->setChecked(true);
-        Click("pushButtonOK");
-        QVERIFY(m_pWindow->isHidden());
-        QVERIFY(!QFile::exists(m_strTarget));
-        QVERIFY(!Box()->isChecked());
-    }
-
-    void okInAnUnwritableFolderFallsBackToUnchecked()
-    {
-        QVERIFY(WriteFile(m_strFolder, "a file where the folder should be"));
-        m_pWindow->show();
-        Box()->setChecked(true);
-        Click("pushButtonOK");
-        QVERIFY(m_pWindow->isHidden());
-        QCOMPARE(ReadFile(m_strFolder), QByteArray("a file where the folder should be"));
-        QVERIFY(!Box()->isChecked());
-    }
-
-    void okInABadHomeTellsTheTruth_data()
+    void okTellsTheTruth_data()
     {
         QTest::addColumn<QByteArray>("home");
+        QTest::addColumn<bool>("shipped");
         QTest::addColumn<bool>("full");
-        QTest::newRow("full") << qgetenv("HOME") << true;
-        QTest::newRow("not there, and nowhere to make it") << QByteArray("/proc/home") << false;
-        QTest::newRow("not there yet") << QByteArray("/tmp/home/new") << false;
+        QTest::newRow("nothing to copy") << QByteArray("/tmp/home/no") << false << false;
+        QTest::newRow("home full") << qgetenv("HOME") << true << true;
+        QTest::newRow("home not there, and nowhere to make it") << QByteArray("/proc/home") << true << false;
+        QTest::newRow("home not there yet") << QByteArray("/tmp/home/new") << true << false;
     }
 
     /// A limit on the length of files is to a writer what a full file system is.
-    void okInABadHomeTellsTheTruth()
+    void okTellsTheTruth()
     {
         QFETCH(QByteArray, home);
+        QFETCH(bool, shipped);
         QFETCH(bool, full);
         const QByteArray oldHome = qgetenv("HOME");
         rlimit oldLimit = {};
@@ -236,6 +172,7 @@ private slots:
             (void)::setrlimit(RLIMIT_FSIZE, &oldLimit);
         });
         qputenv("HOME", home);
+        QVERIFY(shipped || QFile::remove(m_strSource));
         m_pWindow->show();
         Box()->setChecked(true);
         if (full) {
@@ -243,7 +180,7 @@ private slots:
             const rlimit limit = {0, oldLimit.rlim_max};
             QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
         }
-        Click("pushButtonOK");
+        Click(u"pushButtonOK"_s);
         (void)::setrlimit(RLIMIT_FSIZE, &oldLimit);
         const QDir folder(QString::fromLocal8Bit(home) + u"/.config/autostart"_s);
         const bool bThere = ReadFile(folder.filePath(c_strEntry)) == c_shipped;
@@ -253,87 +190,22 @@ private slots:
         QCOMPARE(folder.entryList(QDir::Files | QDir::Hidden), bThere ? QStringList{c_strEntry} : QStringList());
     }
 
-    void configHomeDoesNotMoveTheEntry()
-    {
-        qputenv("XDG_CONFIG_HOME", "/tmp/elsewhere");
-        const auto restore = qScopeGuard([] { qunsetenv("XDG_CONFIG_HOME"); });
-        Box()->setChecked(true);
-        Click("pushButtonOK");
-        QCOMPARE(ReadFile(m_strTarget), c_shipped);
-        QVERIFY(!QFile::exists(u"/tmp/elsewhere"_s));
-    }
-
-    void okAfterAFailedRemovalStaysChecked()
-    {
-        QVERIFY(WriteFile(m_strTarget + u"/inside"_s, "a folder, which a file's removal leaves alone"));
-        m_pWindow->InitOption();
-        m_pWindow->show();
-        QVERIFY(Box()->isChecked());
-        Box()->setChecked(false);
-        Click("pushButtonOK");
-        QVERIFY(m_pWindow->isHidden());
-        QVERIFY(QFile::exists(m_strTarget));
-        QVERIFY(Box()->isChecked());
-    }
-
-    void cancelRestoresTheBox_data()
-    {
-        QTest::addColumn<bool>("on");
-        QTest::newRow("on") << true;
-        QTest::newRow("off") << false;
-    }
-
-    void cancelRestoresTheBox()
-    {
-        QFETCH(bool, on);
-        QVERIFY(!on || WriteFile(m_strTarget, "as before"));
-        m_pWindow->InitOption();
-        m_pWindow->show();
-        Box()->setChecked(!on);
-        Click("pushButtonCancel");
-        QVERIFY(m_pWindow->isHidden());
-        QCOMPARE(Box()->isChecked(), on);
-        QCOMPARE(ReadFile(m_strTarget), on ? QByteArray("as before") : QByteArray());
-    }
-
-    void closingBehavesAsCancel_data() { cancelRestoresTheBox_data(); }
-
-    void closingBehavesAsCancel()
-    {
-        QFETCH(bool, on);
-        QVERIFY(!on || WriteFile(m_strTarget, "as before"));
-        m_pWindow->InitOption();
-        m_pWindow->setAttribute(Qt::WA_DeleteOnClose); // an accepted close event would destroy the window
-        m_pWindow->show();
-        Box()->setChecked(!on);
-        const QPointer<AppSetting> pAlive(m_pWindow.get());
-        QVERIFY(!m_pWindow->close());
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!pAlive.isNull());
-        QVERIFY(m_pWindow->isHidden());
-        QCOMPARE(Box()->isChecked(), on);
-        QCOMPARE(ReadFile(m_strTarget), on ? QByteArray("as before") : QByteArray());
-    }
-
     void saveOptionFollowsItsArgument()
     {
-        Box()->setChecked(false);
-        m_pWindow->SaveAutoStartOption(true);
-        QCOMPARE(ReadFile(m_strTarget), c_shipped);
         m_pWindow->SaveAutoStartOption(true);
         QCOMPARE(ReadFile(m_strTarget), c_shipped);
         Box()->setChecked(true);
         m_pWindow->SaveAutoStartOption(false);
         QVERIFY(!QFile::exists(m_strTarget));
-        m_pWindow->SaveAutoStartOption(false); // nothing to remove
         QVERIFY(QFileInfo(m_strFolder).isDir());
     }
 
 private:
-    QCheckBox* Box() const { return m_pWindow->findChild<QCheckBox*>(u"checkBoxAutoStart"_s); }
-    void Click(const char* pButton) const
+    QCheckBox* Box() const { return m_pWindow->findChild<QCheckBox*>(); }
+
+    void Click(const QString& strButton) const
     {
-        QTest::mouseClick(m_pWindow->findChild<QPushButton*>(QLatin1String(pButton)), Qt::LeftButton);
+        QTest::mouseClick(m_pWindow->findChild<QPushButton*>(strButton), Qt::LeftButton);
     }
 
     QString m_strSource;

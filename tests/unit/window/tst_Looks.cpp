@@ -2,18 +2,35 @@
 // SPDX-License-Identifier: MIT
 
 #include "AppSetting.h"
+#include "GoldenTable.h"
 #include "WindowTest.h"
 
 #include <QApplication>
-#include <QImage>
+#include <QPainter>
+#include <QProcess>
 #include <QScopeGuard>
+#include <QSet>
+#include <QStyle>
 #include <QSystemTrayIcon>
 #include <QtTest>
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace {
+
+constexpr int c_iSize = 64;      // at which pictures are compared
+constexpr double c_dAlike = 8.0; // of 255, mean difference of a colour; another motif is many times as far
+
+std::vector<QRgb> Pixels(const QImage& image)
+{
+    std::vector<QRgb> listPixel;
+    for (int i = 0; i < image.width() * image.height(); ++i) {
+        listPixel.push_back(image.pixel(i % image.width(), i / image.width()));
+    }
+    return listPixel;
+}
 
 double Linear(int iValue)
 {
@@ -27,40 +44,59 @@ double Luminance(QRgb colour)
 }
 
 /// Of the lightest and the darkest pixel, as WCAG defines it: 1 to 21.
-double Contrast(const QImage& image)
+double Contrast(const QPixmap& pixmap)
 {
-    double dMin = 1;
-    double dMax = 0;
-    for (int iY = 0; iY < image.height(); ++iY) {
-        for (int iX = 0; iX < image.width(); ++iX) {
-            const double dLuminance = Luminance(image.pixel(iX, iY));
-            dMin = std::min(dMin, dLuminance);
-            dMax = std::max(dMax, dLuminance);
-        }
-    }
-    return (dMax + 0.05) / (dMin + 0.05);
+    const std::vector<QRgb> listPixel = Pixels(pixmap.toImage());
+    const auto [dark, light] = std::minmax_element(
+        listPixel.begin(), listPixel.end(), [](QRgb left, QRgb right) { return Luminance(left) < Luminance(right); });
+    return (Luminance(*light) + 0.05) / (Luminance(*dark) + 0.05);
 }
 
 QPalette Palette(QColor back, QColor fore)
 {
     QPalette palette(back, back);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::Highlight}) {
         palette.setColor(role, fore);
     }
     palette.setColor(QPalette::Base, back);
-    palette.setColor(QPalette::Highlight, fore);
     palette.setColor(QPalette::HighlightedText, back);
     return palette;
 }
 
+/// The picture on white, so that what is transparent has a colour too.
+QImage OnWhite(const QImage& picture)
+{
+    QImage scaled = picture.scaled(c_iSize, c_iSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    scaled.setDevicePixelRatio(1);
+    QImage image(c_iSize, c_iSize, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter(&image).drawImage(0, 0, scaled);
+    return image;
+}
+
+double Difference(const QImage& left, const QImage& right)
+{
+    const std::vector<QRgb> listLeft = Pixels(left);
+    const std::vector<QRgb> listRight = Pixels(right);
+    double dSum = 0;
+    for (std::size_t i = 0; i < listLeft.size(); ++i) {
+        dSum += std::abs(qRed(listLeft[i]) - qRed(listRight[i])) +
+                std::abs(qGreen(listLeft[i]) - qGreen(listRight[i])) +
+                std::abs(qBlue(listLeft[i]) - qBlue(listRight[i]));
+    }
+    return dSum / (3.0 * c_iSize * c_iSize);
+}
+
 } // namespace
 
-/// Colours and sizes that a user's desktop sets.
+/// Texts and pictures, with the colours and the scale that a user's desktop sets.
 class tst_Looks : public WindowTest
 {
     Q_OBJECT
 
 private slots:
+    void cleanup() { m_pWindow.reset(); }
+
     void textsCanBeRead_data()
     {
         QTest::addColumn<QPalette>("palette");
@@ -79,38 +115,95 @@ private slots:
             QApplication::setPalette(old);
         });
         QApplication::setPalette(palette);
-        m_pWindow = std::make_unique<VoraPrinterToolWidget>();
-        StopListWorker(*m_pWindow);
+        ShowWindow();
         ShowPrinters(*m_pWindow, {MakePrinter(u"Office"_s), MakePrinter(u"Lab"_s)});
-        m_pWindow->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_pWindow.get()));
         for (const bool bSelected : {false, true}) {
             for (int iColumn = 0; iColumn < 4; ++iColumn) {
                 Table()->item(1, iColumn)->setSelected(bSelected);
                 const QRect cell = Table()->visualItemRect(Table()->item(1, iColumn)).adjusted(3, 3, -3, -3);
                 // The colours of what is selected are the desktop's own, the theme's white on light blue among them.
-                QVERIFY2(Contrast(Table()->viewport()->grab(cell).toImage()) >= (bSelected ? 3 : 4.5),
+                QVERIFY2(Contrast(Table()->viewport()->grab(cell)) >= (bSelected ? 3 : 4.5),
                          qPrintable(QString::number(iColumn)));
             }
         }
-        const QImage header = m_pWindow->grab(QRect(45, 25, 110, 15)).toImage();
-        QVERIFY(Contrast(header) >= 4.5);
+        QVERIFY(Contrast(m_pWindow->grab(QRect(45, 25, 110, 15))) >= 4.5); // a header
 
         for (const char* pName : {"checkBoxAutoStart", "pushButtonOK", "pushButtonCancel"}) {
             auto* pWidget = m_pWindow->m_pAppSetting->findChild<QWidget*>(QLatin1String(pName));
-            QVERIFY2(Contrast(pWidget->grab(QRect(24, 4, 40, 17)).toImage()) >= 4.5, pName);
+            QVERIFY2(Contrast(pWidget->grab(QRect(24, 4, 40, 17))) >= 4.5, pName);
+        }
+    }
+
+    /// Each text without an error or a warning. That of the ink is widest when its longest word stands four times.
+    void textsFitTheirColumns()
+    {
+        ShowWindow();
+        stPrinterState state;
+        for (const unsigned long dwLevel : {0UL, 10UL, 30UL, 50UL, 100UL}) {
+            state.dwBlueInkRemainer = state.dwRedInkRemainer = dwLevel;
+            state.dwYellowInkRemainer = state.dwBlackInkRemainer = dwLevel;
+            ReportState(*m_pWindow, state);
+            QVERIFY2(Spare(2) >= 0, qPrintable(Cell(0, 2)));
+        }
+        QVERIFY(!GoldenStates().isEmpty());
+        for (const stGoldenCode& code : GoldenStates()) {
+            state.enCurrentStatus = code.iValue;
+            ReportState(*m_pWindow, state);
+            QCOMPARE(Cell(0, 3), code.strChinese);
+            QVERIFY2(Spare(3) >= 0, qPrintable(Cell(0, 3)));
+        }
+    }
+
+    /// The scalable picture, which the library that desktops use renders, and those of resource, window and tray.
+    void picturesShowOneMotif()
+    {
+        const QString strPath = u"/tmp/drawing.png"_s;
+        const QString strSide = QString::number(c_iSize);
+        QCOMPARE(QProcess::execute(u"rsvg-convert"_s, {u"-w"_s, strSide, u"-h"_s, strSide, u"-o"_s, strPath,
+                                                       QStringLiteral(VORA_DRAWING)}),
+                 0);
+        const QImage drawing = OnWhite(QImage(strPath));
+        const std::vector<QRgb> listPixel = Pixels(drawing);
+        QVERIFY(QSet<QRgb>(listPixel.begin(), listPixel.end()).size() > 50);
+        QImage plain = drawing;
+        plain.fill(Qt::white);
+        QVERIFY(Difference(drawing, plain) > 5 * c_dAlike);          // neither empty
+        QVERIFY(Difference(drawing, drawing.mirrored()) > c_dAlike); // nor one shape that could be any
+
+        MakeWindow();
+        for (const QImage& image :
+             {QImage(u":/Icon/Resource/Vora.png"_s), m_pWindow->windowIcon().pixmap(c_iSize).toImage(),
+              m_pWindow->m_pTrayIcon->icon().pixmap(c_iSize).toImage()}) {
+            QVERIFY(image.width() >= c_iSize); // not blown up on any display
+            const double dDifference = Difference(OnWhite(image), drawing);
+            QVERIFY2(dDifference < c_dAlike, QByteArray::number(dDifference));
         }
     }
 
     /// As many pixels as the scale asks for, not fewer that are stretched.
     void iconIsSharp()
     {
-        m_pWindow = std::make_unique<VoraPrinterToolWidget>();
-        const auto close = qScopeGuard([this] { m_pWindow.reset(); });
+        MakeWindow();
         for (const int iSize : {16, 22, 24, 32, 44, 48, 64}) {
             const QPixmap pixmap = m_pWindow->m_pTrayIcon->icon().pixmap(QSize(iSize, iSize));
             QCOMPARE(pixmap.size(), QSize(iSize, iSize) * pixmap.devicePixelRatio());
         }
+    }
+
+private:
+    void ShowWindow()
+    {
+        MakeWindow();
+        m_pWindow->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_pWindow.get()));
+    }
+
+    /// The pixels that the first row's text leaves of its column, without margins and grid.
+    int Spare(int iColumn) const
+    {
+        const int iMargin = Table()->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, Table()) + 1;
+        return Table()->columnWidth(iColumn) - 1 - 2 * iMargin -
+               Table()->fontMetrics().horizontalAdvance(Cell(0, iColumn));
     }
 };
 

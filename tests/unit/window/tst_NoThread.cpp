@@ -46,11 +46,11 @@ private slots:
     void refusedThreadsAreTriedAgain()
     {
         const DriverFolder folder = StatusFolder();
-        const QStringList listName = {u"Office"_s, u"Lab"_s};
-        for (const QString& strName : listName) {
-            folder.WriteStatus(strName, EncodeStatusReply({}));
+        QList<stPrinterInfo> listInfo = {MakePrinter(u"Office"_s).printerInfo, MakePrinter(u"Lab"_s).printerInfo};
+        for (const stPrinterInfo& info : std::as_const(listInfo)) {
+            folder.WriteStatus(info.strPrinterName, EncodeStatusReply({}));
         }
-        folder.WritePrinterList({MakePrinter(listName.at(0)).printerInfo, MakePrinter(listName.at(1)).printerInfo});
+        folder.WritePrinterList(listInfo);
         m_pWindow = std::make_unique<VoraPrinterToolWidget>(); // Qt's own threads have started with it
         m_pWindow.reset();
         s_oldHandler = qInstallMessageHandler(DropThreadWarning);
@@ -74,8 +74,8 @@ private slots:
         SetLogEnable(false);
 
         s_iThreadsLeft = 0; // one that never ran does not hinder the end
-        folder.WritePrinterList({MakePrinter(listName.at(0)).printerInfo, MakePrinter(listName.at(1)).printerInfo,
-                                 MakePrinter(u"Third"_s).printerInfo});
+        listInfo.append(MakePrinter(u"Third"_s).printerInfo);
+        folder.WritePrinterList(listInfo);
         QTRY_COMPARE(Table()->rowCount(), 3);
         m_pWindow.reset();
         QVERIFY(!VoraPrinterToolWidget::IsWorkerLeftBehind());

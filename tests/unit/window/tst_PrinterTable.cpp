@@ -2,13 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 #include "GoldenColumns.h"
-#include "StatusEncoder.h"
-#include "StatusFolder.h"
 #include "TrdGetPrinterStatus.h"
-#include "UtilLog.h"
 #include "WindowTest.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -16,6 +14,13 @@
 #include <future>
 #include <thread>
 
+namespace {
+
+constexpr int c_iPrinters = 100; // more than are in sight
+
+} // namespace
+
+/// The table's cells, what a user sees around them, what stays when the list is new, and the workers of its rows.
 class tst_PrinterTable : public WindowTest
 {
     Q_OBJECT
@@ -23,105 +28,127 @@ class tst_PrinterTable : public WindowTest
 private slots:
     void init()
     {
-        QDir(u"/opt/vora"_s).removeRecursively();
-        m_pWindow = std::make_unique<VoraPrinterToolWidget>();
-        StopListWorker(*m_pWindow);
+        MakeWindow();
+        m_pWindow->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_pWindow.get()));
     }
 
     void cleanup() { m_pWindow.reset(); }
 
     void columnsHaveTheirHeadersAndWidths()
     {
-        const QTableWidget* pTable = Table();
+        QHeaderView* pHeader = Table()->horizontalHeader();
         const QList<stGoldenColumn> listColumn = GoldenColumns();
-        QCOMPARE(pTable->columnCount(), static_cast<int>(listColumn.size()));
-        QVERIFY(pTable->horizontalHeader()->stretchLastSection());
-        Table()->horizontalHeader()->setStretchLastSection(false); // shows the width that the last column was given
+        QCOMPARE(Table()->columnCount(), static_cast<int>(listColumn.size()));
+        QVERIFY(pHeader->isVisible());
+        QVERIFY(pHeader->height() >= pHeader->fontMetrics().height());
+        QVERIFY(pHeader->stretchLastSection());
+        pHeader->setStretchLastSection(false); // shows the width that the last column was given
         for (int i = 0; i < listColumn.size(); ++i) {
-            QCOMPARE(pTable->horizontalHeaderItem(i)->text(), listColumn.at(i).strHeader);
-            QCOMPARE(pTable->columnWidth(i), listColumn.at(i).iWidth);
+            QCOMPARE(Table()->horizontalHeaderItem(i)->text(), listColumn.at(i).strHeader);
+            QCOMPARE(Table()->columnWidth(i), listColumn.at(i).iWidth);
+            QVERIFY(!pHeader->isSectionHidden(i));
+            QCOMPARE(pHeader->visualIndex(i), i);
         }
     }
 
-    void cellsCannotBeEditedNorSorted()
+    void rowsAreNumbered()
+    {
+        ShowPrinters(*m_pWindow, MakePrinters(c_iPrinters));
+        const QHeaderView* pNumbers = Table()->verticalHeader();
+        QVERIFY(pNumbers->isVisible());
+        QTRY_VERIFY(pNumbers->width() >= pNumbers->fontMetrics().horizontalAdvance(u"100"_s));
+        for (const int iRow : {0, 1, c_iPrinters - 1}) {
+            QCOMPARE(Table()->model()->headerData(iRow, Qt::Vertical).toString(), QString::number(iRow + 1));
+            QVERIFY(!pNumbers->isSectionHidden(iRow));
+        }
+    }
+
+    void cellsCanBeSelectedAlone()
     {
         QCOMPARE(Table()->editTriggers(), QAbstractItemView::NoEditTriggers);
         QVERIFY(!Table()->horizontalHeader()->sectionsClickable());
         QVERIFY(!Table()->isSortingEnabled());
+        QVERIFY(!Table()->wordWrap());
+        QVERIFY(Table()->showGrid());
+        QVERIFY(Table()->isEnabled());
+        QVERIFY(!Table()->alternatingRowColors());
+        QCOMPARE(Table()->selectionMode(), QAbstractItemView::ExtendedSelection);
+        QCOMPARE(Table()->selectionBehavior(), QAbstractItemView::SelectItems);
+        QCOMPARE(Table()->focusPolicy(), Qt::StrongFocus);
     }
 
-    void longNamesAreNotWrapped() { QVERIFY(!Table()->wordWrap()); }
-
-    void buildingTheTableIsLogged()
+    void scrollBarIsThereWhenRowsAreManyAlone()
     {
-        SetLogEnable(true);
-        m_pWindow->InitDeviceTable();
-        SetLogEnable(false);
-        const QDir folder(u"/opt/vora/vora-printer-k507/tool"_s);
-        const QStringList listName = folder.entryList(QDir::Files);
-        QCOMPARE(listName.size(), 1);
-        const QList<QByteArray> listLine = ReadFile(folder.filePath(listName.first())).split('\n');
-        QCOMPARE(listLine.size(), 3); // the last one is what follows the second line's end
-        QVERIFY(listLine.at(0).endsWith(" InitDeviceTable) InitDeviceTable start"));
-        QVERIFY(listLine.at(1).endsWith(" InitDeviceTable) InitDeviceTable end"));
+        ShowPrinters(*m_pWindow, MakePrinters(2));
+        QTRY_VERIFY(!Table()->verticalScrollBar()->isVisible());
+        ShowPrinters(*m_pWindow, MakePrinters(c_iPrinters));
+        QTRY_VERIFY(Table()->verticalScrollBar()->isVisible());
     }
 
-    void cellHasItsTextAsToolTip_data()
+    void placeAndSizesStayWithANewList_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("toolTip");
-        QTest::newRow("plain") << u"Office & <home>"_s << u"Office & <home>"_s;
-        QTest::newRow("looks like a tag")
-            << u"<b>Office</b> & home"_s << u"<span>&lt;b&gt;Office&lt;/b&gt; &amp; home</span>"_s;
+        QTest::addColumn<int>("count");
+        QTest::newRow("as many printers") << c_iPrinters;
+        QTest::newRow("more printers") << c_iPrinters + 10;
+        QTest::newRow("fewer printers") << c_iPrinters - 10;
+    }
+
+    /// The sizes are those that the user gave.
+    void placeAndSizesStayWithANewList()
+    {
+        QFETCH(const int, count);
+        ShowPrinters(*m_pWindow, MakePrinters(c_iPrinters));
+        QTRY_VERIFY(Table()->verticalScrollBar()->maximum() > 40);
+        Table()->verticalScrollBar()->setValue(40);
+        QCOMPARE(Table()->horizontalHeader()->sectionResizeMode(0), QHeaderView::Interactive);
+        QCOMPARE(Table()->verticalHeader()->sectionResizeMode(41), QHeaderView::Interactive);
+        Table()->setColumnWidth(0, 200);
+        Table()->setRowHeight(41, 77);
+        ShowPrinters(*m_pWindow, MakePrinters(count));
+        QCoreApplication::processEvents();
+        QCOMPARE(Table()->rowCount(), count);
+        QCOMPARE(Table()->rowAt(0), 40);
+        QCOMPARE(Table()->columnWidth(0), 200);
+        QCOMPARE(Table()->columnWidth(1), GoldenColumns().at(1).iWidth);
+        QCOMPARE(Table()->columnWidth(2), GoldenColumns().at(2).iWidth);
+        QCOMPARE(Table()->rowHeight(41), 77);
+    }
+
+    void selectionEndsWithANewList()
+    {
+        ShowPrinters(*m_pWindow, MakePrinters(5));
+        Table()->setCurrentCell(3, 1);
+        ShowPrinters(*m_pWindow, MakePrinters(5));
+        QCOMPARE(Table()->currentRow(), -1);
+        QVERIFY(!Table()->selectionModel()->hasSelection());
     }
 
     void cellHasItsTextAsToolTip()
     {
-        QFETCH(QString, name);
-        QFETCH(QString, toolTip);
-        ShowPrinters(*m_pWindow, {MakePrinter(name)});
-        QCOMPARE(Cell(0, 0), name);
-        QCOMPARE(Table()->item(0, 0)->toolTip(), toolTip);
+        ShowPrinters(*m_pWindow, {MakePrinter(u"Office & <home>"_s), MakePrinter(u"<b>Office</b> & home"_s)});
+        QCOMPARE(Cell(1, 0), u"<b>Office</b> & home"_s);
+        QCOMPARE(Table()->item(0, 0)->toolTip(), u"Office & <home>"_s);
+        QCOMPARE(Table()->item(1, 0)->toolTip(), u"<span>&lt;b&gt;Office&lt;/b&gt; &amp; home</span>"_s);
         QCOMPARE(Table()->item(0, 2)->toolTip(), c_strNoInk);
-    }
-
-    void reportsWaitForTheLock_data()
-    {
-        QTest::addColumn<bool>("list");
-        QTest::newRow("of the list") << true;
-        QTest::newRow("of a state") << false;
     }
 
     void reportsWaitForTheLock()
     {
-        QFETCH(bool, list);
-        ShowPrinters(*m_pWindow, {MakePrinter(u"Office"_s)});
-        std::atomic<bool> bHeld{false};
-        std::atomic<bool> bReleased{false};
-        const auto holding = std::async(std::launch::async, [&] {
-            const std::lock_guard lock(g_mutexPrinterList);
-            bHeld = true;
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
-            bReleased = true;
-        });
-        QTRY_VERIFY(bHeld);
-        if (list) {
-            m_pWindow->SlotUpdatePrinterList();
-        } else {
-            m_pWindow->SlotUpdatePrinterStatus(0);
+        for (const bool bList : {true, false}) {
+            ShowPrinters(*m_pWindow, {MakePrinter(u"Office"_s)});
+            std::atomic<bool> bHeld{false};
+            std::atomic<bool> bReleased{false};
+            const auto holding = std::async(std::launch::async, [&] {
+                const std::lock_guard lock(g_mutexPrinterList);
+                bHeld = true;
+                std::this_thread::sleep_for(std::chrono::milliseconds(100));
+                bReleased = true;
+            });
+            QTRY_VERIFY(bHeld);
+            bList ? m_pWindow->SlotUpdatePrinterList() : m_pWindow->SlotUpdatePrinterStatus(0);
+            QVERIFY(bReleased);
         }
-        QVERIFY(bReleased);
-    }
-
-    void emptyListGivesAnEmptyTableAndNoWorker()
-    {
-        const QSignalSpy spyStart(m_pWindow.get(), &VoraPrinterToolWidget::SgnStatusThreadStart);
-        m_pWindow->SlotUpdatePrinterList();
-        QCOMPARE(Table()->rowCount(), 0);
-        QCOMPARE(Table()->columnCount(), static_cast<int>(GoldenColumns().size()));
-        QVERIFY(m_pWindow->m_listTrdGetPrinterStatus.isEmpty());
-        QVERIFY(m_pWindow->m_listStatusThread.isEmpty());
-        QCOMPARE(spyStart.count(), 0);
     }
 
     void newRowsShowIdentityAndDefaults_data()
@@ -130,81 +157,65 @@ private slots:
         QTest::addColumn<QString>("port");
         QTest::addColumn<QString>("connection");
         const QString strAddress = u"192.168.1.20"_s;
-        QTest::newRow("USB") << 1 << QString() << u"USB"_s;
         QTest::newRow("USB with a port") << 1 << strAddress << u"USB"_s;
         QTest::newRow("network") << 2 << strAddress << u"网络(192.168.1.20)"_s;
         QTest::newRow("record that nobody filled") << 0 << QString() << u"网络()"_s;
-        QTest::newRow("negative") << -1 << strAddress << u"网络(192.168.1.20)"_s;
         QTest::newRow("port with a format") << 2 << u"%1%s"_s << u"网络(%1%s)"_s;
     }
 
+    /// Whatever was known of their states.
     void newRowsShowIdentityAndDefaults()
     {
         QFETCH(int, connectType);
         QFETCH(QString, port);
         QFETCH(QString, connection);
-        ShowPrinters(*m_pWindow, {MakePrinter(u"Office"_s), MakePrinter(u"二楼 %s"_s, connectType, port)});
+        stPrinterManager printer = MakePrinter(u"二楼 %s"_s, connectType, port);
+        printer.printerState.enCurrentStatus = enStatusReady;
+        printer.printerState.dwBlueInkRemainer = 50;
+        ShowPrinters(*m_pWindow, {MakePrinter(u"Office"_s), printer});
         QCOMPARE(Table()->rowCount(), 2);
         QCOMPARE(Cell(0, 0), u"Office"_s);
-        QCOMPARE(Cell(1, 0), u"二楼 %s"_s);
-        QCOMPARE(Cell(1, 1), connection);
-        QCOMPARE(Cell(1, 2), c_strNoInk);
-        QCOMPARE(Cell(1, 3), u"脱机"_s);
-    }
-
-    void listReportResetsTheRows()
-    {
-        stPrinterState state;
-        state.enCurrentStatus = enStatusReady;
-        state.dwBlueInkRemainer = 50;
-        ReportState(*m_pWindow, state);
-        QCOMPARE(Cell(0, 3), u"就绪"_s);
-        m_pWindow->SlotUpdatePrinterList();
-        QCOMPARE(Cell(0, 2), c_strNoInk);
-        QCOMPARE(Cell(0, 3), u"脱机"_s);
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(Cell(1, 0), u"二楼 %s"_s);
+            QCOMPARE(Cell(1, 1), connection);
+            QCOMPARE(Cell(1, 2), c_strNoInk);
+            QCOMPARE(Cell(1, 3), u"脱机"_s);
+            m_pWindow->SlotUpdatePrinterStatus(1);
+            QCOMPARE(Cell(1, 3), u"就绪"_s);
+            m_pWindow->SlotUpdatePrinterList();
+        }
         QCOMPARE(Table()->horizontalHeaderItem(0)->text(), GoldenColumns().constFirst().strHeader);
-    }
-
-    void inkLevelHasItsWord_data()
-    {
-        QTest::addColumn<unsigned long>("level");
-        QTest::addColumn<QString>("word");
-        const auto row = [](unsigned long dwLevel, const QString& strWord) {
-            QTest::newRow(QByteArray::number(static_cast<qulonglong>(dwLevel)).constData()) << dwLevel << strWord;
-        };
-        row(100UL, u"高"_s);
-        row(70UL, u"高"_s);
-        row(69UL, u"中"_s);
-        row(40UL, u"中"_s);
-        row(39UL, u"较低"_s);
-        row(16UL, u"较低"_s);
-        row(15UL, u"低"_s);
-        row(1UL, u"低"_s);
-        row(0UL, u"无"_s);
-        row(101UL, u"无"_s);
-        row(255UL, u"无"_s);
-        // Levels are taken as signed 32-bit integers.
-        row(2147483647UL, u"无"_s);
-        row(2147483648UL, u"无"_s);
-        row(4294967291UL, u"无"_s);           // -5
-        row(4294967296UL, u"无"_s);           // 0
-        row(4294967346UL, u"中"_s);           // 50
-        row(18446744073709551611UL, u"无"_s); // -5
     }
 
     void inkLevelHasItsWord()
     {
-        QFETCH(unsigned long, level);
-        QFETCH(QString, word);
-        QCOMPARE(QString::fromUtf8(m_pWindow->GetRemainInkStr(static_cast<int>(level))), word);
-        stPrinterState state;
-        state.dwBlueInkRemainer = level;
-        state.dwRedInkRemainer = level;
-        state.dwYellowInkRemainer = level;
-        state.dwBlackInkRemainer = level;
-        ReportState(*m_pWindow, state);
-        QCOMPARE(Cell(0, 2),
-                 u"青色："_s + word + u"   红色："_s + word + u"   黄色："_s + word + u"   黑色："_s + word);
+        const QList<QPair<unsigned long, QString>> listLevel = {
+            {100UL, u"高"_s},
+            {70UL, u"高"_s},
+            {69UL, u"中"_s},
+            {40UL, u"中"_s},
+            {39UL, u"较低"_s},
+            {16UL, u"较低"_s},
+            {15UL, u"低"_s},
+            {1UL, u"低"_s},
+            {0UL, u"无"_s},
+            {101UL, u"无"_s},
+            {255UL, u"无"_s},
+            // Levels are taken as signed 32-bit integers: -2147483648, -5, 0, 50, -5.
+            {2147483647UL, u"无"_s},
+            {2147483648UL, u"无"_s},
+            {4294967291UL, u"无"_s},
+            {4294967296UL, u"无"_s},
+            {4294967346UL, u"中"_s},
+            {18446744073709551611UL, u"无"_s}};
+        for (const auto& [dwLevel, strWord] : listLevel) {
+            QCOMPARE(QString::fromUtf8(m_pWindow->GetRemainInkStr(static_cast<int>(dwLevel))), strWord);
+            stPrinterState state;
+            state.dwBlueInkRemainer = state.dwRedInkRemainer = dwLevel;
+            state.dwYellowInkRemainer = state.dwBlackInkRemainer = dwLevel;
+            ReportState(*m_pWindow, state);
+            QCOMPARE(Cell(0, 2), u"青色：%1   红色：%1   黄色：%1   黑色：%1"_s.arg(strWord));
+        }
     }
 
     void inkWordsStandInTheirOrder()
@@ -220,83 +231,36 @@ private slots:
         QCOMPARE(Cell(0, 1), u"USB"_s);
     }
 
-    void growingListMakesOneWorkerForEachNewRow()
+    /// None for a row that had one before, but a further one for a row that comes back.
+    void eachNewRowGetsAWorker()
     {
-        QSignalSpy spyStart(m_pWindow.get(), &VoraPrinterToolWidget::SgnStatusThreadStart);
-        const stPrinterManager printer = MakePrinter(u"Office"_s);
-        SetPrinterList(*m_pWindow, {printer, printer});
-        m_pWindow->SlotUpdatePrinterList();
-        QCOMPARE(m_pWindow->m_listTrdGetPrinterStatus.size(), 2);
-        QCOMPARE(spyStart.count(), 2);
-        QCOMPARE(m_pWindow->m_iStatusThreadCount, 2);
-
-        SetPrinterList(*m_pWindow, {printer, printer, printer});
-        m_pWindow->SlotUpdatePrinterList();
-        QCOMPARE(m_pWindow->m_listTrdGetPrinterStatus.size(), 3);
-        QCOMPARE(m_pWindow->m_listStatusThread.size(), 3);
-        QCOMPARE(spyStart.count(), 3);
-        QCOMPARE(m_pWindow->m_iStatusThreadCount, 3);
-        for (int i = 0; i < 3; ++i) {
+        const QSignalSpy spyStart(m_pWindow.get(), &VoraPrinterToolWidget::SgnStatusThreadStart);
+        const QList<QPair<int, QList<int>>> listStep = {{0, {}},        {2, {0, 1}},    {3, {0, 1, 2}},
+                                                        {3, {0, 1, 2}}, {1, {0, 1, 2}}, {3, {0, 1, 2, 1, 2}}};
+        for (const auto& [iPrinters, listIndex] : listStep) {
+            SetPrinterList(*m_pWindow, MakePrinters(iPrinters));
+            m_pWindow->SlotUpdatePrinterList();
+            QCOMPARE(Table()->rowCount(), iPrinters);
+            QCOMPARE(m_pWindow->m_iStatusThreadCount, iPrinters);
+            QCOMPARE(spyStart.count(), static_cast<int>(listIndex.size()));
+            QCOMPARE(m_pWindow->m_listStatusThread.size(), listIndex.size());
+            QList<int> listFound;
+            for (const TrdGetPrinterStatus* pWorker : std::as_const(m_pWindow->m_listTrdGetPrinterStatus)) {
+                listFound.append(pWorker->m_iIndex);
+            }
+            QCOMPARE(listFound, listIndex);
+        }
+        for (int i = 0; i < 5; ++i) {
             TrdGetPrinterStatus* pWorker = m_pWindow->m_listTrdGetPrinterStatus.at(i);
-            QCOMPARE(pWorker->m_iIndex, i);
             QCOMPARE(pWorker->m_pListPrinterManager, &m_pWindow->m_listPrinterManager);
             QCOMPARE(pWorker->parent(), nullptr);
             QCOMPARE(pWorker->thread(), m_pWindow->m_listStatusThread.at(i));
-            QCOMPARE(pWorker->thread()->objectName(), QString::asprintf("vora-status-%d", i));
-            QVERIFY(WasTaskStarted(*pWorker));
-            pWorker->m_bThreadQuit = false;
-            emit m_pWindow->SgnThreadQuit(); // reaches a worker without a loop
-            QTRY_VERIFY(pWorker->m_bThreadQuit);
+            QCOMPARE(pWorker->thread()->objectName(), QString::asprintf("vora-status-%d", pWorker->m_iIndex));
+            CheckStart(*pWorker, *m_pWindow);
             // The start of those after it would wait in its queue for ever.
             QVERIFY(!QObject::disconnect(m_pWindow.get(), &VoraPrinterToolWidget::SgnStatusThreadStart, pWorker,
                                          &TrdGetPrinterStatus::SlotTaskStart));
         }
-
-        m_pWindow->SlotUpdatePrinterList(); // the same number of printers
-        QCOMPARE(m_pWindow->m_listTrdGetPrinterStatus.size(), 3);
-        QCOMPARE(spyStart.count(), 3);
-    }
-
-    void shrinkingAndGrowingListMakesFurtherWorkers()
-    {
-        QSignalSpy spyStart(m_pWindow.get(), &VoraPrinterToolWidget::SgnStatusThreadStart);
-        const stPrinterManager printer = MakePrinter(u"Office"_s);
-        for (const int iCount : {3, 1, 3}) {
-            SetPrinterList(*m_pWindow, Repeat(printer, iCount));
-            m_pWindow->SlotUpdatePrinterList();
-            QCOMPARE(m_pWindow->m_iStatusThreadCount, iCount);
-            QCOMPARE(Table()->rowCount(), iCount);
-        }
-        QCOMPARE(spyStart.count(), 5);
-        QCOMPARE(m_pWindow->m_listTrdGetPrinterStatus.size(), 5);
-        QCOMPARE(m_pWindow->m_listStatusThread.size(), 5);
-        QList<int> listIndex;
-        for (int i = 0; i < 5; ++i) {
-            listIndex.append(m_pWindow->m_listTrdGetPrinterStatus.at(i)->m_iIndex);
-            QVERIFY(m_pWindow->m_listStatusThread.at(i)->isRunning());
-        }
-        QCOMPARE(listIndex, QList<int>({0, 1, 2, 1, 2}));
-    }
-
-    void reportsOfFilesReachTheTable()
-    {
-        m_pWindow.reset();
-        const DriverFolder folder = StatusFolder();
-        stStatusReply reply;
-        reply.byStatus = 0x10;
-        reply.listWarningCode = {0x6160};
-        reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlueInk, 70), MakeSuppliesRecord(enSuppliesRedInk, 69),
-                              MakeSuppliesRecord(enSuppliesYellowInk, 39), MakeSuppliesRecord(enSuppliesBlackInk, 15)};
-        folder.WriteStatus(u"Office"_s, EncodeStatusReply(reply));
-        folder.WritePrinterList(
-            {MakePrinter(u"Silent"_s, 2, u"10.0.0.7"_s).printerInfo, MakePrinter(u"Office"_s).printerInfo});
-        m_pWindow = std::make_unique<VoraPrinterToolWidget>();
-        QTRY_COMPARE(Table()->rowCount(), 2);
-        QTRY_COMPARE(Cell(1, 3), u"正在打印(墨水量低)"_s);
-        QCOMPARE(Cell(1, 2), u"青色：高   红色：中   黄色：较低   黑色：低"_s);
-        QCOMPARE(Cell(0, 0), u"Silent"_s);
-        QCOMPARE(Cell(0, 1), u"网络(10.0.0.7)"_s);
-        QCOMPARE(Cell(0, 3), u"脱机"_s);
     }
 };
 

@@ -3,6 +3,7 @@
 
 #include "AppSetting.h"
 #include "FakeCommand.h"
+#include "OpenHook.h"
 #include "OrderOfEnds.h"
 #include "StatusEncoder.h"
 #include "StatusFolder.h"
@@ -10,12 +11,12 @@
 #include "WindowTest.h"
 
 #include <QAction>
-#include <QPointer>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QtTest>
 
-#include <memory>
+#include <atomic>
+#include <future>
 #include <vector>
 
 #include <dlfcn.h>
@@ -30,20 +31,6 @@ struct stWait
 };
 std::vector<stWait> s_listWait;
 
-constexpr int c_iNotEnded = 99;
-
-const QString c_strGo = u"/tmp/hung-go"_s;
-const QByteArray c_hang = "while [ ! -e /tmp/hung-go ]; do sleep 0.05; done\n";
-
-/// Runs the event loop as the program does; c_iNotEnded when nothing ends it.
-int RunEventLoop()
-{
-    QTimer watchdog;
-    QObject::connect(&watchdog, &QTimer::timeout, [] { QCoreApplication::exit(c_iNotEnded); });
-    watchdog.start(5000);
-    return QCoreApplication::exec();
-}
-
 } // namespace
 
 /// Stands for Qt's function of that name: notes what is asked for.
@@ -55,16 +42,12 @@ bool QThread::wait(QDeadlineTimer deadline)
     return realWait(this, deadline);
 }
 
-class tst_Shutdown : public QObject
+class tst_Shutdown : public WindowTest
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        QDir(u"/opt/vora"_s).removeRecursively();
-        QFile::remove(c_strGo);
-    }
+    void init() { QDir(u"/opt/vora"_s).removeRecursively(); }
 
     void exitHidesEverythingAndEndsTheLoop_data()
     {
@@ -76,185 +59,132 @@ private slots:
         QTest::newRow("all hidden") << false << false;
     }
 
+    /// Hides all before it asks the workers to quit.
     void exitHidesEverythingAndEndsTheLoop()
     {
         QFETCH(bool, main);
         QFETCH(bool, settings);
         VoraPrinterToolWidget window;
-        const QSignalSpy spyQuit(&window, &VoraPrinterToolWidget::SgnThreadQuit);
         window.setVisible(main);
         window.m_pAppSetting->setVisible(settings);
-        QTimer::singleShot(0, window.m_pActionExit, &QAction::trigger);
-        QCOMPARE(RunEventLoop(), 0);
-        QVERIFY(window.isHidden());
-        QVERIFY(window.m_pAppSetting->isHidden());
-        QVERIFY(!window.m_pTrayIcon->isVisible());
-        QCOMPARE(spyQuit.count(), 1);
-    }
-
-    void exitHidesBeforeItAsksTheWorkersToQuit()
-    {
-        VoraPrinterToolWidget window;
-        window.show();
-        window.m_pAppSetting->show();
-        bool bSeen = false;
-        bool bAllHidden = false;
+        QList<bool> listHidden;
         connect(&window, &VoraPrinterToolWidget::SgnThreadQuit, this, [&] {
-            bSeen = true;
-            bAllHidden = window.isHidden() && window.m_pAppSetting->isHidden() && !window.m_pTrayIcon->isVisible();
+            listHidden.append(window.isHidden() && window.m_pAppSetting->isHidden() &&
+                              !window.m_pTrayIcon->isVisible());
         });
-        QTimer::singleShot(0, &window, &VoraPrinterToolWidget::SlotTrayActionExit);
-        QCOMPARE(RunEventLoop(), 0);
-        QVERIFY(bSeen);
-        QVERIFY(bAllHidden);
+        QTimer::singleShot(0, window.m_pActionExit, &QAction::trigger);
+        QTimer::singleShot(5000, &window, [] { QCoreApplication::exit(99); }); // when nothing ends it
+        QCOMPARE(QCoreApplication::exec(), 0);
+        QCOMPARE(listHidden, QList<bool>{true});
     }
 
-    void closingTheLastWindowKeepsTheLoopRunning_data()
+    void idleWorkersAreFreed()
     {
-        QTest::addColumn<bool>("settings");
-        QTest::newRow("main window") << false;
-        QTest::newRow("settings window") << true;
-    }
-
-    void closingTheLastWindowKeepsTheLoopRunning()
-    {
-        QFETCH(bool, settings);
-        VoraPrinterToolWidget window;
-        QWidget* pLast = settings ? static_cast<QWidget*>(window.m_pAppSetting) : &window;
-        pLast->show();
-        QTimer::singleShot(0, pLast, &QWidget::close);
-        QTimer::singleShot(500, this, [] { QCoreApplication::exit(7); });
-        QCOMPARE(RunEventLoop(), 7);
-        QVERIFY(pLast->isHidden());
-        QVERIFY(window.m_pTrayIcon->isVisible());
-    }
-
-    void destructionFreesWorkersThreadsAndSettings()
-    {
-        WritePrinters(3, 0x00);
-        auto pWindow = std::make_unique<VoraPrinterToolWidget>();
-        QTRY_COMPARE(pWindow->m_listTrdGetPrinterStatus.size(), 3);
-        QList<QPointer<QObject>> listOwned = {pWindow->m_pTrdDeviceManage, pWindow->m_pManageThread,
-                                              pWindow->m_pAppSetting};
+        StartWindow({0x00, 0x00, 0x00});
+        QList<QPointer<QObject>> listOwned = {m_pWindow->m_pAppSetting};
         for (int i = 0; i < 3; ++i) {
-            listOwned.append(pWindow->m_listTrdGetPrinterStatus.at(i));
-            listOwned.append(pWindow->m_listStatusThread.at(i));
+            listOwned += Worker(i);
         }
-        ShowOrderOfEnds(*pWindow);
-        pWindow.reset();
+        DestroyWindow(4, false);
         for (const QPointer<QObject>& pOwned : std::as_const(listOwned)) {
             QVERIFY(pOwned.isNull());
         }
-        QVERIFY(!VoraPrinterToolWidget::IsWorkerLeftBehind());
     }
 
-    void destructionWaitsOneSecondForAllThreads()
+    void hungStatusWorkersAreLeftBehind()
     {
-        WritePrinters(3, 0x00);
-        auto pWindow = std::make_unique<VoraPrinterToolWidget>();
-        QTRY_COMPARE(pWindow->m_listTrdGetPrinterStatus.size(), 3);
-        ShowOrderOfEnds(*pWindow);
+        const FakeCommand cancel(u"cancel"_s, "while [ ! -e /tmp/hung-go ]; do sleep 0.05; done\n");
+        StartWindow({0x03, 0x00, 0x03, 0x00});
+        QTRY_COMPARE(cancel.Calls().size(), 2);
+        const QList<QPointer<QObject>> listIdle = Worker(1) + Worker(3);
+        const QList<TrdGetPrinterStatus*> listWorker = m_pWindow->m_listTrdGetPrinterStatus;
+        const QList<QThread*> listThread = m_pWindow->m_listStatusThread;
+        DestroyWindow(5, true);
+        for (const QPointer<QObject>& pIdle : listIdle) {
+            QVERIFY(pIdle.isNull());
+        }
+        for (const int i : {0, 2}) {
+            QVERIFY(listThread.at(i)->isRunning());
+            QVERIFY(listWorker.at(i)->m_bThreadQuit);
+            QVERIFY(listWorker.at(i)->m_pListPrinterManager == nullptr); // the list has gone with the window
+            QCOMPARE(listWorker.at(i)->m_iIndex, -1);
+        }
+        QVERIFY(WriteFile(u"/tmp/hung-go"_s, "go"));
+        for (const int i : {0, 2}) {
+            QVERIFY(listThread.at(i)->wait(5000));
+            delete listThread.at(i);
+            delete listWorker.at(i);
+        }
+        QCOMPARE(cancel.Calls().size(), 2); // no further cycle
+    }
+
+    void hungListWorkerIsLeftBehind()
+    {
+        std::promise<void> go;
+        std::atomic<bool> bHangs{false};
+        const std::shared_future<void> goes = go.get_future().share();
+        const OpenHook hang(StatusFolder().ListPath(), [&] {
+            bHangs = true;
+            goes.wait();
+            return true;
+        });
+        StartWindow({});
+        QTRY_VERIFY(bHangs);
+        const std::unique_ptr<TrdDeviceManage> pWorker(m_pWindow->m_pTrdDeviceManage);
+        const std::unique_ptr<QThread> pThread(m_pWindow->m_pManageThread);
+        DestroyWindow(1, true);
+        QVERIFY(pThread->isRunning());
+        QVERIFY(pWorker->m_bThreadQuit);
+        QVERIFY(pWorker->m_pListPrinterManager == nullptr);
+        go.set_value();
+        QVERIFY(pThread->wait(5000));
+    }
+
+private:
+    /// With a printer in each of these raw states, all of which have their worker.
+    void StartWindow(const QList<quint8>& listStatus)
+    {
+        const DriverFolder folder = StatusFolder();
+        QList<stPrinterInfo> listInfo;
+        for (const quint8 byStatus : listStatus) {
+            listInfo.append(MakePrinter(u"Printer%1"_s.arg(listInfo.size())).printerInfo);
+            stStatusReply reply;
+            reply.byStatus = byStatus;
+            folder.WriteStatus(listInfo.last().strPrinterName, EncodeStatusReply(reply));
+        }
+        folder.WritePrinterList(listInfo);
+        m_pWindow = std::make_unique<VoraPrinterToolWidget>();
+        QTRY_COMPARE(m_pWindow->m_listTrdGetPrinterStatus.size(), listStatus.size());
+    }
+
+    QList<QPointer<QObject>> Worker(int i) const
+    {
+        return {m_pWindow->m_listTrdGetPrinterStatus.at(i), m_pWindow->m_listStatusThread.at(i)};
+    }
+
+    /// Waits for each thread, and one second for all together, which passes when one hangs. The list's worker and its
+    /// thread are freed unless they are the only ones.
+    void DestroyWindow(std::size_t iThreads, bool bHung)
+    {
+        const QList<QPointer<QObject>> listOfList = {m_pWindow->m_pTrdDeviceManage, m_pWindow->m_pManageThread};
+        ShowOrderOfEnds(*m_pWindow);
         s_listWait.clear();
         const qint64 iBegin = QDeadlineTimer::current().deadline();
-        pWindow.reset();
-        QCOMPARE(s_listWait.size(), std::size_t(4)); // and the list's
+        m_pWindow.reset();
+        const qint64 iElapsed = QDeadlineTimer::current().deadline() - iBegin;
+        QVERIFY2(!bHung || iElapsed >= 900, QByteArray::number(iElapsed));
+        QVERIFY2(iElapsed < 2500, QByteArray::number(iElapsed));
+        QCOMPARE(s_listWait.size(), iThreads);
         QVERIFY(s_listWait.front().iDeadline >= iBegin + 1000);
         QVERIFY(s_listWait.front().iDeadline <= s_listWait.front().iBegin + 1000);
         for (const stWait& wait : s_listWait) {
             QCOMPARE(wait.iDeadline, s_listWait.front().iDeadline);
         }
-    }
-
-    void destructionLeavesAHungWorkerAlone()
-    {
-        const FakeCommand cancel(u"cancel"_s, c_hang);
-        WritePrinters(1, 0x03);
-        auto pWindow = std::make_unique<VoraPrinterToolWidget>();
-        QTRY_COMPARE(cancel.Calls().size(), 1);
-        const std::unique_ptr<TrdGetPrinterStatus> pWorker(pWindow->m_listTrdGetPrinterStatus.at(0));
-        const std::unique_ptr<QThread> pThread(pWindow->m_listStatusThread.at(0));
-        const QPointer<QObject> pListWorker(pWindow->m_pTrdDeviceManage);
-        ShowOrderOfEnds(*pWindow);
-
-        QElapsedTimer timer;
-        timer.start();
-        pWindow.reset();
-        QVERIFY2(timer.elapsed() >= 900, QByteArray::number(timer.elapsed()).constData());
-        QVERIFY2(timer.elapsed() < 2500, QByteArray::number(timer.elapsed()).constData());
-        QVERIFY(VoraPrinterToolWidget::IsWorkerLeftBehind());
-        QVERIFY(pListWorker.isNull());
-        QVERIFY(pThread->isRunning());
-        QVERIFY(pWorker->m_bThreadQuit);
-        QVERIFY(pWorker->m_pListPrinterManager == nullptr); // the list has gone with the window
-        QCOMPARE(pWorker->m_iIndex, -1);
-
-        QVERIFY(WriteFile(c_strGo, "go"));
-        QVERIFY(pThread->wait(5000));
-        QCOMPARE(cancel.Calls().size(), 1); // no further cycle
-    }
-
-    void destructionWithSeveralHungWorkersWaitsOnce()
-    {
-        const FakeCommand cancel(u"cancel"_s, c_hang);
-        WritePrinters(4, 0x03);
-        auto pWindow = std::make_unique<VoraPrinterToolWidget>();
-        QTRY_COMPARE(cancel.Calls().size(), 4);
-        const QList<TrdGetPrinterStatus*> listWorker = pWindow->m_listTrdGetPrinterStatus;
-        const QList<QThread*> listThread = pWindow->m_listStatusThread;
-        ShowOrderOfEnds(*pWindow);
-        QElapsedTimer timer;
-        timer.start();
-        pWindow.reset();
-        QVERIFY2(timer.elapsed() < 2500, QByteArray::number(timer.elapsed()).constData());
-        QVERIFY(WriteFile(c_strGo, "go"));
-        for (QThread* pThread : listThread) {
-            QVERIFY(pThread->wait(5000));
+        QCOMPARE(VoraPrinterToolWidget::IsWorkerLeftBehind(), bHung);
+        for (const QPointer<QObject>& pOfList : listOfList) {
+            QCOMPARE(pOfList.isNull(), iThreads > 1);
         }
-        qDeleteAll(listThread);
-        qDeleteAll(listWorker);
     }
-
-    void destructionFreesTheIdleBehindAHungWorker()
-    {
-        const FakeCommand cancel(u"cancel"_s, c_hang);
-        WritePrinters(3, 0x00);
-        stStatusReply canceling;
-        canceling.byStatus = 0x03;
-        DriverFolder(c_strCfgPath).WriteStatus(Name(0), EncodeStatusReply(canceling));
-        auto pWindow = std::make_unique<VoraPrinterToolWidget>();
-        QTRY_COMPARE(cancel.Calls().size(), 1);
-        QTRY_COMPARE(pWindow->m_listTrdGetPrinterStatus.size(), 3);
-        const std::unique_ptr<TrdGetPrinterStatus> pHung(pWindow->m_listTrdGetPrinterStatus.at(0));
-        const std::unique_ptr<QThread> pHungThread(pWindow->m_listStatusThread.at(0));
-        const QList<QPointer<QObject>> listIdle = {
-            pWindow->m_listTrdGetPrinterStatus.at(1), pWindow->m_listStatusThread.at(1),
-            pWindow->m_listTrdGetPrinterStatus.at(2), pWindow->m_listStatusThread.at(2)};
-        ShowOrderOfEnds(*pWindow);
-        pWindow.reset();
-        for (const QPointer<QObject>& pIdle : listIdle) {
-            QVERIFY(pIdle.isNull());
-        }
-        QVERIFY(pHungThread->isRunning());
-        QVERIFY(WriteFile(c_strGo, "go"));
-        QVERIFY(pHungThread->wait(5000));
-    }
-
-private:
-    /// A list of printers that all report the raw state.
-    static void WritePrinters(int iCount, quint8 byStatus)
-    {
-        const DriverFolder folder = StatusFolder();
-        stStatusReply reply;
-        reply.byStatus = byStatus;
-        QList<stPrinterInfo> listInfo;
-        for (int i = 0; i < iCount; ++i) {
-            folder.WriteStatus(Name(i), EncodeStatusReply(reply));
-            listInfo.append(MakePrinter(Name(i)).printerInfo);
-        }
-        folder.WritePrinterList(listInfo);
-    }
-
-    static QString Name(int i) { return u"Printer"_s + QString::number(i); }
 };
 
 QTEST_MAIN(tst_Shutdown)

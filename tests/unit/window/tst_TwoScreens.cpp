@@ -3,10 +3,8 @@
 
 #include "UtilWindow.h"
 
-#include "TestFiles.h"
-
-#include <QApplication>
 #include <QScreen>
+#include <QWidget>
 #include <QtTest>
 
 /// A window on a desktop of two screens, one beside the other.
@@ -25,17 +23,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    if (!WriteFile(u"/tmp/screens.json"_s,
-                   R"({"screens": [{"name": "left", "x": 0, "y": 0, "width": 1280, "height": 800, "dpr": 1},
-                                   {"name": "right", "x": 1280, "y": 0, "width": 1024, "height": 600, "dpr": 1}]})")) {
-        return 1;
-    }
-    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=/tmp/screens.json");
-    const QApplication application(argc, argv);
-    tst_TwoScreens test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_MAIN(tst_TwoScreens)
 
 #include "tst_TwoScreens.moc"
