@@ -2,54 +2,14 @@
 // SPDX-License-Identifier: MIT
 
 #include "GoldenTable.h"
-#include "PrinterCommon.h"
+#include "HandMadeReply.h"
+#include "PrinterText.h"
 #include "TrdDeviceManage.h"
+#include "TrdGetPrinterStatus.h"
 
 #include <QtTest>
 
 #include <iterator>
-
-namespace {
-
-/// A state with no field at its reset value.
-stPrinterState FilledState()
-{
-    stPrinterState state;
-    state.strPrinterSerialNumber = u"SN1"_s;
-    state.enCurrentStatus = 8;
-    state.strFWVersion = u"1.2"_s;
-    state.strVenderName = u"Vora"_s;
-    state.strProductName = u"RA7QX"_s;
-    state.listErrorStatus = {enErrorNoPaper};
-    state.listWarningStatus = {enErrorCyanInkLow, enErrorNetwork};
-    state.strSupplySerialNumber = u"SN2"_s;
-    state.enSpplyType = 3;
-    unsigned long dwFigure = 10;
-#define VORA_FILL(enKey, wKey, iBytes, Stem, ...) state.dw##Stem = dwFigure++;
-    VORA_SUPPLIES_OF_STATE(VORA_FILL)
-#undef VORA_FILL
-    state.iReadFailCount = 22;
-    return state;
-}
-
-void CompareWithReset(const stPrinterState& state)
-{
-    QCOMPARE(state.strPrinterSerialNumber, QString());
-    QCOMPARE(state.enCurrentStatus, 2);
-    QCOMPARE(state.strFWVersion, QString());
-    QCOMPARE(state.strVenderName, QString());
-    QCOMPARE(state.strProductName, QString());
-    QVERIFY(state.listErrorStatus.isEmpty());
-    QVERIFY(state.listWarningStatus.isEmpty());
-    QCOMPARE(state.strSupplySerialNumber, QString());
-    QCOMPARE(state.enSpplyType, 0);
-#define VORA_COMPARE(enKey, wKey, iBytes, Stem, ...) QCOMPARE(state.dw##Stem, 0ul);
-    VORA_SUPPLIES_OF_STATE(VORA_COMPARE)
-#undef VORA_COMPARE
-    QCOMPARE(state.iReadFailCount, 0);
-}
-
-} // namespace
 
 class tst_PrinterCommon : public QObject
 {
@@ -67,26 +27,24 @@ private slots:
 
     void resetInfo()
     {
-        stPrinterInfo info{u"Office"_s, u"RA7QX"_s, 1, u"10.0.0.7"_s, u"socket://10.0.0.7"_s};
+        stPrinterInfo info = Printers(u"Office|RA7QX|1|10.0.0.7|socket://10.0.0.7"_s).first();
         TrdDeviceManage().InitStPrinterInfo(info);
-        QCOMPARE(info.strPrinterName, QString());
-        QCOMPARE(info.enType, u"-1"_s);
-        QCOMPARE(info.iConnectType, 0);
-        QCOMPARE(info.strPort, QString());
-        QCOMPARE(info.strURI, QString());
+        QCOMPARE(Text(info), u"|-1|0||"_s);
     }
 
     void resetState()
     {
-        stPrinterState state = FilledState();
+        TrdGetPrinterStatus worker;
+        QByteArray reply = HandMadeReply(); // which leaves few fields as they are
+        worker.CheckPrinterStatus(reinterpret_cast<unsigned char*>(reply.data()),
+                                  static_cast<unsigned long>(reply.size()));
+        stPrinterState& state = worker.m_printerManager.printerState;
+        state.enSpplyType = 3;
+        state.iReadFailCount = 22;
         TrdDeviceManage().InitStPrinterState(state);
-        CompareWithReset(state);
-    }
-
-    void newStateIsAResetState()
-    {
-        CompareWithReset(stPrinterState());
-        CompareWithReset(stPrinterManager().printerState);
+        QCOMPARE(Text(state), c_strResetState);
+        QCOMPARE(Text(stPrinterState()), c_strResetState);
+        QCOMPARE(Text(stPrinterManager()), u"||0|| "_s + c_strResetState);
     }
 
     void countersAreUnsigned64Bit()
@@ -105,15 +63,10 @@ private slots:
     void catalogue_data()
     {
         QTest::addColumn<int>("row");
-        QTest::addColumn<QString>("model");
-        QTest::addColumn<QString>("displayName");
-        QTest::addColumn<QString>("ppdName");
-        QTest::addColumn<int>("vendorId");
         QTest::addColumn<int>("productId");
         int iRow = 0;
         for (const stGoldenModel& model : GoldenModels()) {
-            QTest::newRow(qPrintable(model.strModel)) << iRow++ << model.strModel << model.strDisplayName
-                                                      << model.strPpdName << model.iVendorId << model.iProductId;
+            QTest::newRow(qPrintable(model.strModel)) << iRow++ << model.iProductId;
         }
     }
 
@@ -122,20 +75,15 @@ private slots:
         QFETCH(const int, row);
         QVERIFY(row < static_cast<int>(std::size(c_stModelInfoList)));
         const stModelInfo& info = c_stModelInfoList[row];
-        QTEST(info.strModel, "model");
-        QTEST(info.strDisplayName, "displayName");
-        QTEST(info.strPPDName, "ppdName");
-        QTEST(info.iVendorId, "vendorId");
+        const stGoldenModel model = GoldenModels().at(row);
+        QCOMPARE(info.strModel, model.strModel);
+        QCOMPARE(info.strDisplayName, model.strDisplayName);
+        QCOMPARE(info.strDisplayName, u"Vora "_s + info.strModel);
+        QCOMPARE(info.strPPDName, model.strPpdName);
+        QCOMPARE(info.strPPDName, u"Vora_"_s + info.strModel + u".ppd"_s);
         QCOMPARE(info.iVendorId, 19068);
+        QCOMPARE(model.iVendorId, 19068);
         QTEST(info.iProductId, "productId");
-    }
-
-    void catalogueNamesFollowFromTheCode()
-    {
-        for (const stModelInfo& info : c_stModelInfoList) {
-            QCOMPARE(info.strDisplayName, u"Vora "_s + info.strModel);
-            QCOMPARE(info.strPPDName, u"Vora_"_s + info.strModel + u".ppd"_s);
-        }
     }
 };
 

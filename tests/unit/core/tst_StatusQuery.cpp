@@ -46,7 +46,14 @@ class tst_StatusQuery : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { m_worker.m_printerManager = stPrinterManager(); }
+    void init()
+    {
+        m_worker.m_printerManager = stPrinterManager();
+        m_worker.m_buffer.fill(0xEE);
+        m_iDescriptors = DescriptorCount();
+    }
+
+    void cleanup() { QCOMPARE(DescriptorCount(), m_iDescriptors); }
 
     void sendsTheRequestAndDecodesTheReply()
     {
@@ -79,15 +86,9 @@ private slots:
         QCOMPARE(responder.Requests().size(), 1);
         QCOMPARE(m_state.dwBlackInkRemainer, iResult == 0 ? 42UL : 0UL);
         QCOMPARE(m_state.enCurrentStatus, iResult == 0 ? 3 : 2);
-    }
-
-    void bufferIsClearedBeforeEachQuery()
-    {
-        m_worker.m_buffer.fill(0xEE);
-        const UdpResponder responder({"tiny"});
-        QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -5);
+        // Cleared before each query.
         const QByteArray buffer(reinterpret_cast<char*>(m_worker.m_buffer.data()), 2048);
-        QCOMPARE(buffer, "tiny" + QByteArray(2044, '\0'));
+        QCOMPARE(buffer, reply.left(2048).leftJustified(2048, '\0'));
     }
 
     void waitsOneSecondForAReply()
@@ -114,21 +115,13 @@ private slots:
         QCOMPARE(iResult, 0);
     }
 
-    void refusesWhatIsNoAddress_data()
-    {
-        QTest::addColumn<QString>("strAddress");
-        const QStringList listAddress = {QString(),       u"nonsense"_s, u"localhost"_s, u"999.1.1.1"_s,
-                                         u"127.0.0.1 "_s, u"127.1"_s,    u"::1"_s,       u"１２７.0.0.1"_s};
-        for (const QString& strAddress : listAddress) {
-            QTest::newRow(qPrintable(strAddress)) << strAddress;
-        }
-    }
-
     void refusesWhatIsNoAddress()
     {
-        QFETCH(QString, strAddress);
         UdpResponder responder({HandMadeReply()});
-        QCOMPARE(m_worker.GetPrinterStatusUDP(strAddress), -1);
+        for (const QString& strAddress :
+             u"|nonsense|localhost|999.1.1.1|127.0.0.1 |127.1|::1|１２７.0.0.1"_s.split(QLatin1Char('|'))) {
+            QVERIFY2(m_worker.GetPrinterStatusUDP(strAddress) == -1, qPrintable(strAddress));
+        }
         QVERIFY(responder.Requests().isEmpty());
     }
 
@@ -151,54 +144,28 @@ private slots:
         QCOMPARE(m_state.enCurrentStatus, 2);
     }
 
-    void socketIsClosed()
-    {
-        const UdpResponder responder({HandMadeReply(), "tiny", HandMadeReply().left(8)});
-        const int iBefore = DescriptorCount();
-        QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), 0);
-        QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -5);
-        QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), -1);
-        QCOMPARE(m_worker.GetPrinterStatusUDP(u"203.0.113.1"_s), -3);
-        s_bRefuseSocketOption = true;
-        const int iNoTimeOut = m_worker.GetPrinterStatusUDP(c_strLocal);
-        s_bRefuseSocketOption = false;
-        QCOMPARE(iNoTimeOut, -4);
-        QCOMPARE(DescriptorCount(), iBefore);
-    }
-
-    void usbIdentifiers_data()
-    {
-        QTest::addColumn<QString>("strModel");
-        QTest::addColumn<int>("iPid"); // -1: none
-        QTest::newRow("PF41S") << u"PF41S?"_s << 21345;
-        QTest::newRow("PF41SQ") << u"PF41SQ?"_s << 21346;
-        QTest::newRow("PG41S") << u"PG41S?"_s << 21347;
-        QTest::newRow("PG41ES") << u"PG41ES?"_s << 21348;
-        QTest::newRow("PG41ESQ") << u"PG41ESQ?"_s << 21349;
-        QTest::newRow("in the middle") << u"Vora PG41ES? series"_s << 21348;
-        QTest::newRow("first row wins") << u"PG41S? PF41S?"_s << 21345;
-        for (const char* pModel : {"PF41S", "PF41SQ", "PG41S", "PG41ES", "PG41ESQ"}) {
-            QTest::addRow("%s without question mark", pModel) << QString::fromLatin1(pModel) << -1;
-        }
-        QTest::newRow("question mark is no wildcard") << u"PG41ESX"_s << -1;
-        QTest::newRow("lower case") << u"pf41s?"_s << -1;
-        QTest::newRow("empty") << QString() << -1;
-    }
-
     void usbIdentifiers()
     {
-        QFETCH(QString, strModel);
-        QFETCH(int, iPid);
-        int iVidFound = -7;
-        int iPidFound = -1;
-        QCOMPARE(m_worker.GetPrinterVidPid(strModel, iVidFound, iPidFound), iPid != -1);
-        QCOMPARE(iVidFound, 19068);
-        QCOMPARE(iPidFound, iPid);
+        const QMap<QString, int> pidOfText = {{u"PF41S?"_s, 21345},       {u"PF41SQ?"_s, 21346},
+                                              {u"PG41S?"_s, 21347},       {u"PG41ES?"_s, 21348},
+                                              {u"PG41ESQ?"_s, 21349},     {u"Vora PG41ES? series"_s, 21348},
+                                              {u"PG41S? PF41S?"_s, 21345}}; // the first row wins
+        // The question mark is no wildcard.
+        const QStringList listUnknown = {u"PF41S"_s,   u"PF41SQ"_s,  u"PG41S"_s,  u"PG41ES"_s,
+                                         u"PG41ESQ"_s, u"PG41ESX"_s, u"pf41s?"_s, QString()};
+        for (const QString& strModel : pidOfText.keys() + listUnknown) {
+            int iVid = -7;
+            int iPid = -1;
+            QCOMPARE(m_worker.GetPrinterVidPid(strModel, iVid, iPid), pidOfText.contains(strModel));
+            QCOMPARE(iVid, 19068);
+            QCOMPARE(iPid, pidOfText.value(strModel, -1));
+        }
     }
 
 private:
     TrdGetPrinterStatus m_worker;
     stPrinterState& m_state = m_worker.m_printerManager.printerState;
+    int m_iDescriptors = 0;
 };
 
 QTEST_APPLESS_MAIN(tst_StatusQuery)

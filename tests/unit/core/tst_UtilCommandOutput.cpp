@@ -3,8 +3,8 @@
 
 #include "UtilCommandOutput.h"
 
+#include "Plant.h"
 #include "StatusFolder.h"
-#include "TestFiles.h"
 #include "UtilShell.h"
 
 #include <QtTest>
@@ -13,6 +13,17 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
+
+namespace {
+
+struct stat LinkStat(const QString& strPath)
+{
+    struct stat status = {};
+    ::lstat(QFile::encodeName(strPath).constData(), &status);
+    return status;
+}
+
+} // namespace
 
 class tst_UtilCommandOutput : public QObject
 {
@@ -24,36 +35,40 @@ private slots:
         m_pFolder = std::make_unique<QTemporaryDir>();
         QVERIFY(m_pFolder->isValid());
         QVERIFY(WriteFile(Path("victim"), "precious"));
+        QVERIFY(QDir(m_pFolder->path()).mkdir(u"folder"_s));
+        m_iDescriptors = DescriptorCount();
         ::alarm(20); // whatever blocks ends the program
     }
 
     void cleanup()
     {
         ::alarm(0);
+        QCOMPARE(DescriptorCount(), m_iDescriptors);
         QCOMPARE(ReadFile(Path("victim")), QByteArray("precious"));
+        QVERIFY(QFileInfo(Path("folder")).isDir());
         QVERIFY(!QFile::exists(Path("missing")));
     }
 
     void takesWhatACommandWrites()
     {
-        const int iBefore = DescriptorCount();
         {
             const UtilCommandOutput output(Path("a"));
             QVERIFY(output.IsOpen());
             QVERIFY(QFileInfo(Path("a")).isFile());
             QCOMPARE(output.Read(100), QByteArray());
-            RunShellCommand("printf 'first\\nsecond' > " + output.ShellPath());
-            QCOMPARE(output.Read(100), QByteArray("first\nsecond"));
-            QCOMPARE(ReadFile(Path("a")), QByteArray("first\nsecond"));
+            RunShellCommand("printf '1\\n345' > " + output.ShellPath());
+            QCOMPARE(output.Read(100), QByteArray("1\n345"));
+            QCOMPARE(output.Read(4), QByteArray("1\n34"));
+            QCOMPARE(output.Read(5), QByteArray("1\n345"));
+            QCOMPARE(ReadFile(Path("a")), QByteArray("1\n345"));
         }
         QVERIFY(!QFile::exists(Path("a")));
-        QCOMPARE(DescriptorCount(), iBefore);
     }
 
     void replacesWhatStandsThere_data()
     {
         QTest::addColumn<QString>("kind");
-        for (const char* pKind : {"file", "link", "link to nothing", "link to a device", "hard link", "FIFO"}) {
+        for (const char* pKind : {"hard link", "victim", "missing", "/dev/zero", ""}) {
             QTest::newRow(pKind) << QString::fromLatin1(pKind);
         }
     }
@@ -61,12 +76,27 @@ private slots:
     void replacesWhatStandsThere()
     {
         QFETCH(const QString, kind);
-        QVERIFY(Plant(kind, Path("a")));
+        QVERIFY(PlantKind(kind));
         const UtilCommandOutput output(Path("a"));
         QVERIFY(output.IsOpen());
         RunShellCommand("echo ours > " + output.ShellPath());
         QCOMPARE(output.Read(100), QByteArray("ours\n"));
-        QVERIFY(QFileInfo(Path("a")).isFile() && !QFileInfo(Path("a")).isSymLink());
+        QVERIFY(S_ISREG(LinkStat(Path("a")).st_mode));
+    }
+
+    void laterPlantIsNeitherWrittenNorRead_data() { replacesWhatStandsThere_data(); }
+    void laterPlantIsNeitherWrittenNorRead()
+    {
+        QFETCH(const QString, kind);
+        ino_t iPlanted = 0;
+        {
+            const UtilCommandOutput output(Path("a"));
+            QVERIFY(PlantKind(kind));
+            iPlanted = LinkStat(Path("a")).st_ino;
+            RunShellCommand("echo ours > " + output.ShellPath());
+            QCOMPARE(output.Read(100), QByteArray("ours\n"));
+        }
+        QCOMPARE(LinkStat(Path("a")).st_ino, iPlanted); // what is not ours is left where it is
     }
 
     void othersCanNeitherReadNorWrite()
@@ -74,102 +104,46 @@ private slots:
         const mode_t iOldMask = ::umask(0);
         const UtilCommandOutput output(Path("a"));
         ::umask(iOldMask);
-        struct stat status = {};
-        QCOMPARE(::stat(QFile::encodeName(Path("a")).constData(), &status), 0);
-        QCOMPARE(int(status.st_mode & 0777), 0600);
-    }
-
-    void readsNoMoreThanAsked()
-    {
-        const UtilCommandOutput output(Path("a"));
-        RunShellCommand("printf 12345 > " + output.ShellPath());
-        QCOMPARE(output.Read(4), QByteArray("1234"));
-        QCOMPARE(output.Read(5), QByteArray("12345"));
-        QCOMPARE(output.Read(6), QByteArray("12345"));
-    }
-
-    void laterPlantIsNeitherWrittenNorRead_data() { replacesWhatStandsThere_data(); }
-
-    void laterPlantIsNeitherWrittenNorRead()
-    {
-        QFETCH(const QString, kind);
-        {
-            const UtilCommandOutput output(Path("a"));
-            QVERIFY(QFile::remove(Path("a")));
-            QVERIFY(Plant(kind, Path("a")));
-            RunShellCommand("echo ours > " + output.ShellPath());
-            QCOMPARE(output.Read(100), QByteArray("ours\n"));
-        }
-        QVERIFY(IsPlanted(kind, Path("a"))); // what is not ours is left where it is
+        QCOMPARE(LinkStat(Path("a")).st_mode, mode_t(S_IFREG | 0600));
     }
 
     void linkThatCannotBeRemovedStays()
     {
-        QVERIFY(QDir(m_pFolder->path()).mkdir(u"closed"_s));
-        QVERIFY(QFile::link(Path("victim"), Path("closed/link")));
+        const QByteArray folder = QFile::encodeName(Path("folder"));
+        QVERIFY(Plant(Path("folder/link"), Path("victim")));
         QCOMPARE(::chmod(QFile::encodeName(m_pFolder->path()).constData(), 0755), 0);
         QCOMPARE(::chmod(QFile::encodeName(Path("victim")).constData(), 0666), 0);
-        QCOMPARE(::chmod(QFile::encodeName(Path("closed")).constData(), 0555), 0);
+        QCOMPARE(::chmod(folder.constData(), 0555), 0);
         const bool bRoot = ::geteuid() == 0; // who can remove everything
         QVERIFY(!bRoot || ::seteuid(65534) == 0);
-        const bool bOpen = UtilCommandOutput(Path("closed/link")).IsOpen();
+        const bool bOpen = UtilCommandOutput(Path("folder/link")).IsOpen();
         QVERIFY(!bRoot || ::seteuid(0) == 0);
-        QCOMPARE(::chmod(QFile::encodeName(Path("closed")).constData(), 0755), 0);
+        QCOMPARE(::chmod(folder.constData(), 0755), 0);
         QVERIFY(!bOpen);
-    }
-
-    void isNotOpenWhenNoFileCanBeMade_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("folder") << u"folder"_s;
-        QTest::newRow("missing folder") << u"missing/a"_s;
-        QTest::newRow("file for a folder") << u"victim/a"_s;
     }
 
     void isNotOpenWhenNoFileCanBeMade()
     {
-        QFETCH(const QString, name);
-        QVERIFY(QDir(m_pFolder->path()).mkdir(u"folder"_s));
-        QVERIFY(!UtilCommandOutput(m_pFolder->filePath(name)).IsOpen());
-        QVERIFY(QFileInfo(Path("folder")).isDir());
+        for (const char* pName : {"folder", "missing/a", "victim/a"}) {
+            QVERIFY2(!UtilCommandOutput(Path(pName)).IsOpen(), pName);
+        }
     }
 
 private:
     QString Path(const char* pName) const { return m_pFolder->filePath(QString::fromUtf8(pName)); }
-    bool Plant(const QString& strKind, const QString& strPath) const
-    {
-        const QByteArray path = QFile::encodeName(strPath);
-        if (strKind == QLatin1String("file")) {
-            return WriteFile(strPath, "theirs");
-        }
-        if (strKind == QLatin1String("link")) {
-            return QFile::link(Path("victim"), strPath);
-        }
-        if (strKind == QLatin1String("link to nothing")) {
-            return QFile::link(Path("missing"), strPath);
-        }
-        if (strKind == QLatin1String("link to a device")) {
-            return QFile::link(u"/dev/zero"_s, strPath);
-        }
-        if (strKind == QLatin1String("hard link")) {
-            return ::link(QFile::encodeName(Path("victim")).constData(), path.constData()) == 0;
-        }
-        return ::mkfifo(path.constData(), 0666) == 0;
-    }
 
-    bool IsPlanted(const QString& strKind, const QString& strPath) const
+    /// Puts another name of the victim, or a FIFO or link as Plant() does, in the place of the file "a".
+    bool PlantKind(const QString& strKind) const
     {
-        struct stat status = {};
-        if (::lstat(QFile::encodeName(strPath).constData(), &status) != 0) {
-            return false;
+        if (strKind != QLatin1String("hard link")) {
+            return Plant(Path("a"), strKind.isEmpty() ? QString() : QDir(m_pFolder->path()).filePath(strKind));
         }
-        if (strKind.startsWith(QLatin1String("link"))) {
-            return S_ISLNK(status.st_mode);
-        }
-        return strKind == QLatin1String("FIFO") ? S_ISFIFO(status.st_mode) : S_ISREG(status.st_mode);
+        QFile::remove(Path("a"));
+        return ::link(QFile::encodeName(Path("victim")).constData(), QFile::encodeName(Path("a")).constData()) == 0;
     }
 
     std::unique_ptr<QTemporaryDir> m_pFolder;
+    int m_iDescriptors = 0;
 };
 
 QTEST_MAIN(tst_UtilCommandOutput)

@@ -138,11 +138,13 @@ private slots:
         for (const QByteArray& content :
              {QByteArray(), QByteArray("abc"), QByteArray("abcd"), QByteArray("abcde"), QByteArray(2, '\0')}) {
             QVERIFY(WriteFile(Path("a"), content));
+            QVERIFY(SetModificationTime(Path("a"), QDateTime::fromMSecsSinceEpoch(1700000000123)));
             for (const char* pName : {"a", "link"}) {
                 const stFileContent file = ReadRegularFile(Path(pName), 4);
                 QCOMPARE(file.enResult, enFileRead);
                 QCOMPARE(file.content, content.left(4));
                 QCOMPARE(file.iSize, qint64(content.size()));
+                QCOMPARE(file.iModified, qint64(1700000000123));
             }
         }
     }
@@ -216,6 +218,21 @@ private slots:
         QCOMPARE(file.enResult, enFileUnreadable);
         QCOMPARE(file.iError, EIO);
         QCOMPARE(file.content, QByteArray());
+    }
+
+    /// A program may be started without standard input.
+    void descriptorZeroIsAsGoodAsAny()
+    {
+        const int iInput = ::dup(STDIN_FILENO);
+        ::close(STDIN_FILENO);
+        QFile file;
+        const bool bOpen = OpenWithoutBlocking(file, Path("a"), QIODevice::WriteOnly);
+        file.close();
+        const enFileResult enResult = ReadRegularFile(Path("a"), 4).enResult;
+        ::dup2(iInput, STDIN_FILENO);
+        ::close(iInput);
+        QVERIFY(bOpen);
+        QCOMPARE(enResult, enFileRead);
     }
 
 private:
