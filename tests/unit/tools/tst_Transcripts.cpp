@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // Types the commands of each transcript anew and compares what comes of them with what stands below them, byte by byte.
-// prelude.sh beside the transcripts of tests/unit/tools explains what they consist of.
+// prelude.sh beside the transcripts of this folder explains what they consist of.
 
 #include "QtCompat.h"
 
@@ -103,7 +103,7 @@ private slots:
         if (replayed == transcript) {
             return;
         }
-        const QString strToday = QStringLiteral(VORA_TODAY) + QString::fromLatin1(QTest::currentDataTag());
+        const QString strToday = QStringLiteral(VORA_TODAY) + QDir(c_strTranscripts).dirName() + QLatin1Char('-') + QString::fromLatin1(QTest::currentDataTag());
         QVERIFY(WriteFile(strToday, replayed));
         const QByteArrayList listFound = replayed.split('\n');
         const QByteArrayList listExpected = transcript.split('\n');

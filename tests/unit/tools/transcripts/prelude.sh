@@ -8,7 +8,8 @@
 #   |  its output      !  its messages    =  its exit status, unless 0
 # After a wanted change of the output, check each changed line by hand; a failed test tells where all of today's is.
 
-cfg=/opt/vora/vora-printer-k507/cfg
+driver=/opt/vora/vora-printer-k507
+cfg=$driver/cfg
 
 # A reply of a printer that is ready, with these fields too.
 reply() {
@@ -51,4 +52,21 @@ unprivileged() {
     else
         "$@"
     fi
+}
+
+# Plays a scenario in the background; returns when the first files are there, and the folder is told, or it has ended.
+play() {
+    rm -f told
+    mkfifo told
+    vora-printer-sim "$@" > told &
+    player=$!
+    read -r root < told
+}
+
+# Waits for its end, which a signal, when one is given, brings about, and shows its exit status and what it left.
+end() {
+    [ $# -eq 0 ] || kill -s "$1" "$player"
+    wait "$player"
+    echo "= $?"
+    test ! -e "$cfg" || find "$cfg" -mindepth 1 -printf '%f %y\n' | sort
 }
