@@ -37,14 +37,6 @@ inline QList<stPrinterManager> MakePrinters(int iCount)
     return listPrinter;
 }
 
-/// Ends the list worker, which would replace a list that a test puts in by hand.
-inline void StopListWorker(VoraPrinterToolWidget& window)
-{
-    window.m_pTrdDeviceManage->SlotThreadQuit();
-    window.m_pManageThread->quit();
-    window.m_pManageThread->wait();
-}
-
 inline void SetPrinterList(VoraPrinterToolWidget& window, const QList<stPrinterManager>& listPrinter)
 {
     const std::lock_guard lock(g_mutexPrinterList);
@@ -132,12 +124,14 @@ inline void CheckStart(UtilThreadBase& worker, VoraPrinterToolWidget& window)
 class WindowTest : public QObject
 {
 protected:
-    /// A window of its own for each test: no driver package, no list worker, no log.
+    /// A window without driver package, and without the list worker, which would replace a list that a test puts in.
     void MakeWindow()
     {
         QDir(u"/opt/vora"_s).removeRecursively();
         m_pWindow = std::make_unique<VoraPrinterToolWidget>();
-        StopListWorker(*m_pWindow);
+        m_pWindow->m_pTrdDeviceManage->SlotThreadQuit();
+        m_pWindow->m_pManageThread->quit();
+        m_pWindow->m_pManageThread->wait();
     }
 
     QTableWidget* Table() const { return m_pWindow->findChild<QTableWidget*>(u"tableDeviceManage"_s); }

@@ -6,7 +6,6 @@
 
 #include <QCheckBox>
 #include <QPushButton>
-#include <QScopeGuard>
 #include <QtTest>
 
 #include <csignal>
@@ -151,11 +150,10 @@ private slots:
     {
         QTest::addColumn<QByteArray>("home");
         QTest::addColumn<bool>("shipped");
-        QTest::addColumn<bool>("full");
-        QTest::newRow("nothing to copy") << QByteArray("/tmp/home/no") << false << false;
-        QTest::newRow("home full") << qgetenv("HOME") << true << true;
-        QTest::newRow("home not there, and nowhere to make it") << QByteArray("/proc/home") << true << false;
-        QTest::newRow("home not there yet") << QByteArray("/tmp/home/new") << true << false;
+        QTest::newRow("nothing to copy") << QByteArray("/tmp/home/none") << false;
+        QTest::newRow("home full") << QByteArray("/tmp/home/full") << true;
+        QTest::newRow("home not there, and nowhere to make it") << QByteArray("/proc/home") << true;
+        QTest::newRow("home not there yet") << QByteArray("/tmp/home/new") << true;
     }
 
     /// A limit on the length of files is to a writer what a full file system is.
@@ -163,28 +161,22 @@ private slots:
     {
         QFETCH(QByteArray, home);
         QFETCH(bool, shipped);
-        QFETCH(bool, full);
         const QByteArray oldHome = qgetenv("HOME");
         rlimit oldLimit = {};
         QCOMPARE(::getrlimit(RLIMIT_FSIZE, &oldLimit), 0);
-        const auto restore = qScopeGuard([&] {
-            qputenv("HOME", oldHome);
-            (void)::setrlimit(RLIMIT_FSIZE, &oldLimit);
-        });
-        qputenv("HOME", home);
         QVERIFY(shipped || QFile::remove(m_strSource));
         m_pWindow->show();
         Box()->setChecked(true);
-        if (full) {
-            (void)std::signal(SIGXFSZ, SIG_IGN);
-            const rlimit limit = {0, oldLimit.rlim_max};
-            QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-        }
+        (void)std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit = {home.endsWith("full") ? 0 : oldLimit.rlim_cur, oldLimit.rlim_max};
+        qputenv("HOME", home);
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
         Click(u"pushButtonOK"_s);
-        (void)::setrlimit(RLIMIT_FSIZE, &oldLimit);
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &oldLimit), 0);
+        qputenv("HOME", oldHome);
         const QDir folder(QString::fromLocal8Bit(home) + u"/.config/autostart"_s);
         const bool bThere = ReadFile(folder.filePath(c_strEntry)) == c_shipped;
-        QCOMPARE(bThere, home == "/tmp/home/new");
+        QCOMPARE(bThere, shipped && home.endsWith("new"));
         QCOMPARE(Box()->isChecked(), bThere);
         // Neither a part of the file nor another beside it.
         QCOMPARE(folder.entryList(QDir::Files | QDir::Hidden), bThere ? QStringList{c_strEntry} : QStringList());

@@ -189,32 +189,21 @@ private slots:
 
     void inkLevelHasItsWord()
     {
-        const QList<QPair<unsigned long, QString>> listLevel = {
-            {100UL, u"高"_s},
-            {70UL, u"高"_s},
-            {69UL, u"中"_s},
-            {40UL, u"中"_s},
-            {39UL, u"较低"_s},
-            {16UL, u"较低"_s},
-            {15UL, u"低"_s},
-            {1UL, u"低"_s},
-            {0UL, u"无"_s},
-            {101UL, u"无"_s},
-            {255UL, u"无"_s},
-            // Levels are taken as signed 32-bit integers: -2147483648, -5, 0, 50, -5.
-            {2147483647UL, u"无"_s},
-            {2147483648UL, u"无"_s},
-            {4294967291UL, u"无"_s},
-            {4294967296UL, u"无"_s},
-            {4294967346UL, u"中"_s},
-            {18446744073709551611UL, u"无"_s}};
-        for (const auto& [dwLevel, strWord] : listLevel) {
-            QCOMPARE(QString::fromUtf8(m_pWindow->GetRemainInkStr(static_cast<int>(dwLevel))), strWord);
-            stPrinterState state;
-            state.dwBlueInkRemainer = state.dwRedInkRemainer = dwLevel;
-            state.dwYellowInkRemainer = state.dwBlackInkRemainer = dwLevel;
-            ReportState(*m_pWindow, state);
-            QCOMPARE(Cell(0, 2), u"青色：%1   红色：%1   黄色：%1   黑色：%1"_s.arg(strWord));
+        const QList<QPair<QString, QList<unsigned long>>> listWord = {
+            {u"高"_s, {100, 70}},
+            {u"中"_s, {69, 40, 4294967346UL}}, // taken as a signed 32-bit integer: 50
+            {u"较低"_s, {39, 16}},
+            {u"低"_s, {15, 1}},
+            {u"无"_s, {0, 101, 255, 2147483647, 2147483648, 4294967291, 4294967296, 18446744073709551611UL}}};
+        for (const auto& [strWord, listLevel] : listWord) {
+            for (const unsigned long dwLevel : listLevel) {
+                QCOMPARE(QString::fromUtf8(m_pWindow->GetRemainInkStr(static_cast<int>(dwLevel))), strWord);
+                stPrinterState state;
+                state.dwBlueInkRemainer = state.dwRedInkRemainer = dwLevel;
+                state.dwYellowInkRemainer = state.dwBlackInkRemainer = dwLevel;
+                ReportState(*m_pWindow, state);
+                QCOMPARE(Cell(0, 2), u"青色：%1   红色：%1   黄色：%1   黑色：%1"_s.arg(strWord));
+            }
         }
     }
 
