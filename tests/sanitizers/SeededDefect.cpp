@@ -10,81 +10,63 @@
 #include <QThread>
 
 #include <atomic>
+#include <future>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 namespace {
 
 std::mutex s_mutex;
 int s_iShared = 0;
+bool s_bGuarded = false;
 std::atomic<int> s_iArrived{0};
 
-/// Driven as our workers are: without parent, in a thread of its own, by a queued call.
-class Counter : public QObject
+void Count()
 {
-public:
-    explicit Counter(bool bGuarded) : m_bGuarded(bGuarded) {}
-
-    void Count() const
-    {
-        // Both at once: a wake-up between the two would order them. A relaxed counter orders nothing.
-        s_iArrived.fetch_add(1, std::memory_order_relaxed);
-        while (s_iArrived.load(std::memory_order_relaxed) < 2) {
-            std::this_thread::yield();
-        }
-        for (int i = 0; i < 1000; ++i) {
-            std::unique_lock lock(s_mutex, std::defer_lock);
-            if (m_bGuarded) {
-                lock.lock();
-            }
-            ++s_iShared;
-        }
+    // Both at once: a wake-up between the two would order them. A relaxed counter orders nothing.
+    s_iArrived.fetch_add(1, std::memory_order_relaxed);
+    while (s_iArrived.load(std::memory_order_relaxed) < 2) {
+        std::this_thread::yield();
     }
-
-private:
-    const bool m_bGuarded;
-};
-
-int CountInTwoThreads(bool bGuarded)
-{
-    Counter worker(bGuarded);
-    QThread thread;
-    worker.moveToThread(&thread);
-    QObject::connect(&thread, &QThread::started, &worker, &Counter::Count);
-    thread.start();
-    const Counter window(bGuarded);
-    window.Count();
-    thread.quit();
-    thread.wait();
-    return 0;
+    for (int i = 0; i < 1000; ++i) {
+        const auto lock = s_bGuarded ? std::unique_lock(s_mutex) : std::unique_lock<std::mutex>();
+        ++s_iShared;
+    }
 }
 
-void StartAProgram()
+/// The worker is driven as ours are: without parent, in a thread of its own, by a queued call.
+void CountInTwoThreads()
 {
-    std::atomic<bool> bStarted{false};
-    std::thread other([&] {
-        while (!bStarted) {
-            std::this_thread::yield();
-        }
-    });
+    QObject worker;
+    QThread thread;
+    worker.moveToThread(&thread);
+    QObject::connect(&thread, &QThread::started, &worker, &Count);
+    thread.start();
+    Count();
+    thread.quit();
+    thread.wait();
+}
+
+void StartAProgramBesideAThread()
+{
+    std::promise<void> started;
+    std::thread other([&] { started.get_future().wait(); });
     QProcess::execute(QStringLiteral("true"), QStringList());
-    bStarted = true;
+    started.set_value();
     other.join();
 }
 
-[[gnu::noinline]] int Leak()
+[[gnu::noinline]] void Leak()
 {
-    int* volatile pLost = new int[8];
+    char* volatile pLost = new char[8];
     pLost = nullptr;
-    return pLost != nullptr ? 1 : 0;
 }
 
 [[gnu::noinline]] int Overflow(int iLength)
 {
-    char* volatile pText = new char[8]();
-    const int iBeyond = pText[iLength];
-    delete[] pText;
-    return iBeyond;
+    const std::vector<char> text(8);
+    return text.data()[iLength];
 }
 
 [[gnu::noinline]] int Undefined(int iBits)
@@ -98,18 +80,20 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     const QByteArray kind(argc > 1 ? argv[1] : "");
-    if (kind == "later-race") {
-        StartAProgram();
-        return CountInTwoThreads(false);
-    }
-    if (kind == "race" || kind == "guarded") {
-        return CountInTwoThreads(kind == "guarded");
-    }
-    if (kind == "leak") {
-        return Leak();
-    }
     if (kind == "overflow") {
         return Overflow(argc + 6);
     }
-    return Undefined(argc + 38) == 0 ? 0 : 1;
+    if (kind == "undefined") {
+        return Undefined(argc + 38);
+    }
+    if (kind == "leak") {
+        Leak();
+        return 0;
+    }
+    if (kind == "later-race") {
+        StartAProgramBesideAThread();
+    }
+    s_bGuarded = kind == "guarded";
+    CountInTwoThreads();
+    return 0;
 }

@@ -9,27 +9,16 @@
 #include <dlfcn.h>
 #include <sanitizer/tsan_interface.h>
 
-namespace {
-
-using MutexFunction = void (*)(QMutex*);
-
-MutexFunction RealFunction(const char* pSymbol)
-{
-    return reinterpret_cast<MutexFunction>(::dlsym(RTLD_NEXT, pSymbol));
-}
-
-} // namespace
-
 void QMutex::lock() QT_MUTEX_LOCK_NOEXCEPT
 {
-    static const MutexFunction s_realLock = RealFunction("_ZN6QMutex4lockEv");
+    static const auto s_realLock = reinterpret_cast<void (*)(QMutex*)>(::dlsym(RTLD_NEXT, "_ZN6QMutex4lockEv"));
     s_realLock(this);
     __tsan_acquire(this);
 }
 
 void QMutex::unlock() noexcept
 {
-    static const MutexFunction s_realUnlock = RealFunction("_ZN6QMutex6unlockEv");
+    static const auto s_realUnlock = reinterpret_cast<void (*)(QMutex*)>(::dlsym(RTLD_NEXT, "_ZN6QMutex6unlockEv"));
     __tsan_release(this);
     s_realUnlock(this);
 }
