@@ -8,353 +8,305 @@
 #include <QScopeGuard>
 
 #include <functional>
-#include <memory>
-#include <vector>
 
 #include <sys/stat.h>
 #include <unistd.h>
-
-using End = std::function<void(const Desktop::Window&)>;
-using Plant = std::function<bool()>;
-Q_DECLARE_METATYPE(End)
-Q_DECLARE_METATYPE(Plant)
 
 namespace {
 
 const QString c_strProgram = u"VoraPrinterTool"_s;
 const QString c_strTitle = u"星原喷墨打印机助手"_s;
-const QString c_strText = u"星原喷墨打印机助手已经处于运行中！"_s;
 const QString c_strButton = u"确  定"_s;
 
-constexpr QSize c_mainWindow(860, 300);
-
 const QString c_strOpt = u"/opt/vora"_s;
-const QString c_strToolFolder = u"/opt/vora/vora-printer-k507/tool"_s;
+const QString c_strToolFolder = u"" VORA_PACKAGE_PATH "tool"_s;
 const QString c_strProcessList = c_strToolFolder + u"/pslist.tmp"_s;
+const QByteArray c_ownLine = "    100 ?        00:00:00 VoraPrinterTool\n";
 
+const QString c_strLines = u"/tmp/lines"_s; // what `ps` prints in place of the processes, when it is there
 const QString c_strNowhere = u"/tmp/nowhere"_s;
 const QString c_strVictim = u"/tmp/victim"_s;
 
-const QString c_strOffice = u"Office"_s;
-
-std::optional<Desktop::Window> MessageBox()
+/// The window with the main window's title that is smaller.
+std::optional<Desktop::Window> MessageBox(const QString& strClass = c_strProgram)
 {
-    return Desktop::FindWindow(c_strProgram, c_strTitle, {1, 1}, {c_mainWindow.width() - 1, c_mainWindow.height() - 1});
+    return Desktop::FindWindow(strClass, c_strTitle, {1, 1}, {859, 299});
 }
 
-int MainWindows()
+bool IsFileOrLink(const QString& strPath)
 {
-    int iCount = 0;
-    for (const Desktop::Window& window : Desktop::Windows(u"VoraPrinter"_s)) {
-        iCount += window.strTitle == c_strTitle && window.geometry.size() == c_mainWindow ? 1 : 0;
-    }
-    return iCount;
+    return QFileInfo::exists(strPath) || QFileInfo(strPath).isSymLink();
 }
 
-/// A process of any name that does nothing.
-class IdleProcess
+bool MakeLinkOrFifo(const QString& strTarget, const QString& strPath)
 {
-public:
-    explicit IdleProcess(const QString& strName)
-    {
-        m_process.start(u"sh"_s, {u"-c"_s, u"printf %s \"$1\" > /proc/$$/comm; read -r line"_s, u"sh"_s, strName});
-        m_process.waitForStarted();
-    }
-    ~IdleProcess()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
+    QDir().mkpath(QFileInfo(strPath).path());
+    return strTarget.isEmpty() ? ::mkfifo(QFile::encodeName(strPath).constData(), 0666) == 0
+                               : QFile::link(strTarget, strPath);
+}
 
-private:
-    QProcess m_process;
-};
-
-/// A copy of the program, of this user or of one without rights.
-class RunningCopy
+/// Whether the picture begins with all that is opaque of the icon.
+bool ShowsIcon(const QImage& picture, QMessageBox::Icon enIcon)
 {
-public:
-    explicit RunningCopy(bool bAnotherUser)
-    {
-        // The build folder may be closed to others.
-        const QString strCopy = u"/tmp/"_s + c_strProgram;
-        QFile::copy(QStringLiteral(VORA_TOOL), strCopy);
-        const QStringList listCommand = {u"env"_s, u"HOME=/nonexistent"_s, strCopy};
-        const QString strOther = u"--reuid=65534 --regid=65534 --clear-groups"_s;
-        m_process.start(bAnotherUser ? u"setpriv"_s : listCommand.first(),
-                        bAnotherUser ? strOther.split(QLatin1Char(' ')) + listCommand : listCommand.mid(1));
-    }
-    ~RunningCopy()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-
-private:
-    QProcess m_process;
-};
-
-/// Whether all of picture that is not transparent can be found somewhere in screen.
-bool Contains(const QImage& screen, const QImage& picture)
-{
-    const auto isAt = [&](int iX, int iY) {
-        for (int y = 0; y < picture.height(); ++y) {
-            for (int x = 0; x < picture.width(); ++x) {
-                const QRgb pixel = picture.pixel(x, y);
-                if (qAlpha(pixel) == 255 && pixel != screen.pixel(iX + x, iY + y)) {
-                    return false;
-                }
-            }
-        }
-        return true;
-    };
-    for (int iY = 0; iY + picture.height() <= screen.height(); ++iY) {
-        for (int iX = 0; iX + picture.width() <= screen.width(); ++iX) {
-            if (isAt(iX, iY)) {
-                return true;
+    const QImage icon = QMessageBox(enIcon, QString(), QString()).iconPixmap().toImage();
+    for (int y = 0; y < icon.height(); ++y) {
+        for (int x = 0; x < icon.width(); ++x) {
+            if (qAlpha(icon.pixel(x, y)) == 255 && picture.pixel(x, y) != icon.pixel(x, y)) {
+                return false;
             }
         }
     }
-    return false;
-}
-
-bool ShowsIcon(const Desktop::Window& window, QMessageBox::Icon icon)
-{
-    const QString strPath = u"/tmp/screen.png"_s;
-    Desktop::SavePicture(strPath);
-    return Contains(QImage(strPath).copy(window.geometry),
-                    QMessageBox(icon, QString(), QString()).iconPixmap().toImage());
+    return !icon.isNull();
 }
 
 } // namespace
 
-/// What a second start of the program does, and what it takes for a copy of itself.
+/// What a second start of the program does, and what it takes for a copy of itself in the list that `ps` prints.
 class tst_SecondCopy : public DesktopTest
 {
     Q_OBJECT
 
 private slots:
+    void initTestCase()
+    {
+        FakeProgram(u"ps"_s, "echo \"$*\" > /tmp/arguments\n"
+                             "if [ -e /tmp/lines ]; then cat /tmp/lines; else exec /bin/ps \"$@\"; fi\n");
+    }
+
     void messageBoxSaysThatACopyRuns()
     {
         StartFirstCopy();
         Tool second;
-        second.Start();
+        second.Start({u"-hide"_s}); // it says so just the same
         QTRY_VERIFY(MessageBox());
-        QCOMPARE(MainWindows(), 1);
+        const Accessibility& access = second.Access();
+        QTRY_COMPARE(access.Names(c_strProgram, u"alert message"_s), QStringList(c_strTitle));
+        QCOMPARE(access.Names(c_strProgram, u"push button"_s), QStringList(c_strButton));
+        QCOMPARE(access.Names(c_strProgram, u"label"_s), QStringList(u"星原喷墨打印机助手已经处于运行中！"_s));
 
-        std::optional<AccessibleNode> box;
-        QTRY_VERIFY(box = second.Access().Find(c_strProgram, u"alert message"_s));
-        QCOMPARE(second.Access().Name(*box), c_strTitle);
-        QCOMPARE(second.Access().NamesWithin(*box, u"push button"_s), QStringList(c_strButton));
-        QStringList listLabel = second.Access().NamesWithin(*box, u"label"_s);
-        listLabel.removeAll(QString()); // the icon
-        QCOMPARE(listLabel, QStringList(c_strText));
-
-        QTRY_VERIFY(ShowsIcon(*MessageBox(), QMessageBox::Information));
-        for (const QMessageBox::Icon icon : {QMessageBox::Warning, QMessageBox::Critical, QMessageBox::Question}) {
-            QVERIFY(!ShowsIcon(*MessageBox(), icon));
+        const auto icon = access.Find(c_strProgram, u"graphic"_s);
+        QVERIFY(icon);
+        const auto showsIcon = [&](QMessageBox::Icon enIcon) {
+            return ShowsIcon(Desktop::Screen().copy(access.Extents(*icon)), enIcon);
+        };
+        QTRY_VERIFY(showsIcon(QMessageBox::Information));
+        for (const QMessageBox::Icon enIcon : {QMessageBox::Warning, QMessageBox::Critical, QMessageBox::Question}) {
+            QVERIFY(!showsIcon(enIcon));
         }
     }
 
-    void endsWithItsMessageBox_data()
+    void endsWithItsMessageBoxAndLeavesTheFirstCopyAlone()
     {
-        const auto pressing = [](const QString& strKey) {
-            return [strKey](const Desktop::Window&) { Desktop::PressKey(strKey); };
-        };
-        QTest::addColumn<End>("end");
-        QTest::newRow("Return") << End(pressing(u"Return"_s));
-        QTest::newRow("Escape") << End(pressing(u"Escape"_s));
-        QTest::newRow("closed by the window manager") << End(&Desktop::CloseWindow);
-        QTest::newRow("click on the button") << End([](const Desktop::Window& window) {
-            const Accessibility accessibility;
-            const std::optional<AccessibleNode> button =
-                accessibility.Find(c_strProgram, u"push button"_s, c_strButton);
-            if (button) {
-                Desktop::Click(window, accessibility.Extents(*button).center() - window.geometry.topLeft());
-            }
-        });
-    }
-
-    void endsWithItsMessageBox()
-    {
-        QFETCH(End, end);
-        StartFirstCopy();
-        Tool second;
-        second.Start();
-        std::optional<Desktop::Window> box;
-        QTRY_VERIFY(box = MessageBox());
-        QTRY_VERIFY(second.Access().Find(c_strProgram, u"push button"_s, c_strButton));
-        QTRY_COMPARE(Desktop::ActiveWindow(), box->strId);
-        end(*box);
-        QVERIFY(second.Process().waitForFinished(5000));
-        QCOMPARE(second.Process().exitStatus(), QProcess::NormalExit);
-        QCOMPARE(second.Process().exitCode(), 0);
-        QVERIFY(!MessageBox());
-        QCOMPARE(m_tool->Process().state(), QProcess::Running);
-    }
-
-    void leavesTheFirstCopyAlone()
-    {
-        WriteReadyPrinters({c_strOffice});
+        QFile::remove(c_strLines);
+        WriteReadyPrinters({u"Office"_s});
         StartWithTray();
         QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
         const QRect geometry = m_tool->MainWindow()->geometry;
         const QRect icon = m_tool->TrayIcon()->geometry;
+        const auto pressing = [](const QString& strKey) {
+            return [strKey](const Desktop::Window&) { Desktop::PressKey(strKey); };
+        };
+        const auto clickButton = [](const Desktop::Window& box) {
+            const Accessibility access;
+            const auto button = access.Find(c_strProgram, u"push button"_s, c_strButton);
+            Desktop::Click(box, access.Extents(button.value_or(AccessibleNode())).center() - box.geometry.topLeft());
+        };
+        const QList<std::function<void(const Desktop::Window&)>> listEnd = {
+            pressing(u"Return"_s), pressing(u"Escape"_s), &Desktop::CloseWindow, clickButton};
+        for (const auto& end : listEnd) {
+            Tool second;
+            second.Start();
+            QTRY_VERIFY(MessageBox());
+            QTRY_VERIFY(second.Access().Find(c_strProgram, u"push button"_s, c_strButton));
+            const Desktop::Window box = *MessageBox();
+            QTRY_COMPARE(Desktop::ActiveWindow(), box.strId);
+            WriteStatus(u"Office"_s, Reply(0x10));
+            QTRY_COMPARE(m_tool->Cell(0, 3), u"正在打印"_s);
 
-        Tool second;
-        second.Start({u"-hide"_s}); // it says so just the same
-        QTRY_VERIFY(MessageBox());
-        WriteStatus(c_strOffice, Reply(0x10));
-        QTRY_COMPARE(m_tool->Cell(0, 3), u"正在打印"_s);
-        QCOMPARE(m_tool->MainWindow()->geometry, geometry);
-        QCOMPARE(m_tool->TrayIcon()->geometry, icon);
-
-        Desktop::CloseWindow(*MessageBox());
-        QVERIFY(second.Process().waitForFinished(5000));
-        WriteStatus(c_strOffice, Reply(0x11));
-        QTRY_COMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
-        WriteReadyPrinters({c_strOffice, u"Study"_s});
-        QTRY_COMPARE(m_tool->RowCount(), 2);
+            end(box);
+            QVERIFY(second.Process().waitForFinished(5000));
+            QCOMPARE(second.Process().exitStatus(), QProcess::NormalExit);
+            QCOMPARE(second.Process().exitCode(), 0);
+            QVERIFY(!MessageBox());
+            WriteStatus(u"Office"_s, Reply(0x11));
+            QTRY_COMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
+        }
         QCOMPARE(m_tool->MainWindow()->geometry, geometry);
         QCOMPARE(m_tool->TrayIcon()->geometry, icon);
         ExitByMenu();
     }
 
-    void toolFolderIsMadeAnew()
+    void linesThatCount_data()
     {
-        StartFirstCopy();
-        QVERIFY(QDir(c_strOpt).removeRecursively());
-        Tool second;
-        second.Start();
-        QTRY_VERIFY(MessageBox());
-        QCOMPARE(MainWindows(), 1);
-        QVERIFY(QFileInfo(c_strToolFolder).isDir());
-        QVERIFY(QDir(c_strToolFolder).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot));
+        QTest::addColumn<QByteArray>("lines");
+        QTest::addColumn<bool>("running");
+        const QByteArray megabyte = QByteArray("101 ? 00:00:00 myVoraPrinterTool\n").repeated(1024 * 1024 / 33 + 1);
+        const auto row = [](const char* pName, const QByteArray& lines, bool bRunning) {
+            QTest::newRow(pName) << lines << bRunning;
+        };
+        row("none", "", false);
+        row("itself", c_ownLine, false);
+        row("one other", c_ownLine + "    101 ?        00:00:00 VoraPrinterTool\n", true);
+        row("two others", c_ownLine.repeated(3), true);
+        row("other letter case", c_ownLine + "101 VoraPrinterTool 00:00:00 voraprinterTOOL\n", true);
+        row("longer name", c_ownLine + "101 ? 00:00:00 VoraPrinterTool2\n", false);
+        row("name within a name", c_ownLine + "101 ? 00:00:00 myVoraPrinterTool\n", false);
+        row("three columns", c_ownLine + "101 ? VoraPrinterTool\n", false);
+        row("name in other columns",
+            c_ownLine + "VoraPrinterTool VoraPrinterTool VoraPrinterTool grep VoraPrinterTool\n", false);
+        row("more columns after the name", c_ownLine + "101 ? 00:00:00 VoraPrinterTool <defunct>\n", true);
+        row("trailing blanks", c_ownLine + "101 ? 00:00:00 VoraPrinterTool   \n", true);
+        row("trailing tab and carriage return", c_ownLine + "101 ? 00:00:00 VoraPrinterTool\t\r\n", true);
+        row("no line end", c_ownLine + "101 ? 00:00:00 VoraPrinterTool", true);
+        row("behind a megabyte of others", c_ownLine + megabyte + "101 ? 00:00:00 VoraPrinterTool\n", false);
+        row("tabs are no separators", c_ownLine + "101\t?\t00:00:00\tVoraPrinterTool\n", false);
     }
 
-    void startsWhenTheToolFolderCannotBeWritten_data()
+    void linesThatCount()
+    {
+        QFETCH(const QByteArray, lines);
+        QFETCH(const bool, running);
+        StartBeside(lines);
+        QCOMPARE(m_tool->MainWindow().has_value(), !running);
+        QCOMPARE(ReadFile(u"/tmp/arguments"_s), QByteArray("-A\n"));
+        QVERIFY(!QFile::exists(c_strProcessList));
+    }
+
+    /// All that the system shows of a name.
+    void fifteenCharactersOfTheNameCount()
+    {
+        const QString strOther = u"/tmp/copies/printer-assistance"_s;
+        StartFirstCopy(u"/tmp/copies/printer-assistant-k507"_s);
+        QVERIFY(QFile::copy(QStringLiteral(VORA_TOOL), strOther));
+        Tool other(strOther);
+        other.Start();
+        QTRY_VERIFY(MessageBox(other.Class()));
+    }
+
+    void copyOfAnotherUserCounts()
+    {
+        StartFirstCopy(); // makes the folder
+        m_tool.reset();
+        QCOMPARE(::chmod(QFile::encodeName(c_strToolFolder).constData(), 0777), 0);
+        QVERIFY(QFile::exists(u"/tmp/VoraPrinterTool"_s) || // the build folder may be closed to others
+                QFile::copy(QStringLiteral(VORA_TOOL), u"/tmp/VoraPrinterTool"_s));
+        QProcess first;
+        const auto end = qScopeGuard([&] {
+            first.kill();
+            first.waitForFinished();
+        });
+        const QString strOther = u"--reuid=65534 --regid=65534 --clear-groups"_s; // whom only root can become
+        first.start(::geteuid() == 0 ? u"setpriv"_s : u"env"_s,
+                    (::geteuid() == 0 ? strOther.split(QLatin1Char(' ')) : QStringList()) +
+                        QStringList{u"env"_s, u"HOME=/nonexistent"_s, u"/tmp/VoraPrinterTool"_s});
+        m_tool = std::make_unique<Tool>();
+        QTRY_VERIFY(m_tool->MainWindow());
+        m_tool->Start();
+        QTRY_VERIFY(MessageBox());
+    }
+
+    void startsWhenTheListCannotBeWritten_data()
     {
         QTest::addColumn<QString>("obstacle");
         QTest::addColumn<QString>("target"); // of a link, else the obstacle is a file
+        QTest::newRow("a folder in the list's place") << c_strProcessList + u"/inside"_s << QString();
         QTest::newRow("a file for the package") << c_strOpt << QString();
-        QTest::newRow("a link to nowhere for the folder") << c_strToolFolder << c_strNowhere;
+        QTest::newRow("a link to nowhere for the tool folder") << c_strToolFolder << c_strNowhere;
         QTest::newRow("a link to itself for the package") << c_strOpt << c_strOpt;
     }
 
-    void startsWhenTheToolFolderCannotBeWritten()
+    void startsWhenTheListCannotBeWritten()
     {
-        QFETCH(QString, obstacle);
-        QFETCH(QString, target);
+        QFETCH(const QString, obstacle);
+        QFETCH(const QString, target);
         const auto tidy = qScopeGuard([] { QFile::remove(c_strOpt); });
-        StartFirstCopy();
-        QVERIFY(QDir(obstacle).removeRecursively());
-        QVERIFY(target.isEmpty() ? WriteFile(obstacle, "in the way") : QFile::link(target, obstacle));
-        Tool second;
-        second.Start();
-        QTRY_COMPARE(MainWindows(), 2);
-        QVERIFY(!MessageBox());
+        QDir(c_strOpt).removeRecursively();
+        QVERIFY(target.isEmpty() ? WriteFile(obstacle, "in the way") : MakeLinkOrFifo(target, obstacle));
+        StartBeside(c_ownLine.repeated(2));
+        QVERIFY(m_tool->MainWindow());
         QVERIFY(!QFile::exists(c_strNowhere));
         QCOMPARE(ReadFile(obstacle), target.isEmpty() ? QByteArray("in the way") : QByteArray());
-        QCOMPARE(m_tool->Process().state(), QProcess::Running);
     }
 
-    void startsWhenTheToolFolderIsOfAnotherUser()
+    void toolFolderWithoutRoom_data()
     {
+        QTest::addColumn<QByteArray>("mount");
+        QTest::addColumn<QByteArray>("fill");
+        QTest::addColumn<bool>("running"); // whether the process list tells of the other copy
+        const QByteArray path = c_strToolFolder.toLocal8Bit();
+        QTest::newRow("room") << "--tmpfs " + path << QByteArray("true") << true;
+        QTest::newRow("full") << "--size 4096 --tmpfs " + path << "cat /dev/zero > " + path + "/filler" << false;
+        QTest::newRow("read-only") << "--tmpfs " + path + " --remount-ro " + path << QByteArray("true") << false;
+    }
+
+    void toolFolderWithoutRoom()
+    {
+        QFETCH(const QByteArray, mount);
+        QFETCH(const QByteArray, fill);
+        QFETCH(const bool, running);
         QVERIFY(QDir().mkpath(c_strToolFolder));
-        StartFirstCopy();
-        const bool bRoot = ::geteuid() == 0; // who can write to every folder, and can become another
-        const auto tidy = qScopeGuard([] { ::chmod(c_strToolFolder.toLocal8Bit().constData(), 0755); });
-        QCOMPARE(::chmod(c_strToolFolder.toLocal8Bit().constData(), bRoot ? 0755 : 0555), 0);
-        RunningCopy second(bRoot);
-        QTRY_COMPARE(MainWindows(), 2);
-        QVERIFY(!MessageBox());
+        WriteReadyPrinters({u"Office"_s});
+        FakeProgram(c_strProgram, "exec bwrap --die-with-parent --dev-bind / / " + mount + " -- sh -c '" + fill +
+                                      " 2> /dev/null; exec " VORA_TOOL "'\n");
+        m_tool = std::make_unique<Tool>(c_strProgram);
+        QTRY_VERIFY(!IsUp()); // the row before ends a moment after its bwrap
+        StartBeside(c_ownLine.repeated(2));
+        QCOMPARE(m_tool->MainWindow().has_value(), !running);
+        if (!running) {
+            QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
+        }
     }
 
-    void whateverStandsInThePlaceOfTheProcessList_data()
+    void whatTakesTheListsPlaceIsLeftAlone_data()
     {
-        QTest::addColumn<Plant>("plant");
-        QTest::newRow("a list without the program")
-            << Plant([] { return WriteFile(c_strProcessList, "1 ? 00:00:00 sh\n"); });
-        QTest::newRow("a list of many copies") << Plant(
-            [] { return WriteFile(c_strProcessList, QByteArray("100 ? 00:00:00 VoraPrinterTool\n").repeated(1000)); });
-        QTest::newRow("a link") << Plant([] { return QFile::link(c_strVictim, c_strProcessList); });
-        QTest::newRow("a link without target") << Plant([] { return QFile::link(c_strNowhere, c_strProcessList); });
-        QTest::newRow("a FIFO") << Plant(
-            [] { return ::mkfifo(c_strProcessList.toLocal8Bit().constData(), 0666) == 0; });
+        QTest::addColumn<bool>("late");      // between the opening of the list and the command that writes it
+        QTest::addColumn<QString>("target"); // of a link, else it is a FIFO
+        QTest::newRow("link to a file") << false << c_strVictim;
+        QTest::newRow("FIFO") << false << QString();
+        QTest::newRow("link to a file, late") << true << c_strVictim;
+        QTest::newRow("link to a device, late") << true << u"/dev/zero"_s;
+        QTest::newRow("FIFO, late") << true << QString();
     }
 
-    void whateverStandsInThePlaceOfTheProcessList()
+    void whatTakesTheListsPlaceIsLeftAlone()
     {
-        QFETCH(Plant, plant);
+        QFETCH(const bool, late);
+        QFETCH(const QString, target);
+        const QString strPlanted = late ? u"/opt/vora/planted"_s : c_strProcessList;
         QVERIFY(WriteFile(c_strVictim, "precious"));
-        const auto isClean = [&] {
-            return ReadFile(c_strVictim) == "precious" && !QFile::exists(c_strNowhere) &&
-                   !QFileInfo::exists(c_strProcessList) && !QFileInfo(c_strProcessList).isSymLink();
-        };
-        QVERIFY(QDir().mkpath(c_strToolFolder));
-        QVERIFY(plant());
-        StartFirstCopy();
-        QVERIFY(isClean());
-
-        QVERIFY(plant());
-        Tool second;
-        second.Start();
-        QTRY_VERIFY(MessageBox());
-        QCOMPARE(MainWindows(), 1);
-        QVERIFY(isClean());
-    }
-
-    void otherNamesDoNotCount()
-    {
-        // Of another name, which is shorter than what the system shows of a name.
-        const QString strCopy = u"/tmp/VoraPrinter"_s;
-        QVERIFY(QFile::exists(strCopy) || QFile::copy(QStringLiteral(VORA_TOOL), strCopy));
-        const QStringList listName = {u"xVoraPrinter"_s, u"VoraPrinterToo"_s, u"my VoraPrinter"_s, u"VoraPrinter."_s};
-        std::vector<std::unique_ptr<IdleProcess>> listProcess;
-        for (const QString& strName : listName) {
-            listProcess.push_back(std::make_unique<IdleProcess>(strName));
-            QTRY_VERIFY(Desktop::ProcessNames().contains(strName));
-        }
-        StartFirstCopy(); // its name begins with the other's
-        Tool other(strCopy);
-        other.Start();
-        QTRY_COMPARE(MainWindows(), 2);
-    }
-
-    void nameIsAllThatCounts()
-    {
-        const IdleProcess process(c_strProgram);
-        QTRY_VERIFY(Desktop::ProcessNames().contains(c_strProgram));
-        m_tool->Start();
-        QTRY_VERIFY(MessageBox());
-        QCOMPARE(MainWindows(), 0);
-    }
-
-    void copyOfAnyUserCounts_data()
-    {
-        QTest::addColumn<bool>("anotherUser");
-        QTest::newRow("the same user") << false;
-        if (::geteuid() == 0) { // who alone can become another
-            QTest::newRow("another user") << true;
-        }
-    }
-
-    void copyOfAnyUserCounts()
-    {
-        QFETCH(bool, anotherUser);
-        RunningCopy first(anotherUser);
-        QTRY_COMPARE(MainWindows(), 1);
-        m_tool->Start();
-        QTRY_VERIFY(MessageBox());
-        QCOMPARE(MainWindows(), 1);
+        QVERIFY(MakeLinkOrFifo(target, strPlanted));
+        Preload(VORA_PLANT_BEFORE_COMMAND);
+        StartBeside(c_ownLine.repeated(2));
+        qunsetenv("LD_PRELOAD");
+        QVERIFY(!m_tool->MainWindow()); // the second copy's message: the list was read
+        QCOMPARE(ReadFile(c_strVictim), QByteArray("precious"));
+        QVERIFY(!QFile::exists(c_strNowhere));
+        QVERIFY(!IsFileOrLink(strPlanted));
     }
 
 private:
-    void StartFirstCopy()
+    /// Of the program or of a copy that is made there.
+    void StartFirstCopy(const QString& strCopy = QString())
     {
+        QFile::remove(c_strLines);
+        if (!strCopy.isEmpty()) {
+            QDir().mkpath(QFileInfo(strCopy).path());
+            QVERIFY(QFile::copy(QStringLiteral(VORA_TOOL), strCopy));
+            m_tool = std::make_unique<Tool>(strCopy);
+        }
         m_tool->Start();
         QTRY_VERIFY(m_tool->MainWindow());
     }
+
+    /// Starts the tool, while `ps` prints these lines, and waits for its window or its message box.
+    void StartBeside(const QByteArray& lines)
+    {
+        QVERIFY(WriteFile(c_strLines, lines));
+        m_tool->Start();
+        QTRY_VERIFY(IsUp());
+    }
+
+    bool IsUp() const { return !Desktop::Windows(m_tool->Class()).isEmpty(); }
 };
 
 QTEST_MAIN(tst_SecondCopy)

@@ -43,7 +43,7 @@ private slots:
         QTRY_VERIFY(Desktop::Stacking().indexOf(WindowId()) > Desktop::Stacking().indexOf(strCover));
 
         HideWindow();
-        m_tray->DoubleClickIcon(tool);
+        m_tray->ClickIcon(tool, Desktop::enButtonLeft, 2);
         LetClicksArrive();
         QTRY_VERIFY(tool.MainWindow());
     }

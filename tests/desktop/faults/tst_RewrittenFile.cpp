@@ -3,13 +3,11 @@
 
 #include "FaultTest.h"
 
-#include <array>
+#include <QScopeGuard>
+
 #include <atomic>
 #include <cstdio>
 #include <thread>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -17,7 +15,7 @@ constexpr int c_iReaders = 40;
 constexpr int c_iRewrites = 20000;
 constexpr int c_iLooks = 10 * c_iReaders; // at rows with each of the replies
 
-const QByteArray c_path = "/tmp/rewritten.dat";
+const QString c_strPath = u"/tmp/rewritten.dat"_s;
 
 /// Two replies of the same length; nothing that the program shows is the same in both.
 QByteArray Content(bool bFirst)
@@ -36,55 +34,25 @@ const QStringList c_listSecond = {u"正在扫描"_s, u"青色：低   红色：�
 
 bool Replace(const QByteArray& content)
 {
-    const QByteArray newPath = c_path + ".new";
-    const int iFd = ::open(newPath.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    const bool bWritten = ::write(iFd, content.constData(), static_cast<std::size_t>(content.size())) == content.size();
-    ::close(iFd);
-    return bWritten && std::rename(newPath.constData(), c_path.constData()) == 0;
+    const QString strNewPath = c_strPath + u".new"_s;
+    return WriteFile(strNewPath, content) &&
+           std::rename(strNewPath.toLatin1().constData(), c_strPath.toLatin1().constData()) == 0;
 }
 
 /// In two halves, over what is there.
 bool RewriteInPlace(const QByteArray& content)
 {
-    const int iFd = ::open(c_path.constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+    QFile file(c_strPath);
     const auto iHalf = content.size() / 2;
-    const bool bWritten = ::write(iFd, content.constData(), static_cast<std::size_t>(iHalf)) == iHalf &&
-                          ::write(iFd, content.constData() + iHalf, static_cast<std::size_t>(content.size() - iHalf)) ==
-                              content.size() - iHalf;
-    ::close(iFd);
-    return bWritten;
+    return file.open(QIODevice::ReadWrite | QIODevice::Unbuffered) && file.write(content.left(iHalf)) == iHalf &&
+           file.write(content.mid(iHalf)) == content.size() - iHalf;
 }
 
-/// Writes the two replies in turn for as long as it lives.
-class Rewriter
-{
-public:
-    explicit Rewriter(bool (*write)(const QByteArray&)) : m_write(write), m_thread([this] { Run(); }) {}
-    ~Rewriter()
-    {
-        m_bEnd = true;
-        m_thread.join();
-    }
-    Rewriter(const Rewriter&) = delete;
-    Rewriter& operator=(const Rewriter&) = delete;
-
-    std::atomic<int> m_iRewrites{0};
-
-private:
-    void Run()
-    {
-        const std::array<QByteArray, 2> listContent = {Content(true), Content(false)};
-        for (std::size_t i = 0; !m_bEnd; ++i) {
-            m_iRewrites += m_write(listContent[i % 2]) ? 1 : 0;
-        }
-    }
-
-    bool (*m_write)(const QByteArray&);
-    std::atomic<bool> m_bEnd{false};
-    std::thread m_thread; // last: it uses the others
-};
+using Write = bool (*)(const QByteArray& content);
 
 } // namespace
+
+Q_DECLARE_METATYPE(Write)
 
 /// A status file that is rewritten without pause while many printers' workers read it.
 class tst_RewrittenFile : public FaultTest
@@ -92,24 +60,33 @@ class tst_RewrittenFile : public FaultTest
     Q_OBJECT
 
 private slots:
-    void wholeRepliesOnlyOfAWriterThatReplaces()
+    void workersReadOn_data()
     {
-        StartReaders();
-        {
-            const Rewriter writer(Replace);
-            QCOMPARE(WatchWhile(writer).iOther, 0);
-            CheckNeighbour();
-        }
-        ShowLastReply();
-        CheckAnswersAndExit();
+        QTest::addColumn<Write>("write");
+        QTest::addColumn<bool>("whole"); // a reader cannot tell half of one reply and half of the other from a reply
+        QTest::newRow("writer that replaces") << &Replace << true;
+        QTest::newRow("writer in place") << &RewriteInPlace << false;
     }
 
-    void writerInPlaceHarmsNobodyElse()
+    void workersReadOn()
     {
+        QFETCH(const Write, write);
+        QFETCH(const bool, whole);
         StartReaders();
         {
-            const Rewriter writer(RewriteInPlace);
-            WatchWhile(writer); // a reader cannot tell half of one reply and half of the other from a reply
+            std::atomic<bool> bEnd{false};
+            m_iRewrites = 0;
+            std::thread writer([&] {
+                for (bool bFirst = true; !bEnd; bFirst = !bFirst) {
+                    m_iRewrites += write(Content(bFirst)) ? 1 : 0;
+                }
+            });
+            const auto end = qScopeGuard([&] {
+                bEnd = true;
+                writer.join();
+            });
+            const int iOther = WatchRows();
+            QVERIFY2(!whole || iOther == 0, QByteArray::number(iOther).constData());
             CheckNeighbour();
         }
         ShowLastReply();
@@ -117,12 +94,7 @@ private slots:
     }
 
 private:
-    struct stSeen
-    {
-        int iFirst = 0;
-        int iSecond = 0;
-        int iOther = 0;
-    };
+    QStringList Row(int iRow) { return {State(iRow), Ink(iRow)}; }
 
     /// Neighbour and printers whose status files are all one file.
     void StartReaders()
@@ -135,51 +107,52 @@ private:
         QVERIFY(Replace(Content(true)));
         for (int iRow = 1; iRow <= c_iReaders; ++iRow) {
             QVERIFY(QFile::remove(StatusPath(iRow)));
-            QVERIFY(QFile::link(QString::fromLatin1(c_path), StatusPath(iRow)));
+            QVERIFY(QFile::link(c_strPath, StatusPath(iRow)));
         }
         for (int iRow = 1; iRow <= c_iReaders; ++iRow) {
-            QTRY_COMPARE_WITH_TIMEOUT((QStringList{State(iRow), Ink(iRow)}), c_listFirst, c_iTimeOutMSec);
+            QTRY_COMPARE_WITH_TIMEOUT(Row(iRow), c_listFirst, c_iTimeOutMSec);
         }
     }
 
-    /// What the rows show until the file has been rewritten often enough.
-    stSeen WatchWhile(const Rewriter& writer)
+    /// Until the file has been rewritten often enough. Returns how many looks showed something of neither reply.
+    int WatchRows()
     {
-        stSeen seen;
-        while (writer.m_iRewrites < c_iRewrites || seen.iFirst < c_iLooks || seen.iSecond < c_iLooks) {
+        int iFirst = 0;
+        int iSecond = 0;
+        int iOther = 0;
+        while (m_iRewrites < c_iRewrites || iFirst < c_iLooks || iSecond < c_iLooks) {
             for (int iRow = 1; iRow <= c_iReaders; ++iRow) {
                 // Within less than the program's pause a row that is in one state before and after was not in another
                 // one between.
                 QElapsedTimer timer;
                 timer.start();
-                const QString strState = State(iRow);
-                const QStringList listRow = {strState, Ink(iRow)};
-                if (State(iRow) == strState && timer.elapsed() < Tool::PauseMSec() * 9 / 10) {
-                    ++(listRow == c_listFirst ? seen.iFirst : listRow == c_listSecond ? seen.iSecond : seen.iOther);
+                const QStringList listRow = Row(iRow);
+                if (State(iRow) == listRow.first() && timer.elapsed() < Tool::PauseMSec() * 9 / 10) {
+                    ++(listRow == c_listFirst ? iFirst : listRow == c_listSecond ? iSecond : iOther);
                 }
             }
             if (m_tool->Process().state() != QProcess::Running) {
                 break;
             }
         }
-        qInfo("%d rewrites; rows seen: %d of the first reply, %d of the second, %d other", writer.m_iRewrites.load(),
-              seen.iFirst, seen.iSecond, seen.iOther);
-        return seen;
+        qInfo("%d rewrites; rows seen: %d, %d, %d other", m_iRewrites.load(), iFirst, iSecond, iOther);
+        return iOther;
     }
 
     /// When the writer has come to rest.
     void ShowLastReply()
     {
         // A file's time moves in ticks of some milliseconds; within one tick the new file would pass for the old one.
-        const QString strPath = QString::fromLatin1(c_path);
-        const QDateTime dtBefore = QFileInfo(strPath).lastModified();
+        const QDateTime dtBefore = QFileInfo(c_strPath).lastModified();
         do {
             QVERIFY(Replace(Content(false)));
-        } while (QFileInfo(strPath).lastModified() == dtBefore);
+        } while (QFileInfo(c_strPath).lastModified() == dtBefore);
         for (int iRow = 1; iRow <= c_iReaders; ++iRow) {
-            QTRY_COMPARE_WITH_TIMEOUT((QStringList{State(iRow), Ink(iRow)}), c_listSecond, c_iTimeOutMSec);
+            QTRY_COMPARE_WITH_TIMEOUT(Row(iRow), c_listSecond, c_iTimeOutMSec);
         }
     }
+
+    std::atomic<int> m_iRewrites{0};
 };
 
 QTEST_GUILESS_MAIN(tst_RewrittenFile)

@@ -12,46 +12,59 @@
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 
+#include <algorithm>
+
 namespace {
 
 const QString c_strAccessible = u"org.a11y.atspi.Accessible"_s;
 const QString c_strTable = u"org.a11y.atspi.Table"_s;
-const QString c_strBusName = u"vora-accessibility"_s;
+const QString c_strBus = u"org.a11y.Bus"_s;
 
 QDBusConnection ConnectToBus()
 {
     const QDBusMessage address = QDBusConnection::sessionBus().call(
-        QDBusMessage::createMethodCall(u"org.a11y.Bus"_s, u"/org/a11y/bus"_s, u"org.a11y.Bus"_s, u"GetAddress"_s));
+        QDBusMessage::createMethodCall(c_strBus, u"/org/a11y/bus"_s, c_strBus, u"GetAddress"_s));
     const QString strAddress = address.arguments().value(0).toString();
 
     // As on a desktop whose bus knows its display. Without this property Qt 5.15 calls the accessibility bus before it
     // is connected in about every second start ("Error in contacting registry"), and the program stays hidden from it.
     const QString strProperty = u"AT_SPI_BUS"_s;
     Desktop::Run(u"xprop"_s, {u"-root"_s, u"-f"_s, strProperty, u"8s"_s, u"-set"_s, strProperty, strAddress});
-    return QDBusConnection::connectToBus(strAddress, c_strBusName);
+    return QDBusConnection::connectToBus(strAddress, u"vora-accessibility"_s);
 }
 
-AccessibleNode ReadNode(const QDBusArgument& argument)
+} // namespace
+
+// Where QtDBus finds it.
+static const QDBusArgument& operator>>(const QDBusArgument& argument, AccessibleNode& node)
 {
-    AccessibleNode node;
     QDBusObjectPath path;
     argument.beginStructure();
     argument >> node.strService >> path;
     argument.endStructure();
     node.strPath = path.path();
-    return node;
+    return argument;
 }
-
-} // namespace
 
 Accessibility::Accessibility() : m_bus(ConnectToBus()) {}
 
+/// The answer's first value; none when there is no such object or method.
+QVariant Accessibility::Ask(const AccessibleNode& node, const QString& strInterface, const QString& strMethod,
+                            const QVariantList& listArgument) const
+{
+    if (node.strService.isEmpty()) {
+        return {};
+    }
+    QDBusMessage call = QDBusMessage::createMethodCall(node.strService, node.strPath, strInterface, strMethod);
+    call.setArguments(listArgument);
+    const QDBusMessage reply = m_bus.call(call);
+    return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0) : QVariant();
+}
+
 QVariant Accessibility::Property(const AccessibleNode& node, const QString& strInterface, const QString& strName) const
 {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(node.strService, node.strPath, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
-    call << strInterface << strName;
-    return m_bus.call(call).arguments().value(0).value<QDBusVariant>().variant();
+    const QVariant value = Ask(node, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {strInterface, strName});
+    return value.value<QDBusVariant>().variant();
 }
 
 QString Accessibility::Name(const AccessibleNode& node) const
@@ -61,17 +74,35 @@ QString Accessibility::Name(const AccessibleNode& node) const
 
 QString Accessibility::Role(const AccessibleNode& node) const
 {
-    const QDBusMessage reply =
-        m_bus.call(QDBusMessage::createMethodCall(node.strService, node.strPath, c_strAccessible, u"GetRoleName"_s));
-    return reply.arguments().value(0).toString();
+    return Ask(node, c_strAccessible, u"GetRoleName"_s).toString();
+}
+
+QRect Accessibility::Extents(const AccessibleNode& node) const
+{
+    const quint32 dwOfTheScreen = 0;
+    return qdbus_cast<QRect>(Ask(node, u"org.a11y.atspi.Component"_s, u"GetExtents"_s, {dwOfTheScreen}));
+}
+
+bool Accessibility::HasState(const AccessibleNode& node, int iState) const
+{
+    const auto listState = qdbus_cast<QList<unsigned>>(Ask(node, c_strAccessible, u"GetState"_s));
+    return (listState.value(iState / 32) >> (iState % 32) & 1U) != 0;
+}
+
+bool Accessibility::IsChecked(const AccessibleNode& node) const
+{
+    return HasState(node, 4); // ATSPI_STATE_CHECKED
+}
+
+bool Accessibility::IsVisible(const AccessibleNode& node) const
+{
+    return HasState(node, 30); // ATSPI_STATE_VISIBLE
 }
 
 void Accessibility::Hear(const QString& strEvent, const QString& strMember, QObject* pReceiver, const char* pSlot)
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/registry"_s,
-                                                       u"org.a11y.atspi.Registry"_s, u"RegisterEvent"_s);
-    call << strEvent;
-    m_bus.call(call);
+    const QString strRegistry = u"org.a11y.atspi.Registry"_s;
+    Ask({strRegistry, u"/org/a11y/atspi/registry"_s}, strRegistry, u"RegisterEvent"_s, {strEvent});
     m_bus.connect(QString(), QString(), u"org.a11y.atspi.Event.Object"_s, strMember,
                   {strEvent.section(QLatin1Char(':'), 2)}, QString(), pReceiver, pSlot);
 }
@@ -86,58 +117,27 @@ void Accessibility::HearNames(QObject* pReceiver, const char* pSlot)
     Hear(u"object:property-change:accessible-name"_s, u"PropertyChange"_s, pReceiver, pSlot);
 }
 
-QRect Accessibility::Extents(const AccessibleNode& node) const
-{
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(node.strService, node.strPath, u"org.a11y.atspi.Component"_s, u"GetExtents"_s);
-    call << quint32(0); // of the screen
-    const QDBusMessage reply = m_bus.call(call);
-    int iX = 0;
-    int iY = 0;
-    int iWidth = 0;
-    int iHeight = 0;
-    if (reply.type() == QDBusMessage::ReplyMessage) {
-        const auto argument = reply.arguments().value(0).value<QDBusArgument>();
-        argument.beginStructure();
-        argument >> iX >> iY >> iWidth >> iHeight;
-        argument.endStructure();
-    }
-    return {iX, iY, iWidth, iHeight};
-}
-
-bool Accessibility::HasState(const AccessibleNode& node, int iState) const
-{
-    const QDBusMessage reply =
-        m_bus.call(QDBusMessage::createMethodCall(node.strService, node.strPath, c_strAccessible, u"GetState"_s));
-    const QList<unsigned> listState = qdbus_cast<QList<unsigned>>(reply.arguments().value(0));
-    return (listState.value(iState / 32) >> (iState % 32) & 1U) != 0;
-}
-
-bool Accessibility::IsChecked(const AccessibleNode& node) const
-{
-    return HasState(node, 4); // ATSPI_STATE_CHECKED
-}
-
-bool Accessibility::IsVisible(const AccessibleNode& node) const
-{
-    return HasState(node, 30); // ATSPI_STATE_VISIBLE
-}
-
 QList<AccessibleNode> Accessibility::Children(const AccessibleNode& node) const
 {
-    QList<AccessibleNode> listChild;
-    const QDBusMessage reply =
-        m_bus.call(QDBusMessage::createMethodCall(node.strService, node.strPath, c_strAccessible, u"GetChildren"_s));
-    if (reply.type() != QDBusMessage::ReplyMessage) {
-        return listChild;
-    }
-    const auto argument = reply.arguments().value(0).value<QDBusArgument>();
-    argument.beginArray();
-    while (!argument.atEnd()) {
-        listChild.append(ReadNode(argument));
-    }
-    argument.endArray();
-    return listChild;
+    return qdbus_cast<QList<AccessibleNode>>(Ask(node, c_strAccessible, u"GetChildren"_s));
+}
+
+QList<AccessibleNode> Accessibility::Applications(const QString& strProgram) const
+{
+    QList<AccessibleNode> listFound = Children({u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/accessible/root"_s});
+    const auto isOther = [&](const AccessibleNode& application) { return Name(application) != strProgram; };
+    listFound.erase(std::remove_if(listFound.begin(), listFound.end(), isOther), listFound.end());
+    return listFound;
+}
+
+bool Accessibility::HasActiveWindow(const QString& strProgram) const
+{
+    const auto isActive = [this](const AccessibleNode& window) { return HasState(window, 1); }; // ATSPI_STATE_ACTIVE
+    const QList<AccessibleNode> listApplication = Applications(strProgram);
+    return std::any_of(listApplication.begin(), listApplication.end(), [&](const AccessibleNode& application) {
+        const QList<AccessibleNode> listWindow = Children(application);
+        return std::any_of(listWindow.begin(), listWindow.end(), isActive);
+    });
 }
 
 void Accessibility::Collect(const AccessibleNode& node, const QString& strRole, QList<AccessibleNode>& listFound) const
@@ -153,18 +153,6 @@ void Accessibility::Collect(const AccessibleNode& node, const QString& strRole, 
     }
 }
 
-QList<AccessibleNode> Accessibility::Applications(const QString& strProgram) const
-{
-    const AccessibleNode registry{u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/accessible/root"_s};
-    QList<AccessibleNode> listFound;
-    for (const AccessibleNode& application : Children(registry)) {
-        if (Name(application) == strProgram) {
-            listFound.append(application);
-        }
-    }
-    return listFound;
-}
-
 QList<AccessibleNode> Accessibility::All(const QString& strProgram, const QString& strRole) const
 {
     QList<AccessibleNode> listFound;
@@ -174,16 +162,13 @@ QList<AccessibleNode> Accessibility::All(const QString& strProgram, const QStrin
     return listFound;
 }
 
-bool Accessibility::HasActiveWindow(const QString& strProgram) const
+QStringList Accessibility::Names(const QString& strProgram, const QString& strRole) const
 {
-    for (const AccessibleNode& application : Applications(strProgram)) {
-        for (const AccessibleNode& window : Children(application)) {
-            if (HasState(window, 1)) { // ATSPI_STATE_ACTIVE
-                return true;
-            }
-        }
+    QStringList listName;
+    for (const AccessibleNode& node : All(strProgram, strRole)) {
+        listName.append(Name(node));
     }
-    return false;
+    return listName;
 }
 
 std::optional<AccessibleNode> Accessibility::Find(const QString& strProgram, const QString& strRole,
@@ -197,69 +182,30 @@ std::optional<AccessibleNode> Accessibility::Find(const QString& strProgram, con
     return std::nullopt;
 }
 
-QStringList Accessibility::NamesWithin(const AccessibleNode& parent, const QString& strRole) const
-{
-    QList<AccessibleNode> listFound;
-    Collect(parent, strRole, listFound);
-    QStringList listName;
-    for (const AccessibleNode& node : std::as_const(listFound)) {
-        listName.append(Name(node));
-    }
-    return listName;
-}
-
-QStringList Accessibility::Names(const QString& strProgram, const QString& strRole) const
-{
-    QStringList listName;
-    for (const AccessibleNode& node : All(strProgram, strRole)) {
-        listName.append(Name(node));
-    }
-    return listName;
-}
-
-std::optional<AccessibleNode> Accessibility::Table(const QString& strProgram) const
+/// Empty when there is none.
+AccessibleNode Accessibility::Table(const QString& strProgram) const
 {
     if (!m_hashTable.contains(strProgram)) {
         const std::optional<AccessibleNode> table = Find(strProgram, u"table"_s);
         if (!table) {
-            return std::nullopt;
+            return {};
         }
         m_hashTable.insert(strProgram, *table);
     }
     return m_hashTable.value(strProgram);
 }
 
-std::optional<AccessibleNode> Accessibility::CellNode(const QString& strProgram, int iRow, int iColumn) const
+AccessibleNode Accessibility::CellNode(const QString& strProgram, int iRow, int iColumn) const
 {
-    const std::optional<AccessibleNode> table = Table(strProgram);
-    if (!table) {
-        return std::nullopt;
-    }
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(table->strService, table->strPath, c_strTable, u"GetAccessibleAt"_s);
-    call << iRow << iColumn;
-    const QDBusMessage reply = m_bus.call(call);
-    if (reply.type() != QDBusMessage::ReplyMessage) {
-        return std::nullopt;
-    }
-    return ReadNode(reply.arguments().value(0).value<QDBusArgument>());
-}
-
-QString Accessibility::Cell(const QString& strProgram, int iRow, int iColumn) const
-{
-    const std::optional<AccessibleNode> cell = CellNode(strProgram, iRow, iColumn);
-    return cell ? Name(*cell) : QString();
+    return qdbus_cast<AccessibleNode>(Ask(Table(strProgram), c_strTable, u"GetAccessibleAt"_s, {iRow, iColumn}));
 }
 
 QList<AccessibleNode> Accessibility::ColumnHeaders(const QString& strProgram) const
 {
     QList<AccessibleNode> listHeader;
-    const std::optional<AccessibleNode> table = Table(strProgram);
-    if (table) {
-        for (const AccessibleNode& child : Children(*table)) {
-            if (Role(child) == QLatin1String("column header")) {
-                listHeader.append(child);
-            }
+    for (const AccessibleNode& child : Children(Table(strProgram))) {
+        if (Role(child) == QLatin1String("column header")) {
+            listHeader.append(child);
         }
     }
     return listHeader;
@@ -267,6 +213,5 @@ QList<AccessibleNode> Accessibility::ColumnHeaders(const QString& strProgram) co
 
 int Accessibility::RowCount(const QString& strProgram) const
 {
-    const std::optional<AccessibleNode> table = Table(strProgram);
-    return table ? Property(*table, c_strTable, u"NRows"_s).toInt() : 0;
+    return Property(Table(strProgram), c_strTable, u"NRows"_s).toInt();
 }

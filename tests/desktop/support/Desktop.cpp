@@ -64,17 +64,11 @@ std::optional<Window> FindWindow(const QString& strClass, const QString& strTitl
     return std::nullopt;
 }
 
-void Click(const Window& window, QPoint position, enButton button)
-{
-    Run(u"xdotool"_s, {u"mousemove"_s, u"--window"_s, window.strId, QString::number(position.x()),
-                       QString::number(position.y()), u"click"_s, QString::number(button)});
-}
-
-void DoubleClick(const Window& window, QPoint position)
+void Click(const Window& window, QPoint position, enButton button, int iClicks)
 {
     Run(u"xdotool"_s,
         {u"mousemove"_s, u"--window"_s, window.strId, QString::number(position.x()), QString::number(position.y()),
-         u"click"_s, u"--repeat"_s, u"2"_s, u"--delay"_s, u"50"_s, QString::number(enButtonLeft)});
+         u"click"_s, u"--repeat"_s, QString::number(iClicks), u"--delay"_s, u"50"_s, QString::number(button)});
 }
 
 void PressKey(const QString& strKey)
@@ -132,9 +126,12 @@ QStringList ProcessNames()
     return listName;
 }
 
-void SavePicture(const QString& strPath)
+QImage Screen()
 {
-    Run(u"import"_s, {u"-window"_s, u"root"_s, strPath});
+    QProcess process;
+    process.start(u"import"_s, {u"-window"_s, u"root"_s, u"bmp:-"_s});
+    process.waitForFinished();
+    return QImage::fromData(process.readAllStandardOutput()).convertToFormat(QImage::Format_RGB32);
 }
 
 } // namespace Desktop

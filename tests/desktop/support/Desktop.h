@@ -3,10 +3,8 @@
 
 #pragma once
 
-#include <QList>
-#include <QPoint>
+#include <QImage>
 #include <QRect>
-#include <QString>
 #include <QStringList>
 
 #include <optional>
@@ -33,8 +31,7 @@ enum enButton
     enButtonRight = 3
 };
 
-void Click(const Window& window, QPoint position, enButton button = enButtonLeft);
-void DoubleClick(const Window& window, QPoint position);
+void Click(const Window& window, QPoint position, enButton button = enButtonLeft, int iClicks = 1);
 void PressKey(const QString& strKey);
 
 /// To a place on the screen.
@@ -49,8 +46,8 @@ bool HasWindowManager();
 /// What the window manager's close button does.
 void CloseWindow(const Window& window);
 
-/// The whole screen as a PNG file.
-void SavePicture(const QString& strPath);
+/// What is on the whole screen.
+QImage Screen();
 
 /// A window property as xprop prints it, such as "_NET_FRAME_EXTENTS(CARDINAL) = 1, 1, 20, 1".
 QString Property(const Window& window, const QString& strName);

@@ -36,7 +36,7 @@ void DesktopTest::cleanup()
             QLatin1String(metaObject()->className()), QLatin1String(QTest::currentTestFunction()),
             pTag == nullptr ? QString() : QLatin1Char('-') + QLatin1String(pTag));
         QDir().mkpath(strFolder);
-        Desktop::SavePicture(strFolder + u"/screen.png"_s);
+        Desktop::Screen().save(strFolder + u"/screen.png"_s);
         QFile::remove(strFolder + u"/output.txt"_s);
         QFile::copy(m_tool->OutputPath(), strFolder + u"/output.txt"_s);
         Desktop::Run(u"cp"_s, {u"-r"_s, QStringLiteral(VORA_PACKAGE_PATH), strFolder});

@@ -8,13 +8,17 @@
 #include <QFileInfo>
 
 namespace {
-const QString c_strPreload = u"LD_PRELOAD"_s;
-const QString c_strSanitizer = u"ASAN_OPTIONS"_s;
 
 bool IsInRealTime()
 {
     return qEnvironmentVariableIsSet("VORA_REAL_TIME");
 }
+
+void Append(QProcessEnvironment& environment, const QString& strName, const QString& strValue)
+{
+    environment.insert(strName, environment.value(strName) + strValue);
+}
+
 } // namespace
 
 Tool::Tool(const QString& strProgram) : m_strProgram(strProgram), m_strClass(QFileInfo(strProgram).fileName())
@@ -39,10 +43,8 @@ void Tool::Start(const QStringList& listArgument)
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
     if (!IsInRealTime()) {
-        const QString strOthers = environment.value(c_strPreload);
-        environment.insert(c_strPreload, strOthers + QStringLiteral(" " VORA_SHORT_SLEEP));
-        const QString strOptions = environment.value(c_strSanitizer);
-        environment.insert(c_strSanitizer, strOptions + u":verify_asan_link_order=0"_s);
+        Append(environment, u"LD_PRELOAD"_s, QStringLiteral(" " VORA_SHORT_SLEEP));
+        Append(environment, u"ASAN_OPTIONS"_s, u":verify_asan_link_order=0"_s);
     }
     m_process.setProcessEnvironment(environment);
     m_process.start(m_strProgram, listArgument);
@@ -81,12 +83,7 @@ std::optional<Desktop::Window> Tool::Popup() const
     return SmallWindow({60, 50}, {700, 300});
 }
 
-QString Tool::Cell(int iRow, int iColumn) const
+QImage Tool::CellPicture(int iRow, int iColumn, const QImage& screen) const
 {
-    return m_accessibility.Cell(m_strClass, iRow, iColumn);
-}
-
-int Tool::RowCount() const
-{
-    return m_accessibility.RowCount(m_strClass);
+    return screen.copy(m_accessibility.CellRect(m_strClass, iRow, iColumn).adjusted(2, 2, -2, -2));
 }

@@ -34,8 +34,11 @@ public:
     std::optional<Desktop::Window> Popup() const; ///< the tray menu or a balloon
 
     /// What stands in a cell of the table; empty when there is no such cell.
-    QString Cell(int iRow, int iColumn) const;
-    int RowCount() const;
+    QString Cell(int iRow, int iColumn) const { return m_accessibility.Cell(m_strClass, iRow, iColumn); }
+
+    /// What is painted in a cell, without the lines and the focus frame at its border.
+    QImage CellPicture(int iRow, int iColumn, const QImage& screen = Desktop::Screen()) const;
+    int RowCount() const { return m_accessibility.RowCount(m_strClass); }
 
     Accessibility& Access() { return m_accessibility; }
     const Accessibility& Access() const { return m_accessibility; }

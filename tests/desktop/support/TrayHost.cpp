@@ -68,11 +68,6 @@ bool KnowsItsFocus(const Tool& tool)
     return tool.Access().HasActiveWindow(tool.Class()) == bActive;
 }
 
-QPoint Centre(const Desktop::Window& window)
-{
-    return {window.geometry.width() / 2, window.geometry.height() / 2};
-}
-
 } // namespace
 
 bool TrayHost::Start()
@@ -112,12 +107,12 @@ std::optional<Desktop::Window> TrayHost::Menu(const Tool& tool) const
     return m_enKind == enXfcePanel ? Desktop::FindWindow(c_strPlugin, c_strPlugin, {60, 50}, {700, 300}) : tool.Popup();
 }
 
-void TrayHost::ClickIcon(const Tool& tool, Desktop::enButton button) const
+void TrayHost::ClickIcon(const Tool& tool, Desktop::enButton button, int iClicks) const
 {
     (void)QTest::qWaitFor([&] { return KnowsItsFocus(tool); }, 1000);
     const std::optional<Desktop::Window> icon = Icon(tool);
     if (icon) {
-        Desktop::Click(*icon, Centre(*icon), button);
+        Desktop::Click(*icon, {icon->geometry.width() / 2, icon->geometry.height() / 2}, button, iClicks);
     }
 }
 
@@ -130,14 +125,6 @@ bool TrayHost::ClickIconUntil(const Tool& tool, const std::function<bool()>& con
         }
     }
     return false;
-}
-
-void TrayHost::DoubleClickIcon(const Tool& tool) const
-{
-    const std::optional<Desktop::Window> icon = Icon(tool);
-    if (icon) {
-        Desktop::DoubleClick(*icon, Centre(*icon));
-    }
 }
 
 bool TrayHost::ShowWindow(const Tool& tool) const

@@ -47,8 +47,7 @@ public:
     /// The icon's open menu: the program's own window with XEmbed, the panel's with StatusNotifier.
     std::optional<Desktop::Window> Menu(const Tool& tool) const;
 
-    void ClickIcon(const Tool& tool, Desktop::enButton button = Desktop::enButtonLeft) const;
-    void DoubleClickIcon(const Tool& tool) const;
+    void ClickIcon(const Tool& tool, Desktop::enButton button = Desktop::enButtonLeft, int iClicks = 1) const;
 
     /// Clicks until a condition holds, as a user would, up to three times: a panel that still arranges its icons loses
     /// a click, and Qt closes a menu when it hears late that the keyboard has gone elsewhere.
