@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr long c_iFaster = 20;
-constexpr long c_iNSecPerSec = 1000000000;
+constexpr int c_iFaster = 20;
+constexpr long long c_iNSecPerSec = 1000000000;
 
 template <typename Function>
 Function* Real(const char* pName)
@@ -21,9 +21,8 @@ Function* Real(const char* pName)
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, pName));
 }
 
-timespec Slower(const timespec& time)
+timespec FromNSec(long long iNSec)
 {
-    const long long iNSec = (static_cast<long long>(time.tv_sec) * c_iNSecPerSec + time.tv_nsec) / c_iFaster;
     return {static_cast<time_t>(iNSec / c_iNSecPerSec), static_cast<long>(iNSec % c_iNSecPerSec)};
 }
 
@@ -38,17 +37,11 @@ timespec Slower(const timespec& time)
 extern "C" int clock_gettime(clockid_t iClock, timespec* pTime) noexcept
 {
     static const auto s_real = Real<int(clockid_t, timespec*)>("clock_gettime");
-    static const timespec s_start = [] {
-        timespec start{};
-        s_real(CLOCK_MONOTONIC, &start);
-        return start;
-    }();
     const int iResult = s_real(iClock, pTime);
     if (iClock == CLOCK_MONOTONIC) {
-        const long long iNSec =
-            (pTime->tv_sec - s_start.tv_sec) * static_cast<long long>(c_iNSecPerSec) + pTime->tv_nsec - s_start.tv_nsec;
-        pTime->tv_sec = static_cast<time_t>(iNSec * c_iFaster / c_iNSecPerSec);
-        pTime->tv_nsec = static_cast<long>(iNSec * c_iFaster % c_iNSecPerSec);
+        static const timespec s_start = *pTime;
+        *pTime =
+            FromNSec(((pTime->tv_sec - s_start.tv_sec) * c_iNSecPerSec + pTime->tv_nsec - s_start.tv_nsec) * c_iFaster);
     }
     return iResult;
 }
@@ -56,13 +49,16 @@ extern "C" int clock_gettime(clockid_t iClock, timespec* pTime) noexcept
 extern "C" int ppoll(pollfd* pFds, nfds_t iCount, const timespec* pTimeOut, const sigset_t* pMask)
 {
     static const auto s_real = Real<int(pollfd*, nfds_t, const timespec*, const sigset_t*)>("ppoll");
-    const timespec slower = pTimeOut == nullptr ? timespec{} : Slower(*pTimeOut);
-    return s_real(pFds, iCount, pTimeOut == nullptr ? nullptr : &slower, pMask);
+    if (pTimeOut == nullptr) {
+        return s_real(pFds, iCount, nullptr, pMask);
+    }
+    const timespec slower = FromNSec((pTimeOut->tv_sec * c_iNSecPerSec + pTimeOut->tv_nsec) / c_iFaster);
+    return s_real(pFds, iCount, &slower, pMask);
 }
 
 extern "C" int poll(pollfd* pFds, nfds_t iCount, int iMSec)
 {
-    const timespec timeOut{iMSec / 1000, iMSec % 1000 * (c_iNSecPerSec / 1000)};
+    const timespec timeOut = FromNSec(iMSec * 1000000LL);
     return ppoll(pFds, iCount, iMSec < 0 ? nullptr : &timeOut, nullptr);
 }
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)
