@@ -71,6 +71,7 @@ void ShowAlreadyRunning()
 int RunWindow(bool bVisible)
 {
     VoraPrinterToolWidget widget;
+    BringToScreen(widget); // in the middle of a low desktop its title bar would be out of reach
     widget.setVisible(bVisible);
     return QApplication::exec();
 }
