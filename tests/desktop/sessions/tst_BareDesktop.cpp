@@ -107,19 +107,6 @@ private slots:
         QCOMPARE(m_tool->Process().state(), QProcess::Running);
         QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
     }
-
-    void toolRunsWithoutNotificationServer()
-    {
-        WriteReadyPrinters({u"Office"_s});
-        StartWithTray(TrayHost::enXfcePanel);
-        QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
-        WriteStatus(u"Office"_s, Reply(0x00, {0x6100}));
-        QTRY_COMPARE(m_tool->Cell(0, 3), u"进纸托盘处无纸,请放入纸张"_s);
-        WriteStatus(u"Office"_s, Reply());
-        QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
-        QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
-        ExitByMenu();
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_BareDesktop)
