@@ -58,7 +58,7 @@ private slots:
 
     void queuesByName()
     {
-        for (const char* pSelector : {R"(queue="a\"b\\c")", R"(queue="前台-打印机")"}) {
+        for (const char* pSelector : {"queue=\"a\\\"b\\\\c\"", "queue=\"前台-打印机\""}) {
             const QJsonArray listSeries = m_server.Query(u"vora_printer_info{%1}"_s.arg(QString::fromUtf8(pSelector)));
             QCOMPARE(listSeries.size(), 1);
             QCOMPARE(Label(listSeries.at(0), "connection"), u"network"_s);

@@ -99,7 +99,7 @@ private slots:
         StartWith({{"QT_FONT_DPI", "144"}, {"QT_ENABLE_HIGHDPI_SCALING", "0"}});
         QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
         const Accessibility& access = m_tool->Access();
-        const QRect cell = access.Extents(*access.CellNode(m_tool->Class(), 0, 2));
+        const QRect cell = access.CellRect(m_tool->Class(), 0, 2);
         QCOMPARE(cell.width(), 344); // and the grid's line
         std::optional<AccessibleNode> tip;
         QTRY_VERIFY((Desktop::MoveMouse(cell.center()), tip = access.Find(m_tool->Class(), u"tool tip"_s)));

@@ -276,9 +276,10 @@ private slots:
             m_worker.GetPrinterStatusFile(strName, false);
         };
         QCOMPARE(EndingSignal(read), SIGABRT);
-        QCOMPARE(ReadFile(u"/tmp/standard-error"_s),
+        // An emulator of another machine says something, too.
+        QCOMPARE(ReadFile(u"/tmp/standard-error"_s).split('\n').first(),
                  "VoraPrinterTool: ended by the status reply of printer \"a\\x0Ab\" "
-                 "(/opt/vora/vora-printer-k507/cfg/a\\x0Ab.dat): a supplies record of more than 65 bytes\n");
+                 "(/opt/vora/vora-printer-k507/cfg/a\\x0Ab.dat): a supplies record of more than 65 bytes");
     }
 
 private:
