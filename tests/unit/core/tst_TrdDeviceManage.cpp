@@ -322,6 +322,7 @@ private slots:
         connect(m_pWorker.get(), &TrdDeviceManage::SgnUpdatePrinterList,
                 [&] { look(m_listPrinter.size() == 1 ? "told of one: " : "told: "); });
         RunOnePass(*m_pWorker);
+        RunOnePass(*m_pWorker); // unchanged, so that it is not opened again
         look("afterwards: ");
         QCOMPARE(listSeen, (QStringList{u"reading: free"_s, u"told of one: held"_s, u"afterwards: free"_s}));
     }

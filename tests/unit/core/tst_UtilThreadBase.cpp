@@ -1,12 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
-#include "UtilThreadBase.h"
+// How long the workers wait, in one sleep and between two looks at their files: what they ask for, not how long it
+// took.
+
+#include "OpenHook.h"
+#include "RunningWorker.h"
+#include "StatusFolder.h"
+#include "TrdDeviceManage.h"
 
 #include <QtTest>
 
 #include <limits>
-#include <numeric>
 #include <vector>
 
 #include <unistd.h>
@@ -16,9 +21,10 @@ using Pauses = std::vector<useconds_t>;
 Q_DECLARE_METATYPE(Pauses)
 
 namespace {
+
 Pauses s_listSlept;
-UtilThreadBase* s_pQuitting = nullptr; // told to quit when so much has been slept
-useconds_t s_dwQuitAfter = 0;
+std::function<void()> s_afterPause;
+
 } // namespace
 
 /// Stands for the C library's function of that name: notes what is asked for and takes no time.
@@ -26,10 +32,7 @@ useconds_t s_dwQuitAfter = 0;
 int usleep(useconds_t dwMicroSec)
 {
     s_listSlept.push_back(dwMicroSec);
-    const useconds_t dwSlept = std::accumulate(s_listSlept.begin(), s_listSlept.end(), useconds_t(0));
-    if (s_pQuitting != nullptr && dwSlept >= s_dwQuitAfter) {
-        s_pQuitting->m_bThreadQuit = true;
-    }
+    s_afterPause();
     return 0;
 }
 
@@ -38,6 +41,12 @@ class tst_UtilThreadBase : public QObject
     Q_OBJECT
 
 private slots:
+    void init()
+    {
+        s_listSlept.clear();
+        s_afterPause = [] {};
+    }
+
     void startsWithBothFlagsClear()
     {
         const UtilThreadBase worker;
@@ -64,7 +73,6 @@ private slots:
     void zeroAndNegativeReturnAtOnce()
     {
         UtilThreadBase worker;
-        s_listSlept.clear();
         for (const bool bQuit : {false, true}) {
             worker.m_bThreadQuit = bQuit;
             for (const int iMSec : {0, -1, -499, -500, -501, -1200, -3000, std::numeric_limits<int>::min()}) {
@@ -77,7 +85,7 @@ private slots:
     void sleepsInSlicesUntilQuit_data()
     {
         QTest::addColumn<int>("mSec");
-        QTest::addColumn<int>("quitAt"); // so much has been slept; -1: never
+        QTest::addColumn<int>("quitAfter"); // so many pauses; -1: never
         QTest::addColumn<Pauses>("slept");
         QTest::newRow("remainder alone") << 1 << -1 << Pauses{1000};
         QTest::newRow("longest remainder") << 499 << -1 << Pauses{499000};
@@ -85,36 +93,72 @@ private slots:
         QTest::newRow("one slice and the shortest remainder") << 501 << -1 << Pauses{500000, 1000};
         QTest::newRow("two slices and a remainder") << 1200 << -1 << Pauses{500000, 500000, 200000};
         QTest::newRow("six slices") << 3000 << -1 << Pauses(6, 500000);
-        QTest::newRow("quit in a remainder alone") << 499 << 50 << Pauses{499000};
-        QTest::newRow("first of two slices, no remainder after it") << 1200 << 50 << Pauses{500000};
-        QTest::newRow("second of six slices") << 3000 << 700 << Pauses{500000, 500000};
-        QTest::newRow("last slice") << 500 << 50 << Pauses{500000};
-        QTest::newRow("last slice, remainder is slept all the same") << 900 << 50 << Pauses{500000, 400000};
-        QTest::newRow("remainder after a slice") << 900 << 600 << Pauses{500000, 400000};
-        QTest::newRow("before one slice") << 500 << 0 << Pauses{};
-        QTest::newRow("before slice and remainder") << 999 << 0 << Pauses{};
-        QTest::newRow("before a remainder alone, which is slept") << 499 << 0 << Pauses{499000};
+        QTest::newRow("quit in a remainder alone") << 499 << 1 << Pauses{499000};
+        QTest::newRow("quit in the first of two slices, no remainder after it") << 1200 << 1 << Pauses{500000};
+        QTest::newRow("quit in the second of six slices") << 3000 << 2 << Pauses{500000, 500000};
+        QTest::newRow("quit in the last slice") << 500 << 1 << Pauses{500000};
+        QTest::newRow("remainder is slept all the same") << 900 << 1 << Pauses{500000, 400000};
+        QTest::newRow("quit in a remainder") << 900 << 2 << Pauses{500000, 400000};
+        QTest::newRow("quit before one slice") << 500 << 0 << Pauses{};
+        QTest::newRow("quit before slice and remainder") << 999 << 0 << Pauses{};
+        QTest::newRow("quit before a remainder alone, which is slept") << 499 << 0 << Pauses{499000};
     }
 
     void sleepsInSlicesUntilQuit()
     {
         QFETCH(const int, mSec);
-        QFETCH(const int, quitAt);
+        QFETCH(const int, quitAfter);
         UtilThreadBase worker;
         worker.m_bTaskRunning = true;
-        worker.m_bThreadQuit = quitAt == 0;
-        s_pQuitting = quitAt < 0 ? nullptr : &worker;
-        s_dwQuitAfter = static_cast<useconds_t>(quitAt) * 1000;
-        s_listSlept.clear();
-        const bool bQuit = worker.WaitForSleep(mSec);
-        s_pQuitting = nullptr;
+        worker.m_bThreadQuit = quitAfter == 0;
+        s_afterPause = [&] {
+            if (quitAfter == static_cast<int>(s_listSlept.size())) {
+                worker.m_bThreadQuit = true;
+            }
+        };
+        QCOMPARE(worker.WaitForSleep(mSec), quitAfter >= 0);
         QTEST(s_listSlept, "slept");
-        QCOMPARE(bQuit, quitAt >= 0);
-        QCOMPARE(worker.m_bThreadQuit.load(), quitAt >= 0); // no flag is ever touched
+        QCOMPARE(worker.m_bThreadQuit.load(), quitAfter >= 0); // no flag is ever touched
         QVERIFY(worker.m_bTaskRunning);
+    }
+
+    void statusIsReadEverySecond()
+    {
+        const QString strName = u"Queue"_s;
+        StatusFolder().WriteStatus(strName, "no reply");
+        QList<stPrinterManager> listPrinter{ListedPrinter(strName, enStatusOffline)}; // whose file is read each time
+        TrdGetPrinterStatus worker;
+        worker.Init(0, &listPrinter);
+        const OpenHook look(StatusFolder().StatusPath(strName), [&worker] { return NoteLook(worker); });
+        worker.SlotTaskStart();
+        QCOMPARE(s_listSlept, (Pauses{0, 500000, 500000, 0, 500000, 500000, 0}));
+    }
+
+    void listIsReadEveryThreeSeconds()
+    {
+        StatusFolder().WritePrinterList(Printers(u"Queue"_s));
+        QList<stPrinterManager> listPrinter;
+        TrdDeviceManage worker;
+        worker.Init(&listPrinter);
+        connect(&worker, &TrdDeviceManage::SgnUpdatePrinterList, &worker, [&] {
+            NoteLook(worker);
+            listPrinter.clear(); // so that the next look tells again
+        });
+        worker.SlotTaskStart();
+        QCOMPARE(s_listSlept, (Pauses{0, 500000, 500000, 500000, 500000, 500000, 500000, 0, 500000, 500000, 500000,
+                                      500000, 500000, 500000, 0}));
+    }
+
+private:
+    /// A look is noted as a pause of 0; the third one ends the loop.
+    static bool NoteLook(UtilThreadBase& worker)
+    {
+        s_listSlept.push_back(0);
+        worker.m_bThreadQuit = std::count(s_listSlept.begin(), s_listSlept.end(), useconds_t(0)) == 3;
+        return true;
     }
 };
 
-QTEST_MAIN(tst_UtilThreadBase)
+QTEST_GUILESS_MAIN(tst_UtilThreadBase)
 
 #include "tst_UtilThreadBase.moc"
