@@ -13,43 +13,53 @@
 
 namespace {
 
-void Write(const QString& strFolder, const QString& strName, const QByteArray& content)
+/// Printer lists that are too long for a file of their own: deep, wide and with long names.
+QMap<QString, QByteArray> PrinterListSeeds()
 {
-    QDir().mkpath(strFolder);
-    ReplaceFile(strFolder + QLatin1Char('/') + strName, content);
+    const QByteArray one = "[Main]\nCount=1\n[printer_0]\nName=";
+    QByteArray groups = "[Main]\nCount=1001\n";
+    for (int i = 0; i < 3000; ++i) {
+        groups += "[printer_" + QByteArray::number(i) + "]\nName=A\n";
+    }
+    return {
+        {u"variants-nested-30000-times"_s,
+         one + "@Variant(" + QByteArray(R"(\0\0\0\x9\0\0\0\x1)").repeated(30000) + ')'},
+        {u"3000-groups"_s, groups},
+        {u"pieces-of-a-text"_s, one + QByteArray(1000000, ',')},
+        {u"pieces-in-quotes"_s, one + QByteArray("\"\"").repeated(500000)},
+        {u"escapes"_s, one + QByteArray("\\x40").repeated(250000)},
+        {u"entries-of-a-long-group"_s,
+         "[printer_" + QByteArray(500000, '1') + "]\n" + QByteArray("a=\n").repeated(150000)},
+        {u"entries"_s, "[printer_0]\n" + QByteArray("a=\n").repeated(330000)},
+        {u"long-key"_s, "[a]\n" + QByteArray("%41").repeated(330000) + '='},
+    };
 }
 
-void WritePrinterList(const QString& strFolder, const QString& strName, const stScenario& scenario)
+void Write(const QString& strFolder, const QMap<QString, QByteArray>& contents)
 {
-    QList<stPrinterInfo> listPrinter;
-    for (int i = 0; i < scenario.listPrinter.size() && i < 5; ++i) {
-        listPrinter.append(scenario.listPrinter.at(i).info);
+    QDir().mkpath(strFolder);
+    for (auto content = contents.begin(); content != contents.end(); ++content) {
+        ReplaceFile(strFolder + QLatin1Char('/') + content.key(), content.value());
     }
-    const DriverFolder folder(strFolder + QLatin1Char('/') + strName);
-    folder.WritePrinterList(listPrinter);
 }
 
 } // namespace
 
-/// The argument is the folder into which the seeds of all fuzzers go: reply/, printer-list/ and scenario/, and the
-/// dictionary of replies.
+/// The argument is the folder into which the seeds of all fuzzers go: reply/, printer-list/ and scenario/.
 int main(int argc, char** argv)
 {
     const QString strFolder = QString::fromLocal8Bit(argc == 2 ? argv[1] : ".");
     try {
-        const QMap<QString, QByteArray> seeds = ReplySeeds();
-        for (auto seed = seeds.begin(); seed != seeds.end(); ++seed) {
-            Write(strFolder + u"/reply"_s, seed.key(), seed.value());
-        }
-        Write(strFolder, u"reply.dict"_s, ReplyDictionary());
-        const QMap<QString, QByteArray> lists = PrinterListSeeds();
-        for (auto list = lists.begin(); list != lists.end(); ++list) {
-            Write(strFolder + u"/printer-list"_s, list.key(), list.value());
-        }
+        Write(strFolder + u"/reply"_s, ReplySeeds());
+        Write(strFolder + u"/printer-list"_s, PrinterListSeeds());
         for (const QString& strName : BuiltInScenarios()) {
             const QByteArray json = BuiltInScenario(strName);
-            Write(strFolder + u"/scenario"_s, strName, json);
-            WritePrinterList(strFolder + u"/printer-list"_s, strName, ReadScenario(json, strName));
+            Write(strFolder + u"/scenario"_s, {{strName, json}});
+            QList<stPrinterInfo> listPrinter;
+            for (const auto& printer : ReadScenario(json, strName).listPrinter.mid(0, 5)) {
+                listPrinter.append(printer.info);
+            }
+            DriverFolder(strFolder + u"/printer-list/"_s + strName).WritePrinterList(listPrinter);
         }
     } catch (const ToolError& error) {
         std::fprintf(stderr, "%s\n", error.what());
