@@ -102,43 +102,28 @@ private slots:
         QCOMPARE(m_state.enCurrentStatus, 5);
     }
 
-    void rejectedFileIsUnchangedTheNextTime_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::newRow("empty") << QByteArray();
-        QTest::newRow("truncated") << HandMadeReply().chopped(1);
-        QTest::newRow("longer than what is read") << ReplyOfSize(2049);
-    }
-
     void rejectedFileIsUnchangedTheNextTime()
     {
-        QFETCH(QByteArray, content);
         m_state.strFWVersion = u"kept"_s;
-        StatusFolder().WriteStatus(c_strName, content);
-        QCOMPARE(Read(), -1);
-        QCOMPARE(Read(), 1);
-        QCOMPARE(ReadForced(), -1);
-        QCOMPARE(m_state.strFWVersion, u"kept"_s);
-    }
-
-    void largeFileIsReadUpTo2048Bytes_data()
-    {
-        QTest::addColumn<QByteArray>("reply");
-        QTest::addColumn<qint64>("iFileSize");
-        QTest::newRow("2048 bytes") << ReplyOfSize(2048) << qint64(2048);
-        QTest::newRow("2049 bytes") << ReplyOfSize(2048) << qint64(2049);
-        QTest::newRow("5 GiB") << ReplyOfSize(100) << qint64(5) * 1024 * 1024 * 1024;
+        for (const QByteArray& content : {QByteArray(), HandMadeReply().chopped(1), ReplyOfSize(2049)}) {
+            WriteNewStatus(c_strName, content);
+            QCOMPARE(Read(), -1);
+            QCOMPARE(Read(), 1);
+            QCOMPARE(ReadForced(), -1);
+            QCOMPARE(m_state.strFWVersion, u"kept"_s);
+        }
     }
 
     void largeFileIsReadUpTo2048Bytes()
     {
-        QFETCH(QByteArray, reply);
-        QFETCH(qint64, iFileSize);
-        StatusFolder().WriteStatus(c_strName, reply);
-        QVERIFY(QFile::resize(StatusPath(), iFileSize));
-        QCOMPARE(Read(), 0);
-        QCOMPARE(m_state.dwBlackInkRemainer, 42UL);
-        QCOMPARE(m_worker.m_dtLastModified, ModificationTime());
+        for (const qint64 iSize : {Q_INT64_C(2048), Q_INT64_C(2049), Q_INT64_C(5) << 30}) {
+            m_state.dwBlackInkRemainer = 0;
+            WriteNewStatus(c_strName, ReplyOfSize(2048));
+            QVERIFY(QFile::resize(StatusPath(), iSize));
+            QCOMPARE(ReadForced(), 0);
+            QCOMPARE(m_state.dwBlackInkRemainer, 42UL);
+            QCOMPARE(m_worker.m_dtLastModified, ModificationTime());
+        }
     }
 
     void bufferIsClearedBeforeEachRead()

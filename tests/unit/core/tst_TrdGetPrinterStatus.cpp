@@ -8,7 +8,6 @@
 
 #include <QtTest>
 
-#include <memory>
 #include <stdexcept>
 
 Q_DECLARE_METATYPE(stPrinterState)
@@ -19,7 +18,6 @@ namespace {
 using PrinterList = QList<stPrinterManager>;
 
 const QString c_strName = u"Queue"_s;
-const QString c_strGone = u"Gone"_s;
 const QString c_strIdentity = u"Queue|RA7QX|2|192.0.2.7|ipp://a "_s;
 
 stStatusReply ReadyReply()
@@ -35,9 +33,9 @@ stStatusReply ReadyReply()
 /// What becomes of it, but for the failed reads.
 const QString c_strReadyState = u"|3|1.0|||13|25||0|0 1 80 0 0 0 0 0 0 0 0 0|"_s;
 
-void WriteReply(const QString& strName, const stStatusReply& reply)
+void WriteReply(const stStatusReply& reply)
 {
-    WriteNewStatus(strName, EncodeStatusReply(reply));
+    WriteNewStatus(c_strName, EncodeStatusReply(reply));
 }
 
 } // namespace
@@ -47,15 +45,6 @@ class tst_TrdGetPrinterStatus : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        WriteReply(c_strGone, ReadyReply());
-        m_goneLoop = std::make_unique<RunningWorker<CountedWorker>>(m_goneWorker);
-        QTRY_COMPARE(m_goneWorker.m_iSignals.load(), 1);
-        StatusFolder().RemoveStatus(c_strGone);
-        m_sinceGone.start();
-    }
-
     void startsWithoutPrinter()
     {
         const TrdGetPrinterStatus worker;
@@ -150,7 +139,7 @@ private slots:
 
     void unchangedFileIsOpenedOnce()
     {
-        WriteReply(c_strName, ReadyReply());
+        WriteReply(ReadyReply());
         PrinterList listPrinter{ListedPrinter(c_strName, 2)};
         CountedWorker worker(0, &listPrinter);
         int iOpened = 0;
@@ -173,7 +162,7 @@ private slots:
 
     void eleventhFailureMakesOffline()
     {
-        WriteReply(c_strName, ReadyReply());
+        WriteReply(ReadyReply());
         PrinterList listPrinter{ListedPrinter(c_strName, 2)};
         CountedWorker worker(0, &listPrinter);
         RunOnePass(worker);
@@ -193,7 +182,7 @@ private slots:
         WriteNewStatus(c_strName, "rejected");
         RunOnePass(worker);
         QCOMPARE(listPrinter.at(0).printerState.iReadFailCount, 1);
-        WriteReply(c_strName, ReadyReply());
+        WriteReply(ReadyReply());
         RunOnePass(worker);
         QCOMPARE(Text(listPrinter.at(0).printerState), c_strReadyState + u"0"_s);
         QCOMPARE(worker.m_iSignals.load(), 3);
@@ -201,7 +190,7 @@ private slots:
 
     void exceptionPublishesTheStateUnchanged()
     {
-        WriteReply(c_strName, ReadyReply());
+        WriteReply(ReadyReply());
         PrinterList listPrinter{ListedPrinter(c_strName, 8)};
         listPrinter[0].printerState.iReadFailCount = 4;
         const QStringList listBefore = Texts(listPrinter);
@@ -233,7 +222,7 @@ private slots:
     {
         QFETCH(QString, rebuilt);
         QFETCH(QString, expected);
-        WriteReply(c_strName, ReadyReply());
+        WriteReply(ReadyReply());
         PrinterList listPrinter{ListedPrinter(u"First"_s, 3), ListedPrinter(c_strName, 2)};
         CountedWorker worker(1, &listPrinter);
         bool bFree = false;
@@ -266,7 +255,7 @@ private slots:
 
     void loopFollowsTheFile()
     {
-        WriteReply(c_strName, ReadyReply());
+        WriteReply(ReadyReply());
         PrinterList listPrinter{ListedPrinter(c_strName, 2)};
         CountedWorker worker(0, &listPrinter);
         RunningWorker running(worker);
@@ -278,36 +267,17 @@ private slots:
         stStatusReply reply = ReadyReply();
         reply.firmwareVersion = "1.1";
         reply.listSupplies[0] = MakeSuppliesRecord(enSuppliesWasteToner, 2);
-        WriteReply(c_strName, reply);
+        WriteReply(reply);
         QTRY_COMPARE_WITH_TIMEOUT(state(), u"|3|1.1|||13|25||0|0 2 80 0 0 0 0 0 0 0 0 0|0"_s, 2000);
         WriteNewStatus(c_strName, "rejected");
         QTRY_COMPARE_WITH_TIMEOUT(state(), u"|3|1.1|||13|25||0|0 2 80 0 0 0 0 0 0 0 0 0|1"_s, 2000);
         QCOMPARE(worker.m_iSignals.load(), 1); // none of this is seen by users
         reply.byStatus = 0x10;
-        WriteReply(c_strName, reply);
+        WriteReply(reply);
         QTRY_COMPARE_WITH_TIMEOUT(worker.m_iSignals.load(), 2, 2000);
         QCOMPARE(state(), u"|8|1.1|||13|25||0|0 2 80 0 0 0 0 0 0 0 0 0|0"_s);
         QVERIFY(running.EndWithin(2000));
     }
-
-    void loopMakesOfflineAfterElevenReads()
-    {
-        QTRY_COMPARE_WITH_TIMEOUT(m_goneWorker.m_iSignals.load(), 2, 15000);
-        QVERIFY2(m_sinceGone.elapsed() >= 1000, QByteArray::number(m_sinceGone.elapsed()).constData());
-        QCOMPARE(SharedState(m_listGone).enCurrentStatus, 2);
-
-        WriteReply(c_strGone, ReadyReply());
-        QTRY_COMPARE_WITH_TIMEOUT(m_goneWorker.m_iSignals.load(), 3, 1900);
-        QCOMPARE(SharedState(m_listGone).enCurrentStatus, 3);
-        m_goneLoop.reset();
-    }
-
-private:
-    // Runs during all tests, so that its eleven reads are not waited for.
-    PrinterList m_listGone{ListedPrinter(c_strGone, 2)};
-    CountedWorker m_goneWorker{0, &m_listGone};
-    std::unique_ptr<RunningWorker<CountedWorker>> m_goneLoop;
-    QElapsedTimer m_sinceGone;
 };
 
 QTEST_GUILESS_MAIN(tst_TrdGetPrinterStatus)

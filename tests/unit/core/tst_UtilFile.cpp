@@ -108,27 +108,19 @@ private slots:
         QVERIFY(!QFile::exists(Path("missing")));
     }
 
-    void failureLeavesTheFileClosed_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<bool>("write");
-        QTest::newRow("missing file") << u"missing"_s << false;
-        QTest::newRow("missing folder, reading") << u"missing/a"_s << false;
-        QTest::newRow("missing folder, writing") << u"missing/a"_s << true;
-        QTest::newRow("file for a folder") << u"plain/a"_s << true;
-        QTest::newRow("folder, writing") << u"."_s << true;
-        QTest::newRow("name too long") << QString(300, QLatin1Char('x')) << true;
-    }
-
     void failureLeavesTheFileClosed()
     {
-        QFETCH(const QString, name);
-        QFETCH(const bool, write);
         QVERIFY(WriteFile(Path("plain"), "x"));
-        QFile file;
-        QVERIFY(
-            !OpenWithoutBlocking(file, m_pFolder->filePath(name), write ? QIODevice::WriteOnly : QIODevice::ReadOnly));
-        QVERIFY(!file.isOpen());
+        const QIODevice::OpenMode read = QIODevice::ReadOnly;
+        const QIODevice::OpenMode write = QIODevice::WriteOnly;
+        const QList<QPair<QString, QIODevice::OpenMode>> listCase = {
+            {u"missing"_s, read},  {u"missing/a"_s, read}, {u"missing/a"_s, write},
+            {u"plain/a"_s, write}, {u"."_s, write},        {QString(300, QLatin1Char('x')), write}};
+        for (const auto& [strName, mode] : listCase) {
+            QFile file;
+            QVERIFY2(!OpenWithoutBlocking(file, m_pFolder->filePath(strName), mode), qPrintable(strName));
+            QVERIFY(!file.isOpen());
+        }
         QCOMPARE(QDir(m_pFolder->path()).entryList(QDir::Files), QStringList{u"plain"_s});
     }
 
@@ -149,59 +141,36 @@ private slots:
         }
     }
 
-    void onlyARegularFileIsRead_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("result");
-        const auto add = [](const char* pName, enFileResult enResult) {
-            QTest::newRow(pName) << QString::fromLatin1(pName) << int(enResult);
-        };
-        add("missing", enFileMissing);
-        add("missing/a", enFileMissing);
-        add("plain/a", enFileMissing);
-        add("loop", enFileMissing);
-        add("folder", enFileNotRegular);
-        add("fifo", enFileNotRegular);
-        add("device", enFileNotRegular);
-        QTest::newRow("name with a zero") << u"plain"_s + QChar(0) << int(enFileMissing);
-        QTest::newRow("name too long") << QString(300, QLatin1Char('x')) << int(enFileMissing);
-    }
-
     void onlyARegularFileIsRead()
     {
-        QFETCH(const QString, name);
         QVERIFY(WriteFile(Path("plain"), "x"));
         QVERIFY(Plant(Path("folder"), u"."_s));
         QVERIFY(Plant(Path("loop"), Path("loop")));
         QVERIFY(Plant(Path("device"), u"/dev/zero"_s));
         QVERIFY(Plant(Path("fifo"), QString()));
+        const QStringList listMissing = {u"missing"_s, u"missing/a"_s,        u"plain/a"_s,
+                                         u"loop"_s,    u"plain"_s + QChar(0), QString(300, QLatin1Char('x'))};
+        const QStringList listNotRegular = {u"folder"_s, u"fifo"_s, u"device"_s};
         bool bOpened = false;
-        const OpenHook hook(m_pFolder->filePath(name), [&bOpened] { return bOpened = true; });
-        const stFileContent file = ReadRegularFile(m_pFolder->filePath(name), 4);
-        QTEST(int(file.enResult), "result");
-        QCOMPARE(file.content, QByteArray());
+        const OpenHook hook(QString(), [&bOpened] { return bOpened = true; });
+        for (const QString& strName : listMissing + listNotRegular) {
+            const stFileContent file = ReadRegularFile(m_pFolder->filePath(strName), 4);
+            QCOMPARE(file.enResult, listMissing.contains(strName) ? enFileMissing : enFileNotRegular);
+            QCOMPARE(file.content, QByteArray());
+        }
         QVERIFY(!bOpened); // opening alone makes some devices act
-    }
-
-    void whatTookTheFilesPlaceIsNotRead_data()
-    {
-        QTest::addColumn<QString>("target");
-        QTest::addColumn<int>("result");
-        QTest::newRow("FIFO") << QString() << int(enFileNotRegular);
-        QTest::newRow("device") << u"/dev/zero"_s << int(enFileNotRegular);
-        QTest::newRow("terminal") << u"/dev/ptmx"_s << int(enFileNotRegular);
-        QTest::newRow("folder") << u"/tmp"_s << int(enFileNotRegular);
-        QTest::newRow("nothing") << u"/nowhere"_s << int(enFileUnreadable);
     }
 
     void whatTookTheFilesPlaceIsNotRead()
     {
-        QFETCH(const QString, target);
-        QVERIFY(WriteFile(Path("a"), "x"));
-        const OpenHook swap(Path("a"), [&] { return Plant(Path("a"), target); });
-        const stFileContent file = ReadRegularFile(Path("a"), 4);
-        QTEST(int(file.enResult), "result");
-        QCOMPARE(file.content, QByteArray());
+        for (const QString& strTarget : {QString(), u"/dev/zero"_s, u"/dev/ptmx"_s, u"/tmp"_s, u"/nowhere"_s}) {
+            QFile::remove(Path("a"));
+            QVERIFY(WriteFile(Path("a"), "x"));
+            const OpenHook swap(Path("a"), [&] { return Plant(Path("a"), strTarget); });
+            const stFileContent file = ReadRegularFile(Path("a"), 4);
+            QCOMPARE(file.enResult, strTarget == u"/nowhere"_s ? enFileUnreadable : enFileNotRegular);
+            QCOMPARE(file.content, QByteArray());
+        }
     }
 
     void fileThatCannotBeReadTellsWhy()

@@ -99,26 +99,18 @@ private slots:
     }
 
     // stays first
-    void isOffAtFirst()
-    {
-        int iFormatted = -1;
-        WriteStringLog("f", 1, "f", u"x%n"_s, &iFormatted);
-        QCOMPARE(iFormatted, -1); // there is no file name yet that a line could be written under
-        QVERIFY(!QFile::exists(u"/opt/vora"_s));
-    }
-
     void offWritesNoFileAndNoFolder()
     {
+        int iFormatted = -1;
+        WriteStringLog("f", 1, "f", u"x%n"_s, &iFormatted); // off at first
         SetLogEnable(false);
-        Log("x");
+        WriteStringLog("f", 1, "f", u"x%n"_s, &iFormatted);
         QVERIFY(!QFile::exists(u"/opt/vora"_s));
-
         SetLogEnable(true);
         SetLogEnable(false);
-        int iFormatted = -1;
         WriteStringLog("f", 1, "f", u"x%n"_s, &iFormatted);
-        QCOMPARE(iFormatted, -1); // the arguments are not looked at either
         QCOMPARE(LogFiles(), QStringList());
+        QCOMPARE(iFormatted, -1); // the arguments are not looked at either
     }
 
     void nameHoldsTheTimeOfEnablingAndALineItsOwn()

@@ -100,12 +100,6 @@ const QStringList c_listHandMadeSupplies =
     "PrinterNumOfPages 10000 0001000000|PrinterNumOfPrint 1020304 0102030400|BlackInkRemainer 32 003200|"
     "BlueInkRemainer 33 003300|RedInkRemainer 34 003400|YellowInkRemainer 35 003500"_s.split(QLatin1Char('|'));
 
-/// The log calls one member otherwise.
-QString DecoderField(const stGoldenKey& key)
-{
-    return key.strField == QLatin1String("enSpplyType") ? u"SupplyType"_s : key.strField.mid(2);
-}
-
 } // namespace
 
 class tst_UtilPrinterStatus : public QObject
@@ -161,24 +155,17 @@ private slots:
 
     void everyNumberHasItsKey()
     {
-        QStringList listField;
-        for (const stGoldenKey& key : GoldenNumberKeys()) {
-            listField.append(DecoderField(key));
-        }
-        QStringList listMember;
-        for (const QString& strNumber : c_listHandMadeSupplies) { // which are all, see storesEveryRawField
-            listMember.append(strNumber.section(QLatin1Char(' '), 0, 0));
-        }
-        QCOMPARE(listMember, listField);
-        QCOMPARE(static_cast<int>(c_enSuppliesNumberList.size()), static_cast<int>(listField.size()));
-    }
-
-    void suppliesKeys()
-    {
-        for (const stGoldenKey& key : GoldenNumberKeys()) {
+        const QList<stGoldenKey> listKey = GoldenNumberKeys();
+        QCOMPARE(static_cast<int>(listKey.size()), static_cast<int>(c_listHandMadeSupplies.size())); // which are all
+        QCOMPARE(static_cast<int>(listKey.size()), static_cast<int>(c_enSuppliesNumberList.size()));
+        for (int i = 0; i < listKey.size(); ++i) {
+            const stGoldenKey& key = listKey.at(i);
+            // The log calls one member otherwise.
+            const QString strField = key.strField == u"enSpplyType"_s ? u"SupplyType"_s : key.strField.mid(2);
+            QVERIFY2(c_listHandMadeSupplies.at(i).startsWith(strField + QLatin1Char(' ')), qPrintable(strField));
             if (key.wKey != 0x1003) { // see pagesSetPrintsToo
                 const QString strRaw = u"f1f2f3f4"_s.left(key.iBytes * 2) + u"00"_s;
-                QCOMPARE(SuppliesOf({{key.wKey, "\xF1\xF2\xF3\xF4"}}), DecoderField(key) + u" f1f2f3f4 "_s + strRaw);
+                QCOMPARE(SuppliesOf({{key.wKey, "\xF1\xF2\xF3\xF4"}}), strField + u" f1f2f3f4 "_s + strRaw);
             }
         }
     }
