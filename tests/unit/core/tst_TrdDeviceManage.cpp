@@ -6,6 +6,7 @@
 #include "OpenHook.h"
 #include "Plant.h"
 #include "ReadFault.h"
+#include "Rows.h"
 #include "RunningWorker.h"
 #include "StatusFolder.h"
 #include "UtilPrinterList.h"
@@ -129,32 +130,10 @@ private slots:
 
     void content_data()
     {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("printers"); // with a blank between them
-        const auto add = [](const char* pName, const QByteArray& content, const char* pPrinters) {
-            QTest::newRow(pName) << content << QString::fromUtf8(pPrinters);
+        AddRows(u"printer-lists.json"_s, {"content", "printers"});
+        const auto add = [](const char* pName, const QByteArray& content, const QByteArray& printers) {
+            QTest::newRow(pName) << QString::fromLatin1(content) << QString::fromLatin1(printers);
         };
-        const QByteArray two = "[printer_0]\nName=A\n[printer_1]\nName=B\n";
-        for (const char* pMain : {"", "Other=2", "Count=", "Count=0", "Count=-1", "Count=-2147483648", "Count=two",
-                                  "Count=2x", "Count=2,2", "count=2"}) {
-            add(pMain, QByteArray("[Main]\n") + pMain + '\n' + two, "");
-        }
-        add("group in small letters", "[main]\nCount=2\n" + two, "");
-        add("no group Main", two, "");
-        add("one of two", "[Main]\nCount=1\n" + two, "A||0||");
-        add("two of two", "[Main]\nCount=2\n" + two, "A||0|| B||0||");
-        add("quoted Count", "[Main]\nCount=\"2\"\n" + two, "A||0|| B||0||");
-        add("one more than there are", "[Main]\nCount=3\n" + two, "A||0|| B||0|| ||0||");
-        add("just not plausible", "[Main]\nCount=1001\n" + two, "A||0|| B||0||");
-        add("other keys", "[Main]\nCount=1\n[printer_0]\nOther=x\nname=small\n", "||0||");
-        add("last entry of a key", "[Main]\nCount=2\nCount=1\n[printer_0]\nName=x\nName=y\n", "y||0||");
-        add("connection types",
-            "[Main]\nCount=4\n[printer_0]\nConnectType=2\n[printer_1]\nConnectType=-1\n[printer_2]\nConnectType=\n"
-            "[printer_3]\nConnectType=USB\n",
-            "||2|| ||-1|| ||0|| ||0||");
-        add("unquoted commas", "[Main]\nCount=1\n[printer_0]\nName=a,b\nModel=,a\nPort=a,\nURI=a,@b\n",
-            "a,b|,a|0|a,|a,@b");
-
         QByteArray odd = "[Main]\nCount=2147483647\n";
         for (const char* pGroup : {"printer_10", "printer_2", "printer_1000000", "printer_0", "printer_007",
                                    "printer_+3", "printer_-4", "printer_x", "printer_", "printer_2147483647",
@@ -169,22 +148,16 @@ private slots:
             descending += "[printer_" + QByteArray::number(3000 - i) + "]\nName=" + QByteArray::number(3000 - i) + '\n';
             thousand += i < 1000 ? ' ' + QByteArray::number(i + 1) + "||0||" : QByteArray();
         }
-        add("first thousand of a huge Count", descending, thousand.mid(1).constData());
-        add("record for each of a plausible Count", "[Main]\nCount=1000\n",
-            QByteArray(" ||0||").repeated(1000).mid(1).constData());
+        add("first thousand of a huge Count", descending, thousand.mid(1));
+        add("record for each of a plausible Count", "[Main]\nCount=1000\n", QByteArray(" ||0||").repeated(1000).mid(1));
 
         add("zeros", QByteArray(4096, '\0'), "");
-        add("open bracket", "[Main", "");
-        add("open quote before the Count", "[Main]\nOther=\"x\nCount=1\n[printer_0]\nName=A\n", "");
-        add("no group", "Count=1\nName=A\n", "");
-        add("other language", "{\"Main\": {\"Count\": 1}}", "");
     }
 
     void content()
     {
-        QFETCH(const QByteArray, content);
-        const auto iSize = static_cast<std::size_t>(content.size());
-        QTEST(Texts(ParsePrinterList({content.constData(), iSize})).join(QLatin1Char(' ')), "printers");
+        QFETCH(const QString, content);
+        QTEST(Texts(ParsePrinterList(content.toStdString())).join(QLatin1Char(' ')), "printers");
     }
 
     void everyTextSurvivesTheFile()
@@ -256,51 +229,23 @@ private slots:
 
     void refresh_data()
     {
-        QTest::addColumn<QString>("before");
-        QTest::addColumn<QString>("after"); // null: no file
-        QTest::addColumn<bool>("told");
-        const auto add = [](const char* pName, const char* pBefore, const char* pAfter, bool bTold) {
-            QTest::newRow(pName) << QString::fromUtf8(pBefore) << QString::fromUtf8(pAfter) << bTold;
-        };
-        const char* pTwo = "A|RA7Q|1|1|usb://a B|RB9X|2|2|ipp://b";
-        add("same", pTwo, pTwo, false);
-        add("new model", pTwo, "A|RA7Q|1|1|usb://a B|RB9Q|2|2|ipp://b", false);
-        add("new connection type", pTwo, "A|RA7Q|1|1|usb://a B|RB9X|1|2|ipp://b", false);
-        add("new URI", pTwo, "A|RA7Q|1|1|usb://z B|RB9X|2|2|ipp://b", false);
-        add("first", "", "A", true);
-        add("one more", "A", "A B", true);
-        add("one more before", "B", "A B", true);
-        add("one less", "A B", "A", true);
-        add("first gone", "A B", "B", true);
-        add("all gone", "A B", "", true);
-        add("file gone", "A B", nullptr, true);
-        add("none", "", "", false);
-        add("no file", "", nullptr, false);
-        add("order", "A B", "B A", true);
-        add("port of the first", pTwo, "A|RA7Q|1|3|usb://a B|RB9X|2|2|ipp://b", true);
-        add("port of the last", pTwo, "A|RA7Q|1|1|usb://a B|RB9X|2|3|ipp://b", true);
-        add("name", "A B", "A C", true);
-        add("letter case of a name", "A", "a", true);
-        add("letter case of a port", "A||0|p", "A||0|P", true);
-        add("twins", "A A", "A A", false);
-        add("one twin less", "A A", "A", true);
-        add("record without name", "|", "|", false);
+        AddRows(u"list-changes.json"_s, {"before", "after", "verdict"});
     }
-
     void refresh()
     {
         QFETCH(const QString, before);
         QFETCH(const QString, after);
-        QFETCH(const bool, told);
-        if (!after.isNull()) {
+        QFETCH(const QString, verdict);
+        const bool bTold = verdict == u"told"_s;
+        if (!after.isNull()) { // else there is no file
             WriteList(after);
         }
         m_listPrinter = Entries(before, ReachedState());
         QSignalSpy spy(m_pWorker.get(), &TrdDeviceManage::SgnUpdatePrinterList);
         RunOnePass(*m_pWorker);
-        QCOMPARE(spy.size(), told ? 1 : 0);
+        QCOMPARE(spy.size(), bTold ? 1 : 0);
         QCOMPARE(Texts(m_listPrinter),
-                 Texts(told ? Entries(after, stPrinterState()) : Entries(before, ReachedState())));
+                 Texts(bTold ? Entries(after, stPrinterState()) : Entries(before, ReachedState())));
     }
 
     void lockIsHeldToTellAndNotToRead()

@@ -4,10 +4,9 @@
 #include "UtilIniReader.h"
 
 #include "QtCompat.h"
-#include "TestFiles.h"
+#include "Rows.h"
 
 #include <QTemporaryDir>
-#include <QtTest>
 
 #include <random>
 
@@ -53,82 +52,18 @@ class tst_UtilIniReader : public QObject
     Q_OBJECT
 
 private slots:
-    void entries_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("entries"); // blank between them
-        const auto add = [](const char* pName, const QByteArray& content, const char* pEntries) {
-            QTest::newRow(pName) << content << QString::fromUtf8(pEntries);
-        };
-        add("empty", "", "");
-        add("two groups", "[a]\nx=1\ny=2\n[b]\nx=3\n", "a|x|1 a|y|2 b|x|3");
-        add("before the first group", "x=1", "|x|1");
-        add("no line end", "[a]\nx=1", "a|x|1");
-        add("carriage returns", "[a]\r\nx=1\r\n\r\ny=2\r", "a|x|1 a|y|2");
-        add("blanks", " [ a ] \n\t x \t= 1 \n", "a|x|1");
-        add("comments", "; [b]\n[a];c\n;x=0\nx=1;2\n ;y=3\n", "a|x|1");
-        add("no value", "[a]\nx\ny=\n", "a|y|");
-        add("group not closed", "[a\nx=1\n", "a|x|1");
-        add("text behind a group", "[a]b=c\nx=1\n", "a|x|1");
-        add("quoted line end", "[a]\nx=\"1\n[b]\ny\"\n", "a|x|1\n[b]\ny");
-        add("quote not closed", "[a]\nx=\"1\n[b]\ny=2\n", "a|x|1\n[b]\ny=2\n");
-        add("line that goes on", "[a]\nx=1\\\n2\\\r\n3\n", "a|x|123");
-        add("second equals sign", "[a]\nx=y=z\n", "a|x|y=z");
-        add("escaped names", "[%61%U0062c]\n%78\\y=1\n", "abc|x/y|1");
-        add("names that are no escapes", "[%]\n%6=1\n%zz=2\n%U12=3\n", "%|%6|1 %|%zz|2 %|%U12|3");
-        add("Chinese", "[墨]\n办=公\n", "墨|办|公");
-        add("byte order mark", "\xEF\xBB\xBF[a]\nx=1\n", "a|x|1");
-    }
-
+    void entries_data() { AddRows(u"ini-entries.json"_s, {"content", "entries"}); }
     void entries()
     {
-        QFETCH(const QByteArray, content);
-        QTEST(Entries(content).join(QLatin1Char(' ')), "entries");
+        QFETCH(const QString, content);
+        QTEST(Entries(content.toUtf8()).join(QLatin1Char(' ')), "entries");
     }
 
-    void text_data()
-    {
-        QTest::addColumn<QByteArray>("raw");
-        QTest::addColumn<QString>("text");
-        const auto add = [](const QByteArray& raw, const char* pText) {
-            QTest::newRow(raw.constData()) << raw << QString::fromUtf8(pText);
-        };
-        for (const char* pText : {"", "Office", "a,", ",a", "@", "@,@", "@home", "Off,@ice", "@Off,ice", "@String(abc",
-                                  "@Rect(1 2 3 4)", "@Variant(x)"}) {
-            add(pText, pText);
-        }
-        add("  two words \t", "two words");
-        add("\"  quoted \"  ", "  quoted ");
-        add("\"a\" \"b\" c ", "abc ");
-        add("\\x4e2d\\x6587", "中文");
-        add("\\x4E2D!", "中!");
-        add("\\x41g", "Ag");
-        add("\\xg", "g");
-        add("\\101\\1018", "AA8");
-        add("\\a\\t\\n\\\"\\'\\?\\\\", "\a\t\n\"'?\\");
-        add("a\\qb", "ab");
-        add("a \\q", "a ");
-        add("a \\t ", "a \t");
-        add("a \\", "a ");
-        add("a \\x", "a ");
-        add("x, y", "x,y");
-        add("a ,b", "a,b");
-        add("\"a,b\",c", "a,b,c");
-        add("\" a \" , b", " a ,b");
-        add("@@home", "@home");
-        add("@@@home", "@@home");
-        add("\"@@home\"", "@home");
-        add("\\x40@home", "@home");
-        add("Off,@@ice", "Off,@ice");
-        add("@Invalid() ", "");
-        add("@ByteArray(abc)", "abc");
-        add("@String(abc)", "abc");
-    }
-
+    void text_data() { AddRows(u"ini-texts.json"_s, {"raw", "text"}); }
     void text()
     {
-        QFETCH(const QByteArray, raw);
-        QTEST(UtilIniReader::Text(View(raw)), "text");
+        QFETCH(const QString, raw);
+        QTEST(UtilIniReader::Text(View(raw.toUtf8())), "text");
     }
 
     /// Random texts of all that means something in the format. Left out is what Qt's reader gives a type, which depends
