@@ -6,11 +6,10 @@
 #include "FakeCommand.h"
 #include "HandMadeReply.h"
 #include "OpenHook.h"
+#include "Rows.h"
 #include "RunningWorker.h"
 #include "StatusFolder.h"
 #include "UtilLog.h"
-
-#include <QtTest>
 
 #include <dlfcn.h>
 
@@ -232,31 +231,13 @@ private slots:
         QVERIFY(lpstat.Calls().isEmpty());
     }
 
-    void readyNetworkPrinterAsksThePrintSystem_data()
-    {
-        QTest::addColumn<QByteArray>("script");
-        QTest::addColumn<bool>("bPrinting");
-        const auto add = [](const char* pName, const char* pScript, bool bPrinting) {
-            QTest::newRow(pName) << QByteArray(pScript) << bPrinting;
-        };
-        add("no output", "", false);
-        add("fails", "echo 'now printing' >&2; exit 1", false);
-        add("idle", "echo 'printer Queue is idle.'", false);
-        add("printing", "echo 'printer Queue now printing Queue-1.'", true);
-        add("capitals", "echo 'printer Queue now PRINTING Queue-1.'", true);
-        add("Chinese", "echo '打印机 Queue 正在打印 Queue-1。'", true);
-        add("in the second line", "echo idle; echo printing", false);
-        add("without line end", "printf printing", true);
-        add("name gone", "echo printing; rm /opt/vora/vora-printer-k507/tool/printer_4.tmp", true);
-        add("one line of 10 MB", "head -c 10000000 /dev/zero; echo printing", false);
-    }
-
+    void readyNetworkPrinterAsksThePrintSystem_data() { AddRows(u"lpstat-outputs.json"_s, {"script", "verdict"}); }
     void readyNetworkPrinterAsksThePrintSystem()
     {
-        QFETCH(QByteArray, script);
-        QFETCH(bool, bPrinting);
-        const FakeCommand lpstat(u"lpstat"_s, script);
-        QCOMPARE(NeededInterval(ListedPrinter(c_strName, 3)), bPrinting ? 1000 : -100);
+        QFETCH(QString, script);
+        QFETCH(QString, verdict);
+        const FakeCommand lpstat(u"lpstat"_s, script.toUtf8());
+        QCOMPARE(NeededInterval(ListedPrinter(c_strName, 3)), verdict == u"printing"_s ? 1000 : -100);
         QCOMPARE(lpstat.Calls(), (Calls{{"-p", "Queue"}}));
         QVERIFY(!QFileInfo::exists(ToolPath() + u"printer_4.tmp"_s));
     }

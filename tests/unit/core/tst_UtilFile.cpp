@@ -27,12 +27,10 @@ private slots:
         m_pFolder = std::make_unique<QTemporaryDir>();
         QVERIFY(m_pFolder->isValid());
         m_iDescriptors = DescriptorCount();
-        ::alarm(20); // whatever blocks ends the program
     }
 
     void cleanup()
     {
-        ::alarm(0);
         m_pFolder.reset();
         QCOMPARE(DescriptorCount(), m_iDescriptors);
     }

@@ -4,9 +4,8 @@
 #include "UtilLog.h"
 
 #include "Plant.h"
+#include "Rows.h"
 #include "StatusFolder.h"
-
-#include <QtTest>
 
 #include <array>
 #include <atomic>
@@ -85,14 +84,8 @@ private slots:
         ::tzset();
     }
 
-    void init()
-    {
-        ::alarm(30); // whatever blocks ends the program
-    }
-
     void cleanup()
     {
-        ::alarm(0);
         SetLogEnable(false);
         QFile::remove(u"/opt/vora"_s);
         QDir(u"/opt/vora"_s).removeRecursively();
@@ -139,40 +132,26 @@ private slots:
 
     void message_data()
     {
-        QTest::addColumn<QString>("format");
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QByteArray>("message");
-        const auto add = [](const char* pName, const char* pFormat, const QByteArray& text, const QByteArray& message) {
-            QTest::newRow(pName) << QString::fromUtf8(pFormat) << text << message;
-        };
-        add("empty", "", "", "");
-        add("doubled per cent", "%%s%%", "", "%s%");
-        add("text with placeholders", "[%s]", "%s%n%d%%", "[%s%n%d%%]");
-        add("Chinese format", "打印机=%s", "Office", "打印机=Office");
-        add("Chinese text", "name=%s", "办公室🖨", "name=办公室🖨");
-        add("blanks are kept", "  %s ", " x ", "   x  ");
-        add("line feed", "%s", "a\n[2026-11-16 03:11:24.517] (f@1 f) b", "a\\x0A[2026-11-16 03:11:24.517] (f@1 f) b");
-        add("line feed of the format", "a\nb", "", "a\\x0Ab");
-        add("control characters", "%s", "\t\r\x1B[2J\x7F", "\\x09\\x0D\\x1B[2J\\x7F");
+        AddRows(u"log-messages.json"_s, {"format", "text", "message"});
         for (const int iLength : {1022, 1023, 1024, 100000}) {
-            const QByteArray text(iLength, 'x');
-            QTest::addRow("%d bytes", iLength) << u"%s"_s << text << text.left(1023);
-            QTest::addRow("%d bytes of format", iLength)
-                << QString::fromLatin1(text) << QByteArray() << text.left(1023);
+            const QString strText(iLength, QLatin1Char('x'));
+            QTest::addRow("%d bytes", iLength) << u"%s"_s << strText << strText.left(1023);
+            QTest::addRow("%d bytes of format", iLength) << strText << QString() << strText.left(1023);
         }
-        add("cut before it is escaped", "%s", QByteArray(1024, '\n'), QByteArray("\\x0A").repeated(1023));
+        QTest::newRow("cut before it is escaped")
+            << u"%s"_s << QString(1024, QLatin1Char('\n')) << u"\\x0A"_s.repeated(1023);
     }
 
     void message()
     {
         QFETCH(const QString, format);
-        QFETCH(const QByteArray, text);
-        QFETCH(const QByteArray, message);
+        QFETCH(const QString, text);
+        QFETCH(const QString, message);
         const int iBefore = DescriptorCount();
         SetLogEnable(true);
-        WriteStringLog("f", 1, "f", format, text.constData());
+        WriteStringLog("f", 1, "f", format, text.toUtf8().constData());
         WriteStringLog("f", 1, "f", u"%d %lu %c %02x"_s, -7, 18446744073709551615ul, 'c', 10);
-        QCOMPARE(Messages(OnlyLogFile()), (QList<QByteArray>{message, "-7 18446744073709551615 c 0a"}));
+        QCOMPARE(Messages(OnlyLogFile()), (QList<QByteArray>{message.toUtf8(), "-7 18446744073709551615 c 0a"}));
         QCOMPARE(DescriptorCount(), iBefore);
     }
 
@@ -205,7 +184,7 @@ private slots:
         }
     }
 
-    void rotationTakesOneStepPerLine()
+    void rotationTakesOneStepPerLineAndEnablingStartsAnew()
     {
         const QString strPath = StartLog();
         QVERIFY(QFile::resize(strPath, c_iMaxLogSize + 1));
@@ -215,21 +194,14 @@ private slots:
         QCOMPARE(LogFiles().size(), 2);
         Log("third");
         QCOMPARE(Messages(WithIndex(strPath, 2)), QList<QByteArray>{"third"});
-    }
 
-    void enablingAgainStartsAtIndex0OfANewName()
-    {
-        const QString strPath = StartLog();
-        QVERIFY(QFile::resize(strPath, c_iMaxLogSize + 1));
-        Log("second");
         const qint64 iSecond = QDateTime::currentSecsSinceEpoch();
         QTRY_VERIFY(QDateTime::currentSecsSinceEpoch() > iSecond);
         SetLogEnable(true);
-        Log("third");
-        const QStringList listFile = LogFiles();
-        QCOMPARE(listFile.size(), 3);
-        QVERIFY2(listFile.last().endsWith(u"_0.log"_s), qPrintable(listFile.last()));
-        QCOMPARE(Messages(c_strFolder + QLatin1Char('/') + listFile.last()), QList<QByteArray>{"third"});
+        Log("fourth");
+        QCOMPARE(LogFiles().size(), 4);
+        QVERIFY2(LogFiles().last().endsWith(u"_0.log"_s), qPrintable(LogFiles().last()));
+        QCOMPARE(Messages(c_strFolder + QLatin1Char('/') + LogFiles().last()), QList<QByteArray>{"fourth"});
     }
 
     void twoEnablingsWithinASecondShareAFile()

@@ -2,12 +2,14 @@
 // SPDX-License-Identifier: MIT
 
 #include "GoldenTable.h"
+#include "UtilLanguageCtrl.h"
 #include "UtilStatusIdParser.h"
 
 #include <QSet>
 #include <QtTest>
 
 #include <limits>
+#include <type_traits>
 
 namespace {
 
@@ -50,9 +52,34 @@ void CompareWithRows(const QList<stGoldenCode>& listCode, Mapping mapping, const
     }
 }
 
+/// A table, which has a row for each value, and the look-up in it, which finds nothing outside.
+template <typename Table, typename LookUp>
+void CompareTexts(const Table& table, LookUp lookUp, const QList<stGoldenCode>& listCode)
+{
+    const int iRows = static_cast<int>(listCode.size());
+    QCOMPARE(iRows, static_cast<int>(std::size(table)));
+    for (int i = 0; i < iRows; ++i) {
+        QCOMPARE(table[i][0], listCode.at(i).strEnglish);
+        QCOMPARE(table[i][1], listCode.at(i).strChinese);
+        QCOMPARE(lookUp(i, 0), listCode.at(i).strEnglish);
+        QCOMPARE(lookUp(i, 1), listCode.at(i).strChinese);
+    }
+    const int iMin = std::numeric_limits<int>::min();
+    const int iMax = std::numeric_limits<int>::max();
+    for (const int iRow : {-1, iRows, iRows + 1, iMin, iMax}) {
+        QCOMPARE(lookUp(iRow, 0), QString());
+        QCOMPARE(lookUp(iRow, 1), QString());
+    }
+    for (const int iLanguage : {-1, 2, iMin, iMax}) {
+        QCOMPARE(lookUp(0, iLanguage), QString());
+        QCOMPARE(lookUp(iRows - 1, iLanguage), QString());
+    }
+}
+
 } // namespace
 
-class tst_UtilStatusIdParser : public QObject
+/// What StatusCodes.def makes of the printer's states and errors.
+class tst_StatusCodes : public QObject
 {
     Q_OBJECT
 
@@ -81,6 +108,18 @@ private slots:
         CompareWithRows(GoldenErrors(), GetErrorStatusEnum, {0x15200, 0x16154, 0x80006154, 0x100006154, c_dwAllBits});
     }
 
+    void statusText()
+    {
+        static_assert(std::is_same_v<decltype(c_strStatusLanguageText), const QString[enStatusCount][2]>);
+        CompareTexts(c_strStatusLanguageText, GetStatusText, GoldenStates());
+    }
+
+    void errorText()
+    {
+        static_assert(std::is_same_v<decltype(c_strErrorDescText), const QString[enErrorCount][2]>);
+        CompareTexts(c_strErrorDescText, GetErrorText, GoldenErrors());
+    }
+
     void tonerTypeIsNotInterpreted()
     {
         for (const uLong dwRaw : {0ul, 1ul, 2ul, 0xFFul, 0xFFFFFFFFul, c_dwAllBits}) {
@@ -89,6 +128,6 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_UtilStatusIdParser)
+QTEST_MAIN(tst_StatusCodes)
 
-#include "tst_UtilStatusIdParser.moc"
+#include "tst_StatusCodes.moc"
