@@ -29,25 +29,22 @@ private slots:
         QVERIFY(LogText().size() < 8192);
         QVERIFY(LogText().contains(" log) first\n"));
 
-        QVERIFY(QFile::remove(FillerPath()));
+        QVERIFY(QFile::remove(ToolPath() + u"filler"_s));
         log("room again"); // each line tries again
         SetLogEnable(false);
         QVERIFY2(LogText().endsWith(" log) room again\n"), LogText().constData());
     }
 
 private:
-    static QString FillerPath() { return ToolPath() + u"filler"_s; }
     /// Takes all the room that is left; returns how much that was.
     static qint64 Fill()
     {
-        QFile file(FillerPath());
+        QFile file(ToolPath() + u"filler"_s);
         file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
         const QByteArray bytes(512, 'x');
-        qint64 iSize = 0;
         while (file.write(bytes) == bytes.size()) {
-            iSize += bytes.size();
         }
-        return iSize;
+        return file.size();
     }
 };
 

@@ -4,6 +4,7 @@
 // The ways to ask a printer itself: the query over the network, and the identifiers to find it on the USB.
 
 #include "HandMadeReply.h"
+#include "NoStandardInput.h"
 #include "StatusFolder.h"
 #include "TrdGetPrinterStatus.h"
 #include "UdpResponder.h"
@@ -13,7 +14,6 @@
 #include <dlfcn.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 namespace {
 
@@ -103,16 +103,11 @@ private slots:
         QCOMPARE(silent.Requests().size(), 1); // one attempt
     }
 
-    /// A program may be started without standard input.
     void descriptorZeroIsAsGoodAsAny()
     {
-        UdpResponder responder({HandMadeReply()});
-        const int iInput = ::dup(STDIN_FILENO);
-        ::close(STDIN_FILENO);
-        const int iResult = m_worker.GetPrinterStatusUDP(c_strLocal);
-        ::dup2(iInput, STDIN_FILENO);
-        ::close(iInput);
-        QCOMPARE(iResult, 0);
+        const UdpResponder responder({HandMadeReply()});
+        const NoStandardInput none;
+        QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), 0);
     }
 
     void refusesWhatIsNoAddress()

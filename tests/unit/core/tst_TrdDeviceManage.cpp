@@ -196,14 +196,6 @@ private slots:
         QCOMPARE(ReadList(), QStringList{u"not known"_s});
     }
 
-    void linkToAListIsRead()
-    {
-        WriteList(u"Office"_s);
-        QVERIFY(QFile::rename(c_strListPath, u"/opt/vora/other.ini"_s));
-        QVERIFY(QFile::link(u"/opt/vora/other.ini"_s, c_strListPath));
-        QCOMPARE(ReadList(), QStringList{u"Office||0||"_s});
-    }
-
     void initPrinterListCopiesIdentityAndResetsState()
     {
         QCOMPARE(Texts(TrdDeviceManage().GetInitPrinterList(Printers(u"A|RB9Q|2|1|ipp://a | A|RB9Q|2|1|ipp://a"_s))),

@@ -3,6 +3,7 @@
 
 #include "UtilCommandOutput.h"
 
+#include "NoStandardInput.h"
 #include "Plant.h"
 #include "StatusFolder.h"
 #include "UtilShell.h"
@@ -118,6 +119,12 @@ private slots:
         QVERIFY(!bRoot || ::seteuid(0) == 0);
         QCOMPARE(::chmod(folder.constData(), 0755), 0);
         QVERIFY(!bOpen);
+    }
+
+    void descriptorZeroIsAsGoodAsAny()
+    {
+        const NoStandardInput none;
+        QVERIFY(UtilCommandOutput(Path("a")).IsOpen());
     }
 
     void isNotOpenWhenNoFileCanBeMade()

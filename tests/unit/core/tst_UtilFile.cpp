@@ -3,6 +3,7 @@
 
 #include "UtilFile.h"
 
+#include "NoStandardInput.h"
 #include "OpenHook.h"
 #include "Plant.h"
 #include "ReadFault.h"
@@ -135,6 +136,7 @@ private slots:
                 QCOMPARE(file.content, content.left(4));
                 QCOMPARE(file.iSize, qint64(content.size()));
                 QCOMPARE(file.iModified, qint64(1700000000123));
+                QCOMPARE(file.iError, 0);
             }
         }
     }
@@ -154,7 +156,7 @@ private slots:
         for (const QString& strName : listMissing + listNotRegular) {
             const stFileContent file = ReadRegularFile(m_pFolder->filePath(strName), 4);
             QCOMPARE(file.enResult, listMissing.contains(strName) ? enFileMissing : enFileNotRegular);
-            QCOMPARE(file.content, QByteArray());
+            QVERIFY(file.content.isEmpty() && file.iSize == 0 && file.iModified == 0);
         }
         QVERIFY(!bOpened); // opening alone makes some devices act
     }
@@ -187,19 +189,15 @@ private slots:
         QCOMPARE(file.content, QByteArray());
     }
 
-    /// A program may be started without standard input.
     void descriptorZeroIsAsGoodAsAny()
     {
-        const int iInput = ::dup(STDIN_FILENO);
-        ::close(STDIN_FILENO);
-        QFile file;
-        const bool bOpen = OpenWithoutBlocking(file, Path("a"), QIODevice::WriteOnly);
-        file.close();
-        const enFileResult enResult = ReadRegularFile(Path("a"), 4).enResult;
-        ::dup2(iInput, STDIN_FILENO);
-        ::close(iInput);
-        QVERIFY(bOpen);
-        QCOMPARE(enResult, enFileRead);
+        const NoStandardInput none;
+        {
+            QFile file;
+            QVERIFY(OpenWithoutBlocking(file, Path("a"), QIODevice::WriteOnly));
+            QCOMPARE(file.handle(), STDIN_FILENO);
+        }
+        QCOMPARE(ReadRegularFile(Path("a"), 4).enResult, enFileRead);
     }
 
 private:

@@ -5,9 +5,9 @@
 
 #include "QtCompat.h"
 
-#include "TestFiles.h"
+#include "Rows.h"
 
-#include <QtTest>
+#include <QTemporaryDir>
 
 #include <unistd.h>
 
@@ -22,26 +22,7 @@ private slots:
         QFile::remove(QString::fromLocal8Bit(OutputPath()));
     }
 
-    void quote_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("word");
-        const auto add = [](const QString& strText, const QString& strWord) {
-            QTest::newRow(qPrintable(strText)) << strText << strWord;
-        };
-        add(u"it's"_s, u"'it'\\''s'"_s);
-        add(u"'"_s, u"''\\'''"_s);
-        add(u"''"_s, u"''\\'''\\'''"_s);
-        add(u"'x'"_s, u"''\\''x'\\'''"_s);
-        add(u"a\\'; touch /tmp/x; '"_s, u"'a\\'\\''; touch /tmp/x; '\\'''"_s);
-        const QStringList listPlain = // a home and a dash are none to the shell inside quotes
-            u"Office@@ two  words @say \"hi\"@a$(echo x)b@a`echo x`b@$HOME@a;b&c|d@a>b<c@*?[a]{b,c}@~@a\\@#x@a!b@50%s@"
-            "a\nb\t\n@-a@Off,ice@办公室打印机@🖨"_s.split(QLatin1Char('@'));
-        for (const QString& strText : listPlain) {
-            add(strText, QLatin1Char('\'') + strText + QLatin1Char('\''));
-        }
-    }
-
+    void quote_data() { AddRows(u"shell-words.json"_s, {"text", "word"}); }
     void quote()
     {
         QFETCH(const QString, text);
