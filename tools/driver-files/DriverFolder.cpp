@@ -76,10 +76,11 @@ void ReplaceFile(const QString& strPath, const QByteArray& content, enExitStatus
 {
     const quint32 dwSuffix = QRandomGenerator::global()->generate();
     QFile file(u"%1.%2"_s.arg(strPath).arg(dwSuffix, 8, 16, QLatin1Char('0')));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
+    // With a buffer whose end finds no room the file could not even be removed.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
         FailToWrite(strPath, file.errorString(), enFailure);
     }
-    if (file.write(content) != content.size() || !file.flush()) {
+    if (file.write(content) != content.size()) {
         const QString strReason = file.errorString();
         file.remove();
         FailToWrite(strPath, strReason, enExitIo);
