@@ -229,8 +229,17 @@ private slots:
         for (const stGoldenModel& model : GoldenModels()) {
             listModel.append(model.strModel);
         }
-        QCOMPARE(FailureOf(R"({"description": "d", "printers": [{"name": "Lab", "model": "RA8Q"}]})", u"s"_s),
+        const auto refusal = [](const QByteArray& value) {
+            return FailureOf(R"({"description": "d", "printers": [{"name": "Lab", )" + value + "}]}", u"s"_s);
+        };
+        QCOMPARE(refusal("\"model\": \"RA8Q\""),
                  u"s: printers[0].model: expected one of %1, found \"RA8Q\""_s.arg(listModel.join(u", "_s)));
+        QCOMPARE(refusal("\"state\": 256"),
+                 u"s: printers[0].state: expected a code from 0x00 to 0xFF or one of %1, found 256"_s.arg(
+                     SentNames(GoldenStates())));
+        QCOMPARE(refusal("\"errors\": [-1]"),
+                 u"s: printers[0].errors[0]: expected a code from 0x0000 to 0xFFFF or one of %1, found -1"_s.arg(
+                     SentNames(GoldenErrors())));
     }
 
     void suppliesStandInTheOrderOfTheirKeys()

@@ -13,8 +13,12 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
+constexpr int c_iPatience = 60000; // milliseconds
 const QString c_strTranscripts = QStringLiteral(VORA_TRANSCRIPTS);
 
 /// Each line of what a command wrote, behind the mark; behind the last one "\" when it has no end.
@@ -37,7 +41,7 @@ QByteArray Outcome(const QByteArray& command)
 {
     QProcess process;
     process.start(u"sh"_s, {u"-c"_s, u". \"$0\"\n"_s + QString::fromUtf8(command), QStringLiteral(VORA_PRELUDE)});
-    const bool bEnded = process.waitForFinished() && process.exitStatus() == QProcess::NormalExit;
+    const bool bEnded = process.waitForFinished(c_iPatience) && process.exitStatus() == QProcess::NormalExit;
     const QByteArray status = bEnded ? QByteArray::number(process.exitCode()) : QByteArray("did not end");
     return Marked('|', process.readAllStandardOutput()) + Marked('!', process.readAllStandardError()) +
            (status == "0" ? QByteArray() : "= " + status + '\n');
@@ -103,16 +107,17 @@ private slots:
         if (replayed == transcript) {
             return;
         }
-        const QString strToday = QStringLiteral(VORA_TODAY) + QDir(c_strTranscripts).dirName() + QLatin1Char('-') + QString::fromLatin1(QTest::currentDataTag());
+        const QString strToday = QStringLiteral(VORA_TODAY) + QDir(c_strTranscripts).dirName() + QLatin1Char('-') +
+                                 QString::fromLatin1(QTest::currentDataTag());
         QVERIFY(WriteFile(strToday, replayed));
         const QByteArrayList listFound = replayed.split('\n');
         const QByteArrayList listExpected = transcript.split('\n');
-        int iLine = 0;
-        while (listFound.value(iLine) == listExpected.value(iLine)) {
-            ++iLine;
-        }
-        QVERIFY2(false, "line " + QByteArray::number(iLine + 1) + " is now \"" + listFound.value(iLine) + "\", was \"" +
-                            listExpected.value(iLine) + "\"; all of it: " + strToday.toUtf8());
+        const auto differ =
+            std::mismatch(listFound.begin(), listFound.end(), listExpected.begin(), listExpected.end()).first;
+        const int iLine = static_cast<int>(std::distance(listFound.begin(), differ));
+        const QByteArray message = "line " + QByteArray::number(iLine + 1) + " is now \"" + listFound.value(iLine) +
+                                   "\", was \"" + listExpected.value(iLine) + "\"; all of it: " + strToday.toUtf8();
+        QFAIL(message.constData());
     }
 };
 
