@@ -82,6 +82,8 @@ private slots:
     {
         qputenv("PATH", QByteArray(VORA_TOOLS) + ':' + qgetenv("PATH"));
         qputenv("SOURCE", VORA_SOURCE);
+        qputenv("CHANGE_BEFORE_OPEN", VORA_CHANGE_BEFORE_OPEN);
+        qputenv("REFUSE_TIME_OUT", VORA_REFUSE_TIME_OUT);
     }
 
     void comesTrueAgain_data()

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 # SPDX-License-Identifier: MIT
-# shellcheck shell=sh disable=SC2034  # read by transcripts
+# shellcheck shell=sh disable=SC2034  # used by transcripts
 #
 # Read before each command of a transcript, all of which run in one folder. There lies full.dat, a reply in which every
 # field has a value of its own. What begins a line of a transcript:
@@ -43,6 +43,13 @@ metrics() {
 # The program on a terminal, whose ends of lines have a further character; an escape character is shown as "ESC".
 on_terminal() {
     script -qec "$*" /dev/null | tr -d '\r' | sed 's/\x1b/ESC/g'
+}
+
+# With a library in it that stands between it and the system; an address sanitizer wants to be told.
+preload() {
+    library=$1
+    shift
+    timeout 5 env LD_PRELOAD="$library" ASAN_OPTIONS="${ASAN_OPTIONS:-}:verify_asan_link_order=0" "$@"
 }
 
 # Without the rights that root has.
