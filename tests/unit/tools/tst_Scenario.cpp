@@ -330,6 +330,8 @@ private slots:
         QVERIFY(!listExpected.isEmpty());
         QCOMPARE(listShown, listExpected);
         QCOMPARE(scenario.strDescription, u"All %1 errors, one after the other"_s.arg(listExpected.size()));
+        QCOMPARE(scenario.listStep.constFirst().iAtMSec, 2000);
+        QCOMPARE(scenario.listStep.constLast().iAtMSec, 2000 * (listExpected.size() + 1));
     }
 
     /// The printer tool takes a printer for off-line after eleven seconds without its file.
