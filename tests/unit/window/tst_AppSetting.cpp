@@ -97,6 +97,16 @@ private slots:
         QCOMPARE(Box()->isChecked(), !bThere);
     }
 
+    void windowManagerBringsBackWhatTheUserChose()
+    {
+        m_pWindow->show();
+        Box()->setChecked(true);
+        QShowEvent event;
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        qApp->notify(m_pWindow.get(), &event);
+        QVERIFY(Box()->isChecked());
+    }
+
     void leavingKeepsOrDrops_data()
     {
         QTest::addColumn<QString>("path");
