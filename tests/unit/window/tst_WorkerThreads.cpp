@@ -8,6 +8,7 @@
 #include "StatusEncoder.h"
 #include "StatusFolder.h"
 #include "TrdGetPrinterStatus.h"
+#include "UtilLog.h"
 #include "WindowTest.h"
 
 #include <QAction>
@@ -16,10 +17,12 @@
 #include <QtTest>
 
 #include <atomic>
+#include <cerrno>
 #include <future>
 #include <vector>
 
 #include <dlfcn.h>
+#include <pthread.h>
 
 namespace {
 
@@ -30,6 +33,18 @@ struct stWait
     qint64 iDeadline;
 };
 std::vector<stWait> s_listWait;
+
+constexpr int c_iManyThreads = 1000000;
+std::atomic<int> s_iThreadsLeft{c_iManyThreads};
+QtMessageHandler s_oldHandler = nullptr;
+
+/// Qt itself says when it is refused a thread.
+void DropThreadWarning(QtMsgType enType, const QMessageLogContext& context, const QString& strText)
+{
+    if (!strText.startsWith(QLatin1String("QThread::start: Thread creation error"))) {
+        s_oldHandler(enType, context, strText);
+    }
+}
 
 } // namespace
 
@@ -42,12 +57,60 @@ bool QThread::wait(QDeadlineTimer deadline)
     return realWait(this, deadline);
 }
 
-class tst_Shutdown : public WindowTest
+/// In place of the system's, which refuses a thread to a user with too many.
+extern "C" int pthread_create(pthread_t* pThread, const pthread_attr_t* pAttributes, void* (*pRun)(void*),
+                              void* pArgument) noexcept
+{
+    static const auto s_real = reinterpret_cast<decltype(&pthread_create)>(::dlsym(RTLD_NEXT, "pthread_create"));
+    return s_iThreadsLeft.fetch_sub(1) > 0 ? s_real(pThread, pAttributes, pRun, pArgument) : EAGAIN;
+}
+
+/// The threads of the window's workers: refused at first, ended at last.
+class tst_WorkerThreads : public WindowTest
 {
     Q_OBJECT
 
 private slots:
     void init() { QDir(u"/opt/vora"_s).removeRecursively(); }
+
+    void cleanup()
+    {
+        m_pWindow.reset();
+        s_iThreadsLeft = c_iManyThreads;
+    }
+
+    void refusedThreadsAreTriedAgain()
+    {
+        MakeWindow(); // Qt's own threads have started with it
+        m_pWindow.reset();
+        WritePrinters({0x00, 0x00});
+        s_oldHandler = qInstallMessageHandler(DropThreadWarning);
+        s_iThreadsLeft = 0;
+        m_pWindow = std::make_unique<VoraPrinterToolWidget>();
+        QVERIFY(!m_pWindow->m_pManageThread->isRunning());
+        QCOMPARE(Table()->rowCount(), 0);
+
+        SetLogEnable(true);
+        s_iThreadsLeft = 1; // for the list worker
+        QTRY_COMPARE_WITH_TIMEOUT(Table()->rowCount(), 2, 10000);
+        for (int iRow = 0; iRow < 2; ++iRow) {
+            QVERIFY(!m_pWindow->m_listStatusThread.at(iRow)->isRunning());
+            QCOMPARE(Cell(iRow, 3), u"脱机"_s);
+            QCOMPARE(LogText().count(QByteArray("no thread for vora-status-") + QByteArray::number(iRow) + ','), 1);
+        }
+
+        s_iThreadsLeft = c_iManyThreads;
+        QTRY_COMPARE_WITH_TIMEOUT(Cell(0, 3), u"就绪"_s, 10000);
+        QTRY_COMPARE(Cell(1, 3), u"就绪"_s);
+        SetLogEnable(false);
+
+        s_iThreadsLeft = 0; // one that never ran does not hinder the end
+        WritePrinters({0x00, 0x00, 0x00});
+        QTRY_COMPARE(Table()->rowCount(), 3);
+        m_pWindow.reset();
+        QVERIFY(!VoraPrinterToolWidget::IsWorkerLeftBehind());
+        qInstallMessageHandler(s_oldHandler);
+    }
 
     void exitHidesEverythingAndEndsTheLoop_data()
     {
@@ -141,8 +204,8 @@ private slots:
     }
 
 private:
-    /// With a printer in each of these raw states, all of which have their worker.
-    void StartWindow(const QList<quint8>& listStatus)
+    /// One in each of these raw states.
+    static void WritePrinters(const QList<quint8>& listStatus)
     {
         const DriverFolder folder = StatusFolder();
         QList<stPrinterInfo> listInfo;
@@ -153,6 +216,12 @@ private:
             folder.WriteStatus(listInfo.last().strPrinterName, EncodeStatusReply(reply));
         }
         folder.WritePrinterList(listInfo);
+    }
+
+    /// With such printers, all of which have their worker.
+    void StartWindow(const QList<quint8>& listStatus)
+    {
+        WritePrinters(listStatus);
         m_pWindow = std::make_unique<VoraPrinterToolWidget>();
         QTRY_COMPARE(m_pWindow->m_listTrdGetPrinterStatus.size(), listStatus.size());
     }
@@ -187,6 +256,6 @@ private:
     }
 };
 
-QTEST_MAIN(tst_Shutdown)
+QTEST_MAIN(tst_WorkerThreads)
 
-#include "tst_Shutdown.moc"
+#include "tst_WorkerThreads.moc"
