@@ -4,6 +4,7 @@
 #include "OrderOfEnds.h"
 #include "StatusEncoder.h"
 #include "StatusFolder.h"
+#include "TrdDeviceManage.h"
 #include "TrdGetPrinterStatus.h"
 
 #include <QAction>
@@ -23,18 +24,13 @@ namespace {
 constexpr int c_iStarts = 200;
 constexpr int c_iPrinters = 50;
 
-QString Name(int i)
-{
-    return u"Printer"_s + QString::number(i);
-}
-
 /// The list changes in a circle: all printers, the first half of them, all in reverse order. Returns their names.
 QStringList WriteForm(int iForm)
 {
     QStringList listName;
     QList<stPrinterInfo> listInfo;
     for (int i = 0; i < (iForm % 3 == 1 ? c_iPrinters / 2 : c_iPrinters); ++i) {
-        listName.append(Name(iForm % 3 == 2 ? c_iPrinters - 1 - i : i));
+        listName.append(u"Printer%1"_s.arg(iForm % 3 == 2 ? c_iPrinters - 1 - i : i));
         listInfo.append({listName.last(), u"RA7QX"_s, 1, QString(), u"usb://"_s + listName.last()});
     }
     StatusFolder().WritePrinterList(listInfo);
@@ -54,7 +50,7 @@ void RewriteUntil(const std::atomic<bool>& bEnd)
             reply.listErrorCode = {0x6110};
         }
         reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlueInk, static_cast<quint32>(i % 100))};
-        folder.WriteStatus(Name(i * 7 % c_iPrinters), EncodeStatusReply(reply));
+        folder.WriteStatus(u"Printer%1"_s.arg(i * 7 % c_iPrinters), EncodeStatusReply(reply));
         next += std::chrono::milliseconds(10);
         std::this_thread::sleep_until(next);
     }
@@ -126,20 +122,17 @@ private slots:
         // A list that shrank and grew again has two workers for the indexes that were gone.
         QCOMPARE(pWindow->m_listTrdGetPrinterStatus.size(), iChanges == 2 ? c_iPrinters * 3 / 2 : c_iPrinters);
         ShowOrderOfEnds(*pWindow);
-        QList<QPointer<QThread>> listThread = {pWindow->m_pManageThread};
-        QList<QPointer<QObject>> listWorker;
+        QList<QPair<QPointer<QThread>, QPointer<QObject>>> listWorker = {
+            {pWindow->m_pManageThread, pWindow->m_pTrdDeviceManage}};
         for (int i = 0; i < pWindow->m_listStatusThread.size(); ++i) {
-            listThread.append(pWindow->m_listStatusThread.at(i));
-            listWorker.append(pWindow->m_listTrdGetPrinterStatus.at(i));
+            listWorker.append({pWindow->m_listStatusThread.at(i), pWindow->m_listTrdGetPrinterStatus.at(i)});
         }
         pWindow.reset();
 
         // Workers that did not end within the window's time on a busy machine end on their own; nobody else frees them.
-        for (const QPointer<QThread>& pThread : std::as_const(listThread)) {
+        for (const auto& [pThread, pWorker] : std::as_const(listWorker)) {
             QVERIFY(pThread == nullptr || pThread->wait(10000));
             delete pThread;
-        }
-        for (const QPointer<QObject>& pWorker : std::as_const(listWorker)) {
             delete pWorker;
         }
     }
