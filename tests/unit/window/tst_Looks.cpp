@@ -178,13 +178,7 @@ private slots:
             const double dDifference = Difference(OnWhite(image), drawing);
             QVERIFY2(dDifference < c_dAlike, QByteArray::number(dDifference));
         }
-    }
-
-    /// As many pixels as the scale asks for, not fewer that are stretched.
-    void iconIsSharp()
-    {
-        MakeWindow();
-        for (const int iSize : {16, 22, 24, 32, 44, 48, 64}) {
+        for (const int iSize : {16, 22, 24, 32, 44, 48, 64}) { // sharp: as many pixels as the scale asks for
             const QPixmap pixmap = m_pWindow->m_pTrayIcon->icon().pixmap(QSize(iSize, iSize));
             QCOMPARE(pixmap.size(), QSize(iSize, iSize) * pixmap.devicePixelRatio());
         }

@@ -12,7 +12,6 @@
 #include "WindowTest.h"
 
 #include <QAction>
-#include <QSignalSpy>
 #include <QTimer>
 #include <QtTest>
 
@@ -106,7 +105,7 @@ private slots:
 
         s_iThreadsLeft = 0; // one that never ran does not hinder the end
         WritePrinters({0x00, 0x00, 0x00});
-        QTRY_COMPARE(Table()->rowCount(), 3);
+        QTRY_COMPARE_WITH_TIMEOUT(Table()->rowCount(), 3, 10000);
         m_pWindow.reset();
         QVERIFY(!VoraPrinterToolWidget::IsWorkerLeftBehind());
         qInstallMessageHandler(s_oldHandler);
