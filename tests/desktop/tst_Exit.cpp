@@ -3,21 +3,99 @@
 
 #include "DesktopTest.h"
 
-/// The end by the tray menu's last entry: soon, without failure, and with nothing left behind.
+#include <QScopeGuard>
+
+#include <csignal>
+
+namespace {
+
+/// A classic X session manager: asks its clients to save themselves, with leave to talk to the user, and then to end.
+class SessionManager
+{
+public:
+    ~SessionManager()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+        qunsetenv("SESSION_MANAGER");
+    }
+
+    /// Programs that are made (class Tool) after this belong to the session.
+    bool Start()
+    {
+        // It starts the session's programs with its own address. This one passes that on.
+        const QString strAddress = u"/tmp/session-manager"_s;
+        QFile::remove(strAddress);
+        if (!WriteScript(u"/tmp/session"_s, "echo $SESSION_MANAGER > /tmp/session-manager.new\n"
+                                            "mv /tmp/session-manager.new /tmp/session-manager\n") ||
+            !WriteFile(QDir::homePath() + u"/.xsmstartup"_s, "/tmp/session\n")) {
+            return false;
+        }
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"SM_SAVE_DIR"_s, m_folder.path()); // no session of an earlier test to choose
+        m_process.setProcessEnvironment(environment);
+        m_process.setProcessChannelMode(QProcess::MergedChannels);
+        m_process.setStandardOutputFile(m_strOutput);
+        m_process.start(u"stdbuf"_s, {u"-oL"_s, u"xsm"_s, u"-verbose"_s});
+        if (!QTest::qWaitFor([&] { return Window().has_value() && QFile::exists(strAddress); })) {
+            return false;
+        }
+        qputenv("SESSION_MANAGER", ReadFile(strAddress).trimmed());
+        return true;
+    }
+
+    /// How often a text stands in its report.
+    int Count(const char* pText) const { return static_cast<int>(ReadFile(m_strOutput).count(pText)); }
+
+    /// What its user does to log out: drags the mouse from the button to its menu's first entry, and names the session.
+    bool LogOut() const
+    {
+        const std::optional<Desktop::Window> window = Window();
+        if (!window) {
+            return false;
+        }
+        Desktop::Run(u"wmctrl"_s, {u"-i"_s, u"-a"_s, window->strId});
+        if (!QTest::qWaitFor([&] { return Desktop::ActiveWindow() == window->strId; })) {
+            return false;
+        }
+        const int iY = window->geometry.height();
+        const QString strDrag =
+            u"mousemove --window %1 %2 %3 mousedown 1 mousemove --window %1 %2 %4 sleep 0.3 mouseup 1"_s;
+        Desktop::Run(u"xdotool"_s, strDrag.arg(window->strId)
+                                       .arg(window->geometry.width() * 2 / 3)
+                                       .arg(iY * 7 / 10)
+                                       .arg(iY * 7 / 6)
+                                       .split(QLatin1Char(' ')));
+        if (!QTest::qWaitFor([] { return Desktop::FindWindow(u"xsm"_s, u"Shutdown"_s, {}, {999, 999}).has_value(); })) {
+            return false;
+        }
+        Desktop::PressKey(u"a"_s);
+        Desktop::PressKey(u"Return"_s);
+        return true;
+    }
+
+    QProcess& Process() { return m_process; }
+
+private:
+    static std::optional<Desktop::Window> Window()
+    {
+        return Desktop::FindWindow(u"xsm"_s, u"xsm: Default"_s, {50, 50}, {999, 999});
+    }
+
+    QTemporaryDir m_folder;
+    QString m_strOutput = u"/tmp/session-manager.txt"_s;
+    QProcess m_process;
+};
+
+} // namespace
+
+/// The end by the tray menu's last entry, by signals and by the desktop's logout: soon, without failure, and with
+/// nothing left behind.
 class tst_Exit : public DesktopTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { qputenv("VORA_REAL_TIME", "1"); } // the workers end within their pauses
-    void windowShown()
-    {
-        Start();
-        Exit();
-        QVERIFY(AreGlobalsDestroyed());
-        QCOMPARE(Desktop::ProcessNames(), m_listBefore);
-    }
-
     void windowHidden()
     {
         Start();
@@ -27,18 +105,11 @@ private slots:
         QCOMPARE(Desktop::ProcessNames(), m_listBefore);
     }
 
-    void settingsOpen()
+    void bothWindowsOpenAndManyPrinters()
     {
-        Start();
-        QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuSettings));
-        QTRY_VERIFY(m_tool->SettingsWindow());
-        Exit();
-        QVERIFY(AreGlobalsDestroyed());
-        QCOMPARE(Desktop::ProcessNames(), m_listBefore);
-    }
-
-    void manyPrinters()
-    {
+        const QByteArray before = qgetenv("VORA_REAL_TIME");
+        qputenv("VORA_REAL_TIME", "1"); // the workers end within their pauses
+        const auto tidy = qScopeGuard([&] { before.isEmpty() ? qunsetenv("VORA_REAL_TIME") : true; });
         QStringList listName;
         for (int i = 0; i < 200; ++i) {
             listName.append(u"Printer%1"_s.arg(i));
@@ -47,6 +118,8 @@ private slots:
         Start();
         QTRY_COMPARE(m_tool->RowCount(), 200);
         QTRY_COMPARE(m_tool->Cell(199, 3), u"就绪"_s);
+        QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuSettings));
+        QTRY_VERIFY(m_tool->SettingsWindow());
         Exit();
         QVERIFY(AreGlobalsDestroyed());
         QCOMPARE(Desktop::ProcessNames(), m_listBefore);
@@ -54,18 +127,71 @@ private slots:
 
     void commandHangs()
     {
-        FakeHangingCancel();
-        WriteReadyPrinters({u"Office"_s});
-        Start();
-        QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
-        WriteStatus(u"Office"_s, Reply(0x03));
-        QTRY_VERIFY(IsCancelRunning());
+        StartWithHangingCommand();
         Exit();
         QVERIFY(!AreGlobalsDestroyed());
 
         // The command is the print system's: it may still reach the server, and then ends by itself.
         EndHangingCancel();
         QTRY_COMPARE(Desktop::ProcessNames(), m_listBefore);
+    }
+
+    void signalEndsIt_data()
+    {
+        QTest::addColumn<int>("number");
+        QTest::addColumn<bool>("commandHangs");
+        QTest::newRow("terminate") << SIGTERM << false;
+        QTest::newRow("interrupt") << SIGINT << false;
+        QTest::newRow("terminate while a command hangs") << SIGTERM << true;
+    }
+
+    void signalEndsIt()
+    {
+        QFETCH(const int, number);
+        QFETCH(const bool, commandHangs);
+        commandHangs ? StartWithHangingCommand() : Start();
+        Signal(number);
+        QVERIFY(m_tool->Process().waitForFinished(500));
+        QCOMPARE(m_tool->Process().exitStatus(), QProcess::CrashExit); // ended by the signal
+        QCOMPARE(m_tool->Process().exitCode(), number);
+    }
+
+    /// The interrupt key goes to the command in the foreground, as in a shell; the program that waits for it stays.
+    void hangingCommandGetsTheInterrupt()
+    {
+        StartWithHangingCommand();
+        Signal(SIGINT);
+        WriteStatus(u"Hall"_s, Reply(0x20));
+        QTRY_COMPARE(m_tool->Cell(1, 3), u"清洁模式"_s);
+
+        EndHangingCancel();
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"正在取消任务"_s); // the command has ended
+        Signal(SIGINT);
+        QVERIFY(m_tool->Process().waitForFinished(500));
+    }
+
+    void logoutIsNotHeldUp_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("window shown") << QStringList();
+        QTest::newRow("window hidden") << QStringList(u"-hide"_s);
+    }
+
+    void logoutIsNotHeldUp()
+    {
+        QFETCH(const QStringList, arguments);
+        SessionManager manager;
+        QVERIFY(manager.Start());
+        m_tool = std::make_unique<Tool>(); // with the manager's address
+        WriteReadyPrinters({u"Office"_s});
+        m_tool->Start(arguments);
+        QTRY_COMPARE(manager.Count("received SAVE YOURSELF DONE"), 1); // that of its registration
+        QTRY_COMPARE(m_tool->MainWindow().has_value(), arguments.isEmpty());
+
+        QVERIFY(manager.LogOut());
+        QTRY_COMPARE(manager.Count("Shutdown = True, Interact Style = Any"), 1);
+        CheckEnd(5000);
+        QVERIFY(manager.Process().waitForFinished(5000));
     }
 
 private:
@@ -82,6 +208,18 @@ private:
         QTRY_VERIFY(m_tool->MainWindow());
         QVERIFY(WaitForTrayIcon());
     }
+
+    void StartWithHangingCommand()
+    {
+        FakeHangingCancel();
+        WriteReadyPrinters({u"Office"_s, u"Hall"_s});
+        Start();
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
+        WriteStatus(u"Office"_s, Reply(0x03));
+        QTRY_VERIFY(IsCancelRunning());
+    }
+
+    void Signal(int iSignal) { QCOMPARE(::kill(static_cast<pid_t>(m_tool->Process().processId()), iSignal), 0); }
 
     void Exit()
     {

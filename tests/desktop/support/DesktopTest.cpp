@@ -107,12 +107,17 @@ void DesktopTest::HideWindow() const
     QTRY_VERIFY(!m_tool->MainWindow());
 }
 
-void DesktopTest::ExitByMenu(int iTimeOutMSec) const
+void DesktopTest::CheckEnd(int iTimeOutMSec) const
 {
-    QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuExit));
     QVERIFY(m_tool->Process().waitForFinished(iTimeOutMSec));
     QCOMPARE(m_tool->Process().exitStatus(), QProcess::NormalExit);
     QCOMPARE(m_tool->Process().exitCode(), 0);
+}
+
+void DesktopTest::ExitByMenu(int iTimeOutMSec) const
+{
+    QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuExit));
+    CheckEnd(iTimeOutMSec);
 }
 
 void DesktopTest::FakeProgram(const QString& strName, const QByteArray& script)

@@ -41,6 +41,9 @@ protected:
     /// Closes the main window and waits until it has gone.
     void HideWindow() const;
 
+    /// Waits for the tool to end, which it must do without failure.
+    void CheckEnd(int iTimeOutMSec = 2000) const;
+
     /// Ends the tool by its menu: in time, and without failure.
     void ExitByMenu(int iTimeOutMSec = 2000) const;
 
