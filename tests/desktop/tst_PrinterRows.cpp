@@ -4,10 +4,17 @@
 #include "DesktopTest.h"
 
 namespace {
+
+const QString c_strReady = u"就绪"_s;
+const QString c_strNoPaper = u"进纸托盘处无纸,请放入纸张"_s;
+const QString c_strInk = u"青色：高   红色：中   黄色：较低   黑色：低"_s;
+
 constexpr int c_iTimeOutMSec = 15000;
+constexpr int c_iOfflineTimeOutMSec = 40000; // eleven reads
+
 } // namespace
 
-/// The table's rows and the driver package's list of printers.
+/// What the table says about printers, from the driver package's files to what a screen reader finds.
 class tst_PrinterRows : public DesktopTest
 {
     Q_OBJECT
@@ -15,39 +22,29 @@ class tst_PrinterRows : public DesktopTest
 private slots:
     void rowsFollowTheList()
     {
-        const QString strA = u"A"_s;
-        const QString strB = u"B"_s;
-        const QString strC = u"C"_s;
-        const QString strRowA = u"A: 正在打印"_s;
-        const QString strRowB = u"B: 正在扫描"_s;
-        const QString strRowC = u"C: 正在复印"_s;
-        const auto write = [this](const QStringList& listName) {
+        WriteStatus(u"A"_s, Reply(0x10));
+        WriteStatus(u"B"_s, Reply(0x11));
+        WriteStatus(u"C"_s, Reply(0x12));
+        WritePrinters({});
+        m_tool->Start();
+        QTRY_COMPARE(m_tool->Access().ColumnHeaders(m_tool->Class()).size(), 4);
+        QCOMPARE(m_tool->RowCount(), 0);
+        for (const char* pNames : {"AB", "ABC", "A", "ABC", "CBA"}) {
             QList<stPrinterInfo> listPrinter;
-            for (const QString& strName : listName) {
-                listPrinter.append({strName, QString(), 1, QString(), u"usb://"_s + strName});
+            QStringList listRow;
+            for (const QChar name : QString::fromLatin1(pNames)) {
+                const QStringList listState = {u"正在打印"_s, u"正在扫描"_s, u"正在复印"_s};
+                listPrinter.append({name, QString(), 1, QString(), u"usb://"_s + name});
+                listRow.append(name + u": "_s + listState.at(name.unicode() - 'A'));
             }
             WritePrinters(listPrinter);
-        };
-        WriteStatus(strA, Reply(0x10));
-        WriteStatus(strB, Reply(0x11));
-        WriteStatus(strC, Reply(0x12));
-        write({strA, strB});
-        m_tool->Start();
-        QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList({strRowA, strRowB}), c_iTimeOutMSec);
-        write({strA, strB, strC});
-        QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList({strRowA, strRowB, strRowC}), c_iTimeOutMSec);
-        write({strA});
-        QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList{strRowA}, c_iTimeOutMSec);
-        write({strA, strB, strC});
-        QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList({strRowA, strRowB, strRowC}), c_iTimeOutMSec);
-        write({strC, strB, strA});
-        QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList({strRowC, strRowB, strRowA}), c_iTimeOutMSec);
+            QTRY_COMPARE_WITH_TIMEOUT(Rows(), listRow, c_iTimeOutMSec);
+        }
 
         // Rows that came, went and came again are followed still.
-        WriteStatus(strA, Reply(0x00));
-        WriteStatus(strC, Reply(0x02));
-        QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList({u"C: 忙碌"_s, strRowB, u"A: 就绪"_s}), c_iTimeOutMSec);
-
+        WriteStatus(u"A"_s, Reply());
+        WriteStatus(u"C"_s, Reply(0x02));
+        QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList({u"C: 忙碌"_s, u"B: 正在扫描"_s, u"A: 就绪"_s}), c_iTimeOutMSec);
         m_folder.RemovePrinterList();
         QTRY_COMPARE_WITH_TIMEOUT(m_tool->RowCount(), 0, c_iTimeOutMSec);
         QCOMPARE(m_tool->Process().state(), QProcess::Running);
@@ -64,27 +61,108 @@ private slots:
         }
         m_tool->Start();
         QTRY_COMPARE_WITH_TIMEOUT(Rows(), listRow, c_iTimeOutMSec);
+        QCOMPARE(m_tool->Cell(0, 1), u"网络(192.168.1.20)"_s);
     }
 
-    void emptyListHasNoRows()
+    void stateFollowsTheReply()
     {
-        WritePrinters({});
+        struct stCase
+        {
+            stStatusReply reply;
+            QString strState;
+        };
+        const QList<stCase> listCase = {
+            {Reply(0x00), c_strReady},
+            {Reply(0x10), u"正在打印"_s},
+            {Reply(0xFF), u"未知"_s},
+            // A warning stands in the table while printing alone, the first of them.
+            {Reply(0x10, {}, {0x6160}), u"正在打印(墨水量低)"_s},
+            {Reply(0x10, {}, {0x6161, 0x6160}), u"正在打印(COLOR_INK_LOW)"_s},
+            {Reply(0x10, {}, {0x6163}), u"正在打印()"_s},
+            {Reply(0x00, {}, {0x6160}), c_strReady},
+            {Reply(0x13, {}, {0x6160}), u"正在打印报告"_s},
+            // An error takes the place of every state and warning, the first of them.
+            {Reply(0x00, {0x6100}), c_strNoPaper},
+            {Reply(0x10, {0x6120, 0x6100}, {0x6160, 0x6161}), u"墨水仓门已打开,请关闭"_s},
+            {Reply(0xFF, {0x5201}), u"故障#5201，请断电重启"_s},
+            {Reply(0x00, {0x6165}), QString()}, // has no Chinese text
+            // Codes that no printer is known to send.
+            {Reply(0x00, {0x1234}), u"错误状态未知"_s},
+            {Reply(0x10, {}, {0x1234}), u"正在打印(错误状态未知)"_s},
+        };
+        QStringList listName;
+        for (int i = 0; i < listCase.size(); ++i) {
+            listName.append(u"Printer%1"_s.arg(i));
+        }
+        WriteReadyPrinters(listName);
         m_tool->Start();
-        QTRY_VERIFY(m_tool->MainWindow());
-        QTRY_COMPARE(m_tool->Access().ColumnHeaders(m_tool->Class()).size(), 4);
-        QCOMPARE(m_tool->RowCount(), 0);
-        WriteReadyPrinters({u"Office"_s});
-        QTRY_COMPARE_WITH_TIMEOUT(Rows(), QStringList{u"Office: 就绪"_s}, c_iTimeOutMSec);
-        WritePrinters({});
-        QTRY_COMPARE_WITH_TIMEOUT(m_tool->RowCount(), 0, c_iTimeOutMSec);
+        for (int i = 0; i < listCase.size(); ++i) {
+            QTRY_COMPARE(State(i), c_strReady);
+        }
+        for (int i = 0; i < listCase.size(); ++i) {
+            stStatusReply reply = listCase.at(i).reply;
+            reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlackInk, 100)}; // tells that the row is up to date
+            WriteStatus(listName.at(i), reply);
+        }
+        for (int i = 0; i < listCase.size(); ++i) {
+            QTRY_COMPARE(Ink(i), u"青色：无   红色：无   黄色：无   黑色：高"_s);
+            QCOMPARE(State(i), listCase.at(i).strState);
+        }
+    }
+
+    void failedReadsMakeOffline()
+    {
+        WriteReadyPrinters({u"Gone"_s, u"Kept"_s});
+        WriteStatus(u"Gone"_s, Reply(0x10, {0x6100}, {0x6160}));
+        m_tool->Start();
+        QTRY_COMPARE(State(0), c_strNoPaper);
+        QTRY_COMPARE(State(1), c_strReady);
+
+        QElapsedTimer timer;
+        timer.start();
+        m_folder.RemoveStatus(u"Gone"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(State(0), u"脱机"_s, c_iOfflineTimeOutMSec);
+        QVERIFY2(timer.elapsed() >= 10 * Tool::PauseMSec(), // between eleven reads
+                 qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(Ink(0), c_strInk);
+        QCOMPARE(State(1), c_strReady); // a file that stays as it is is no failure
+
+        WriteStatus(u"Gone"_s, Reply());
+        QTRY_COMPARE(State(0), c_strReady);
+    }
+
+    void rejectedReplyLeavesTheRow()
+    {
+        const QString strName = u"Office"_s;
+        WriteReadyPrinters({strName});
+        m_tool->Start();
+        QTRY_COMPARE(State(0), c_strReady);
+
+        const QByteArray reply = EncodeStatusReply(Reply(0x10, {0x6100}));
+        // When the last is read, the one before has been dealt with.
+        for (const QByteArray& rejected : {reply.chopped(1), reply.left(7), QByteArray(), reply.left(8)}) {
+            m_folder.WriteStatus(strName, rejected);
+            const auto wasRead = [&] {
+                const QFileInfo file(m_folder.StatusPath(strName));
+                return file.lastRead() > file.lastModified();
+            };
+            QTRY_VERIFY(wasRead());
+        }
+        QCOMPARE(State(0), c_strReady);
+        QCOMPARE(Ink(0), c_strInk);
+        m_folder.WriteStatus(strName, reply);
+        QTRY_COMPARE(State(0), c_strNoPaper);
     }
 
 private:
+    QString Ink(int iRow) const { return m_tool->Cell(iRow, 2); }
+    QString State(int iRow) const { return m_tool->Cell(iRow, 3); }
+
     QStringList ReadRows() const
     {
         QStringList listRow;
         for (int iRow = 0; iRow < m_tool->RowCount(); ++iRow) {
-            listRow.append(m_tool->Cell(iRow, 0) + u": "_s + m_tool->Cell(iRow, 3));
+            listRow.append(m_tool->Cell(iRow, 0) + u": "_s + State(iRow));
         }
         return listRow;
     }

@@ -3,12 +3,23 @@
 
 #include "DesktopTest.h"
 
+#include <QDBusMessage>
 #include <QScopeGuard>
 
-/// The icon in the trays of three desktops, and a desktop without one.
+/// The icon and its menu in the trays of three desktops, and a desktop without one.
 class tst_Tray : public DesktopTest
 {
     Q_OBJECT
+
+public slots:
+    void Hear(const QDBusMessage& message)
+    {
+        const QString strName = m_tool->Access().Name({message.service(), message.path()});
+        const bool bGained = message.arguments().value(1).toInt() == 1;
+        if (bGained && !strName.isEmpty()) {
+            m_listHeard.append(strName);
+        }
+    }
 
 private slots:
     void clickShowsTheWindow_data() { AddTrayHosts(); }
@@ -46,36 +57,67 @@ private slots:
         m_tray->ClickIcon(tool, Desktop::enButtonLeft, 2);
         LetClicksArrive();
         QTRY_VERIFY(tool.MainWindow());
-    }
 
-    void iconComesBackWithTheTray_data() { AddTrayHosts(); }
-    void iconComesBackWithTheTray()
-    {
-        StartWithRowsTray();
         m_tray->Kill();
-        QTRY_VERIFY(!m_tray->HasIcon(*m_tool));
-        QVERIFY(m_tool->MainWindow());
+        QTRY_VERIFY(!m_tray->HasIcon(tool));
+        QVERIFY(tool.MainWindow());
         HideWindow();
-
         QVERIFY(m_tray->Start());
         QVERIFY(WaitForTrayIcon());
-        QVERIFY(m_tray->ShowWindow(*m_tool));
+        QVERIFY(m_tray->ShowWindow(tool));
+    }
+
+    void menuDoesWhatItSays_data()
+    {
+        QTest::addColumn<int>("iHost"); // trayer's menu is the same window of ours as tint2's
+        QTest::newRow("tint2") << int(TrayHost::enTint2);
+        QTest::newRow("xfce4-panel") << int(TrayHost::enXfcePanel);
+    }
+    void menuDoesWhatItSays()
+    {
+        m_tool->Access().HearFocus(this,
+                                   SLOT(Hear(QDBusMessage))); // before the start: Qt 5 asks for listeners but once
+        m_listHeard.clear();
+        StartWithRowsTray();
+        Tool& tool = *m_tool;
+        QVERIFY(m_tray->OpenMenu(tool));
+        // A key may come before the menu listens, hence once round until the last entry, which the first one follows.
+        for (int i = 0; i < 10 && !m_listHeard.contains(u"退出"_s); ++i) {
+            PressDown();
+        }
+        m_listHeard.clear();
+        for (int i = 0; i < 4; ++i) {
+            PressDown();
+        }
+        QTRY_COMPARE(m_listHeard, (QStringList{u"显示主界面"_s, u"打印机更新助手"_s, u"设置"_s, u"退出"_s}));
+        Desktop::PressKey(u"Escape"_s);
+        QTRY_VERIFY(!m_tray->Menu(tool));
+
+        HideWindow();
+        QVERIFY(m_tray->ChooseFromMenu(tool, TrayHost::enMenuSettings));
+        QTRY_VERIFY(tool.SettingsWindow());
+        QVERIFY(!tool.MainWindow());
+        Desktop::CloseWindow(*tool.SettingsWindow());
+        QTRY_VERIFY(!tool.SettingsWindow());
+
+        // The last visible window is closed, yet the program lives on.
+        QVERIFY(m_tray->ChooseFromMenu(tool, TrayHost::enMenuMainWindow));
+        QTRY_VERIFY(tool.MainWindow());
+        ExitByMenu();
+        QVERIFY(!m_tray->HasIcon(tool));
     }
 
     void runsWithoutATray()
     {
         WriteReadyPrinters({u"Office"_s});
         m_tool->Start();
-        QTRY_VERIFY(m_tool->MainWindow());
         QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
         QVERIFY(!m_tool->TrayIcon());
-
         WriteStatus(u"Office"_s, Reply(0x00, {0x6100}));
         QTRY_COMPARE(m_tool->Cell(0, 3), u"进纸托盘处无纸,请放入纸张"_s);
         QVERIFY(!m_tool->Popup());
         WriteStatus(u"Office"_s, Reply());
         QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
-        QVERIFY(m_tool->MainWindow());
     }
 
 private:
@@ -87,11 +129,16 @@ private:
         QTRY_VERIFY(!m_tray->Menu(*m_tool));
     }
 
-    QString WindowId() const
+    void PressDown() const
     {
-        const std::optional<Desktop::Window> window = m_tool->MainWindow();
-        return window ? window->strId : QString();
+        const auto iHeard = m_listHeard.size();
+        Desktop::PressKey(u"Down"_s);
+        [[maybe_unused]] const bool bHeard = QTest::qWaitFor([&] { return m_listHeard.size() > iHeard; }, 1000);
     }
+
+    QString WindowId() const { return m_tool->MainWindow().value_or(Desktop::Window()).strId; }
+
+    QStringList m_listHeard; ///< what a screen reader would say
 };
 
 QTEST_GUILESS_MAIN(tst_Tray)

@@ -5,7 +5,7 @@
 
 #include <QDBusMessage>
 
-/// The windows without a mouse. The tray's menu: tst_TrayMenu.
+/// The windows without a mouse. The tray's menu: tst_Tray.
 class tst_Keyboard : public DesktopTest
 {
     Q_OBJECT
