@@ -14,6 +14,7 @@
 namespace {
 
 const QString c_strFolder = u"/tmp/child/"_s;
+const QString c_strUpdateTool = u"/opt/vora/vora-printer-k507/bin/voraK507FW"_s;
 
 /// A script that notes what it was given by the process that started it.
 const QByteArray c_note = "mkdir -p /tmp/child\n"
@@ -34,8 +35,7 @@ QSet<QByteArray> Entries(const QByteArray& environment)
     QSet<QByteArray> setEntry;
     for (const QByteArray& entry : environment.split('\0')) {
         // Those that a shell keeps for itself.
-        const QByteArray name = entry.left(entry.indexOf('='));
-        if (!QByteArrayList({"", "_", "PWD", "OLDPWD", "SHLVL"}).contains(name)) {
+        if (!QByteArrayList({"", "_", "PWD", "OLDPWD", "SHLVL"}).contains(entry.split('=').constFirst())) {
             setEntry.insert(entry);
         }
     }
@@ -45,16 +45,40 @@ QSet<QByteArray> Entries(const QByteArray& environment)
 /// One of the sets of signals, without those that the C library keeps for itself.
 unsigned StandardSignals(const QByteArray& sets, const QByteArray& kind)
 {
-    const int iStart = static_cast<int>(sets.indexOf(kind + ":\t"));
     bool bNumber = false;
-    const qulonglong iSet = sets.mid(iStart + static_cast<int>(kind.size()) + 2, 16).toULongLong(&bNumber, 16);
+    const auto iStart = ('\n' + sets).indexOf('\n' + kind + ":\t");
+    const qulonglong iSet = sets.mid(iStart + kind.size() + 2, 16).toULongLong(&bNumber, 16);
     return iStart >= 0 && bNumber ? static_cast<unsigned>(iSet) & 0x7FFFFFFFU : ~0U;
+}
+
+/// What `ps` prints of the processes that fit.
+QStringList Processes(const QString& strFormat, const QString& strPattern)
+{
+    const QString strList = Desktop::Run(u"ps"_s, {u"-A"_s, u"-o"_s, strFormat});
+    return strList.split(QLatin1Char('\n')).filter(QRegularExpression(strPattern));
+}
+
+/// The running update tools: number, parent's number and command line of each.
+QStringList UpdateTools()
+{
+    return Processes(u"pid=,ppid=,args="_s, u"voraK507FW"_s);
+}
+
+/// Children of any process that have ended and that nobody has asked about.
+QStringList Zombies()
+{
+    return Processes(u"stat=,ppid=,comm="_s, u"^Z"_s);
+}
+
+QString Field(const QString& strLine, int iField)
+{
+    return strLine.simplified().section(QLatin1Char(' '), iField, iField);
 }
 
 } // namespace
 
 /// What the programs that this one starts find: the environment and the folder of the session, plain signals, and no
-/// file of ours.
+/// file of ours; and what becomes of the firmware-update tools that the tray menu's entry starts.
 class tst_StartedPrograms : public DesktopTest
 {
     Q_OBJECT
@@ -79,20 +103,16 @@ private slots:
         WriteReadyPrinters({u"Office"_s, u"Hall"_s});
         m_tool->Start();
         QTRY_VERIFY(m_tool->MainWindow());
-        const QByteArray environment = ReadProcFile(u"/proc/%1/environ"_s.arg(m_tool->Process().processId()));
         WriteStatus(u"Office"_s, Reply(0x03));
-        Check(environment, QDir::currentPath().toLocal8Bit() + "\nOffice\n");
+        Check(ToolEnvironment(), "\nOffice\n");
     }
 
     void updateTool()
     {
-        QVERIFY(WriteNote(u"/opt/vora/vora-printer-k507/bin/voraK507FW"_s));
-        WriteReadyPrinters({u"Office"_s});
+        QVERIFY(WriteNote(c_strUpdateTool));
         StartWithTray();
-        const QByteArray environment = ReadProcFile(u"/proc/%1/environ"_s.arg(m_tool->Process().processId()));
         QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuUpdateTool));
-        Check(environment, QDir::currentPath().toLocal8Bit() + '\n',
-              1U << (SIGPIPE - 1)); // by Qt 5.15, which leaves it so in what it detaches
+        Check(ToolEnvironment(), "\n", 1U << (SIGPIPE - 1)); // by Qt 5.15, which leaves it so in what it detaches
     }
 
     /// The starter's display and bus are not handed on.
@@ -103,19 +123,59 @@ private slots:
         QVERIFY(QFile::copy(QStringLiteral(VORA_LOGIN_START), strStarter));
         m_tray = std::make_unique<TrayHost>(TrayHost::enTint2);
         QVERIFY(m_tray->Start());
-        QProcess login;
-        login.start(strStarter, QStringList());
-        QVERIFY(login.waitForFinished());
+        QCOMPARE(QProcess::execute(strStarter, {}), 0);
         const QProcessEnvironment own = QProcessEnvironment::systemEnvironment();
-        Check(own.toStringList().join(QChar(0)).toLocal8Bit(), QDir::currentPath().toLocal8Bit() + "\n-hide\n");
+        Check(own.toStringList().join(QChar(0)).toLocal8Bit(), "\n-hide\n");
+    }
+
+    void eachClickStartsOneMoreUpdateTool()
+    {
+        QVERIFY(WriteScript(c_strUpdateTool, "read line < /tmp/nobody-writes\n"));
+        Desktop::Run(u"mkfifo"_s, {u"/tmp/nobody-writes"_s});
+        StartWithTray();
+        for (int iCount = 1; iCount <= 2; ++iCount) {
+            QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuUpdateTool));
+            QTRY_COMPARE(UpdateTools().size(), iCount);
+        }
+        for (const QString& strUpdateTool : UpdateTools()) {
+            QVERIFY2(strUpdateTool.endsWith(QLatin1String("/bin/sh ") + c_strUpdateTool), qPrintable(strUpdateTool));
+            // The program would have to ask about its own children.
+            QVERIFY(Field(strUpdateTool, 1).toLongLong() != m_tool->Process().processId());
+        }
+        Desktop::Run(u"kill"_s, {Field(UpdateTools().first(), 0)});
+        QTRY_COMPARE(UpdateTools().size(), 1);
+        QTRY_COMPARE(Zombies(), QStringList());
+
+        ExitByMenu();
+        QCOMPARE(UpdateTools().size(), 1);
+        Desktop::Run(u"kill"_s, {Field(UpdateTools().first(), 0)});
+        QTRY_COMPARE(UpdateTools(), QStringList());
+    }
+
+    void missingUpdateToolIsNoMatter()
+    {
+        StartWithTray();
+        QVERIFY(m_tray->ChooseFromMenu(*m_tool, TrayHost::enMenuUpdateTool));
+        QTRY_VERIFY(!m_tray->Menu(*m_tool));
+        QVERIFY(m_tray->OpenMenu(*m_tool)); // the choice is dealt with by then
+        Desktop::PressKey(u"Escape"_s);
+        QTRY_VERIFY(!m_tray->Menu(*m_tool));
+
+        QCOMPARE(Desktop::Windows(m_tool->Class()).size(), 2); // the window and the icon
+        QVERIFY(QFile::exists(m_tool->OutputPath()));
+        QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
+        QCOMPARE(Zombies(), QStringList());
+        QCOMPARE(m_tool->Process().state(), QProcess::Running);
     }
 
 private:
-    /// Of the program that started after this test had begun.
+    QByteArray ToolEnvironment() { return ReadProcFile(u"/proc/%1/environ"_s.arg(m_tool->Process().processId())); }
+
+    /// Of the program that started after this test had begun, in this test's folder.
     static void Check(const QByteArray& environment, const QByteArray& arguments, unsigned dwMayBeIgnored = 0)
     {
         QTRY_VERIFY(QFile::exists(c_strFolder + u"noted"_s));
-        QCOMPARE(ReadFile(c_strFolder + u"arguments"_s), arguments);
+        QCOMPARE(ReadFile(c_strFolder + u"arguments"_s), QDir::currentPath().toLocal8Bit() + arguments);
         QCOMPARE(ReadFile(c_strFolder + u"descriptors"_s), QByteArray("0\n1\n2\n3\n")); // the last is the look
         const QByteArray sets = ReadFile(c_strFolder + u"signals"_s);
         QCOMPARE(StandardSignals(sets, "SigPnd"), 0U);
