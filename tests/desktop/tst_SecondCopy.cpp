@@ -10,7 +10,6 @@
 #include <functional>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -183,28 +182,6 @@ private slots:
         QTRY_VERIFY(MessageBox(other.Class()));
     }
 
-    void copyOfAnotherUserCounts()
-    {
-        StartFirstCopy(); // makes the folder
-        m_tool.reset();
-        QCOMPARE(::chmod(QFile::encodeName(c_strToolFolder).constData(), 0777), 0);
-        QVERIFY(QFile::exists(u"/tmp/VoraPrinterTool"_s) || // the build folder may be closed to others
-                QFile::copy(QStringLiteral(VORA_TOOL), u"/tmp/VoraPrinterTool"_s));
-        QProcess first;
-        const auto end = qScopeGuard([&] {
-            first.kill();
-            first.waitForFinished();
-        });
-        const QString strOther = u"--reuid=65534 --regid=65534 --clear-groups"_s; // whom only root can become
-        first.start(::geteuid() == 0 ? u"setpriv"_s : u"env"_s,
-                    (::geteuid() == 0 ? strOther.split(QLatin1Char(' ')) : QStringList()) +
-                        QStringList{u"env"_s, u"HOME=/nonexistent"_s, u"/tmp/VoraPrinterTool"_s});
-        m_tool = std::make_unique<Tool>();
-        QTRY_VERIFY(m_tool->MainWindow());
-        m_tool->Start();
-        QTRY_VERIFY(MessageBox());
-    }
-
     void startsWhenTheListCannotBeWritten_data()
     {
         QTest::addColumn<QString>("obstacle");
@@ -226,35 +203,6 @@ private slots:
         QVERIFY(m_tool->MainWindow());
         QVERIFY(!QFile::exists(c_strNowhere));
         QCOMPARE(ReadFile(obstacle), target.isEmpty() ? QByteArray("in the way") : QByteArray());
-    }
-
-    void toolFolderWithoutRoom_data()
-    {
-        QTest::addColumn<QByteArray>("mount");
-        QTest::addColumn<QByteArray>("fill");
-        QTest::addColumn<bool>("running"); // whether the process list tells of the other copy
-        const QByteArray path = c_strToolFolder.toLocal8Bit();
-        QTest::newRow("room") << "--tmpfs " + path << QByteArray("true") << true;
-        QTest::newRow("full") << "--size 4096 --tmpfs " + path << "cat /dev/zero > " + path + "/filler" << false;
-        QTest::newRow("read-only") << "--tmpfs " + path + " --remount-ro " + path << QByteArray("true") << false;
-    }
-
-    void toolFolderWithoutRoom()
-    {
-        QFETCH(const QByteArray, mount);
-        QFETCH(const QByteArray, fill);
-        QFETCH(const bool, running);
-        QVERIFY(QDir().mkpath(c_strToolFolder));
-        WriteReadyPrinters({u"Office"_s});
-        FakeProgram(c_strProgram, "exec bwrap --die-with-parent --dev-bind / / " + mount + " -- sh -c '" + fill +
-                                      " 2> /dev/null; exec " VORA_TOOL "'\n");
-        m_tool = std::make_unique<Tool>(c_strProgram);
-        QTRY_VERIFY(!IsUp()); // the row before ends a moment after its bwrap
-        StartBeside(c_ownLine.repeated(2));
-        QCOMPARE(m_tool->MainWindow().has_value(), !running);
-        if (!running) {
-            QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
-        }
     }
 
     void whatTakesTheListsPlaceIsLeftAlone_data()

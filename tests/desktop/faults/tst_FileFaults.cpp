@@ -3,13 +3,22 @@
 
 #include "FaultTest.h"
 
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
 #include <linux/capability.h>
+#include <sys/mount.h>
 #include <sys/prctl.h>
+#include <unistd.h>
 
 namespace {
 
 const QString c_strReady = u"就绪"_s;
 const QString c_strOffline = u"脱机"_s;
+
+const QString c_strHanging = u"/tmp/hanging"_s;
+const QString c_strDestroyed = u"/tmp/globals-destroyed"_s;
 
 /// What is wrong with a status file and what the program shows of its printer after a while. A file that is there and
 /// cannot be used is one failed read until its time changes; only one that is missing fails each time, which makes its
@@ -38,9 +47,36 @@ const QList<stFault> c_listFault = {
     {u"Nul"_s, u"head -c 512 /dev/zero > $F"_s, c_strReady, u"青色：无   红色：无   黄色：无   黑色：无"_s},
 };
 
+/// A file system whose server does not answer, like that of a remote machine that is out of reach: whoever looks into
+/// it waits. The kernel's requests to the server stay unread. Mounting takes root.
+class HangingFileSystem
+{
+public:
+    explicit HangingFileSystem(const QString& strFolder) : m_path(QFile::encodeName(strFolder))
+    {
+        QDir().mkpath(strFolder);
+        m_iServer = ::open("/dev/fuse", O_RDWR | O_CLOEXEC);
+        const QByteArray options = "fd=" + QByteArray::number(m_iServer) + ",rootmode=40000,user_id=0,group_id=0";
+        if (::mount("hanging", m_path.constData(), "fuse", 0, options.constData()) != 0) {
+            qFatal("mounting fails: %s", std::strerror(errno));
+        }
+    }
+    ~HangingFileSystem()
+    {
+        ::close(m_iServer); // everybody who waits gets an error
+        ::umount2(m_path.constData(), MNT_DETACH);
+    }
+    HangingFileSystem(const HangingFileSystem&) = delete;
+    HangingFileSystem& operator=(const HangingFileSystem&) = delete;
+
+private:
+    QByteArray m_path;
+    int m_iServer;
+};
+
 } // namespace
 
-/// Status files in every wrong form, under the running program.
+/// Files in every wrong form, and those that nobody can even look at without waiting, under the running program.
 class tst_FileFaults : public FaultTest
 {
     Q_OBJECT
@@ -49,6 +85,7 @@ private slots:
     /// What is forbidden by a file's mode is forbidden to the programs that this one starts, root's included.
     void initTestCase()
     {
+        AddSanitizerOption("detect_leaks=0"); // it stops all threads first, for which it would wait without end
         ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
         ::prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
         const QString strPath = u"/tmp/forbidden"_s;
@@ -91,6 +128,57 @@ private slots:
         CheckAnswersAndExit();
     }
 
+    void hangingFileHoldsUpItsPrinterAlone()
+    {
+        const QString strName = u"Remote"_s;
+        StartBeside({strName});
+        {
+            const HangingFileSystem server(c_strHanging);
+            LinkThere(StatusPath(1));
+            for (int i = 0; i < 5; ++i) { // longer than eleven failed reads take: waiting is no failure
+                CheckNeighbour();
+            }
+            QCOMPARE(State(1), u"就绪"_s);
+        }
+        QVERIFY(QFile::remove(StatusPath(1)));
+        WriteStatus(strName, Reply(0x10));
+        QTRY_COMPARE_WITH_TIMEOUT(State(1), u"正在打印"_s, c_iTimeOutMSec);
+
+        const HangingFileSystem server(c_strHanging);
+        LinkThere(StatusPath(1));
+        CheckNeighbour();
+        CheckAnswersAndExit();
+    }
+
+    void hangingListHoldsUpNeitherWindowNorExit_data()
+    {
+        QTest::addColumn<QString>("place");
+        QTest::newRow("the list alone") << c_strHanging;
+        QTest::newRow("the whole folder") << m_folder.Path();
+    }
+
+    void hangingListHoldsUpNeitherWindowNorExit()
+    {
+        QFETCH(const QString, place);
+        QFile::remove(c_strDestroyed);
+        Preload(VORA_TELL_DESTRUCTION);
+        StartBeside({u"Office"_s});
+        qunsetenv("LD_PRELOAD");
+        const HangingFileSystem server(place);
+        if (place == c_strHanging) {
+            LinkThere(m_folder.ListPath());
+            CheckNeighbour();
+        }
+        QElapsedTimer timer;
+        timer.start();
+        while (timer.elapsed() < 4 * Tool::PauseMSec()) { // the list's worker hangs by then as well
+            QCOMPARE(State(1), u"就绪"_s);
+            QTest::qWait(10);
+        }
+        CheckAnswersAndExit();
+        QVERIFY(!QFile::exists(c_strDestroyed)); // which a worker that is left behind may still use
+    }
+
 private:
     void PutFaults() const
     {
@@ -99,6 +187,12 @@ private:
             const QStringList listArgument = {u"-ec"_s, strScript, u"sh"_s, m_folder.StatusPath(fault.strName)};
             QCOMPARE(QProcess::execute(u"sh"_s, listArgument), 0);
         }
+    }
+
+    static void LinkThere(const QString& strPath)
+    {
+        QVERIFY(QFile::remove(strPath));
+        QVERIFY(QFile::link(c_strHanging + u"/file"_s, strPath));
     }
 };
 
