@@ -19,7 +19,7 @@ const QString c_strPrinter = u"Office"_s;
 const QString c_strReady = u"就绪"_s;
 const QString c_strService = u"org.freedesktop.Notifications"_s;
 const QString c_strPath = u"/org/freedesktop/Notifications"_s;
-constexpr int c_iChanges = 10; // of a status file
+constexpr int c_iChanges = 4; // of a status file
 
 } // namespace
 
@@ -124,7 +124,6 @@ private slots:
         QTest::newRow("none runs") << int(PoorServer::enNone) << 0;
     }
 
-    /// If each notification kept the window for 0.7 s, the last state would come too late.
     void notificationServerDelaysNothing()
     {
         QFETCH(int, kind);
@@ -133,13 +132,21 @@ private slots:
         QVERIFY(server.Start());
         WriteReadyPrinters({c_strPrinter});
         StartWithTray(TrayHost::enXfcePanel);
-        QTRY_COMPARE(m_tool->Cell(0, 3), c_strReady);
+        qint64 iSlowestMSec = 0; // of the window's answers
+        const auto state = [&] {
+            QElapsedTimer timer;
+            timer.start();
+            const QString strState = m_tool->Cell(0, 3);
+            iSlowestMSec = std::max(iSlowestMSec, timer.elapsed());
+            return strState;
+        };
+        QTRY_COMPARE(state(), c_strReady);
         for (int i = 0; i < c_iChanges; ++i) {
-            const qint64 iLooks = Looks();
-            WriteStatus(c_strPrinter, Reply(i % 2 == 0 ? 0x00 : 0x11, {}, {0x6160}));
-            QTRY_VERIFY(Looks() >= iLooks + 2);
+            WriteStatus(c_strPrinter, Reply(i % 2 == 0 ? 0x11 : 0x00, {}, {0x6160}));
+            QTRY_COMPARE(state(), i % 2 == 0 ? u"正在扫描"_s : c_strReady);
         }
-        QTRY_COMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
+        QCOMPARE(state(), c_strReady); // after the last notification
+        QVERIFY2(iSlowestMSec < 1000, qPrintable(QString::number(iSlowestMSec)));
         QTRY_COMPARE(server.m_iCount, count);
         QCOMPARE(QDBusConnection::sessionBus().interface()->isServiceRegistered(c_strService).value(), count > 1);
         QCOMPARE(ReadFile(m_tool->OutputPath()), QByteArray());
