@@ -11,28 +11,16 @@ QString BenchPrinterName(int i)
     return u"printer%1"_s.arg(i);
 }
 
-stPrinterInfo BenchPrinter(int i)
-{
-    return {BenchPrinterName(i), u"RA7Q"_s, 0, u"192.168.1.%1"_s.arg(i % 250), u"ipp://%1"_s.arg(i)};
-}
-
-QByteArray PlainReply(quint8 byStatus)
-{
-    stStatusReply reply;
-    reply.byStatus = byStatus;
-    reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlackInk, 50)};
-    return EncodeStatusReply(reply);
-}
-
 void WriteBenchPrinters(int iCount)
 {
-    const DriverFolder folder(c_strCfgPath);
+    stStatusReply reply;
+    reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlackInk, 50)};
     QList<stPrinterInfo> listPrinter;
     for (int i = 0; i < iCount; ++i) {
-        listPrinter.append(BenchPrinter(i));
-        WriteBenchStatus(i, PlainReply(0x00));
+        listPrinter.append({BenchPrinterName(i), u"RA7Q"_s, 0, u"192.168.1.%1"_s.arg(i % 250), u"ipp://%1"_s.arg(i)});
+        WriteBenchStatus(i, EncodeStatusReply(reply));
     }
-    folder.WritePrinterList(listPrinter);
+    DriverFolder(c_strCfgPath).WritePrinterList(listPrinter);
 }
 
 void WriteBenchStatus(int i, const QByteArray& reply)

@@ -3,51 +3,36 @@
 
 #pragma once
 
-#include <QJsonArray>
-#include <QString>
+#include "QtCompat.h"
+#include "Sampling.h"
 
-#include <optional>
+#include <QStringList>
 
-/// What a figure must not exceed.
-struct stBudget
+/// What is measured; Figures.cpp has the text and the budget of each, and why it is that one.
+enum enFigure
 {
-    enum enKind
-    {
-        enValue,  ///< the value
-        enExcess, ///< value less floor
-        enRatio   ///< value through floor
-    };
-    enKind enLimited = enValue;
-    double dLimit = 0;
+    enStartCpu,
+    enStartChildren,
+    enStartWall,
+    enMemory,
+    enManyWall,
+    enMemoryPerPrinter,
+    enIdleFew,
+    enIdleMany,
+    enExit,
+    enStatusReader,
+    enFigureCount
 };
 
-/// One measured figure, with the floor, in the same unit, measured beside it unless there is none.
-struct stFigure
-{
-    QString strName; ///< of the figure in the JSON file
-    QString strText; ///< for people
-    QString strUnit;
-    double dValue = 0;
-    std::optional<double> dFloor;
-    std::optional<stBudget> budget; ///< none: the figure only explains another one
-};
+// Rows of Markdown tables on standard output, each as soon as it is there.
 
-/// The figures of a run: each is printed as a row of a Markdown table when it comes, and all go into a JSON file. Used
-/// by one thread at a time.
-class Figures
-{
-public:
-    /// An empty path writes no file. The header is printed unless the file has figures of a program that ran before; a
-    /// file that holds anything else is replaced.
-    explicit Figures(const QString& strJsonPath);
+void PrintRow(const QStringList& listCell);
 
-    /// Prints the figure's row and keeps the figure for Save.
-    void Add(const stFigure& figure);
+/// Begins a table: the names of its columns, of which the first holds text and the others figures.
+void PrintHeader(const QStringList& listColumn);
 
-    /// Writes the file: the figures that it had and those added. Ends the program when that cannot be done.
-    void Save() const;
+/// The first begins the table. The floor is in the same unit; none: the figure has no floor.
+void PrintFigure(enFigure enMeasured, const Samples& value, const Samples& floor = {});
 
-private:
-    QString m_strJsonPath;
-    QJsonArray m_listFigure;
-};
+/// The median with the lowest and highest value, such as "42.3 ms (41.0–44.9)".
+QString SpreadText(const Samples& samples, const QString& strUnit);

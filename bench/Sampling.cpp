@@ -11,29 +11,22 @@ namespace {
 constexpr int c_iTimeOutMSec = 60000;
 } // namespace
 
-double Median(std::vector<double> listValue)
+double Median(Samples samples)
 {
-    const auto middle = listValue.begin() + static_cast<std::ptrdiff_t>(listValue.size() / 2);
-    std::nth_element(listValue.begin(), middle, listValue.end());
-    return *middle;
+    std::sort(samples.begin(), samples.end());
+    return (samples[(samples.size() - 1) / 2] + samples[samples.size() / 2]) / 2;
 }
 
-stPair MedianPair(int iRuns, const std::function<double()>& value, const std::function<double()>& floor)
+void TakeInTurns(int iRuns, const std::vector<std::function<void()>>& listMeasurement)
 {
-    std::vector<double> listValue;
-    std::vector<double> listFloor;
+    const auto take = [](const std::function<void()>& measurement) { measurement(); };
     for (int i = 0; i < iRuns; ++i) {
-        listFloor.push_back(floor());
-        listValue.push_back(value());
+        if (i % 2 == 0) {
+            std::for_each(listMeasurement.begin(), listMeasurement.end(), take);
+        } else {
+            std::for_each(listMeasurement.rbegin(), listMeasurement.rend(), take);
+        }
     }
-    return {Median(listValue), Median(listFloor)};
-}
-
-double MedianOf(int iRuns, const std::function<double()>& value)
-{
-    std::vector<double> listValue(static_cast<std::size_t>(iRuns));
-    std::generate(listValue.begin(), listValue.end(), value);
-    return Median(listValue);
 }
 
 void WaitUntil(const std::function<bool()>& condition, const char* pWhat)

@@ -8,22 +8,15 @@
 
 // Called from the main thread, with an application object.
 
-/// The middle value, of an even number the higher of the two; one value at least.
-double Median(std::vector<double> listValue);
+/// One figure, measured several times.
+using Samples = std::vector<double>;
 
-/// A value and its floor, in the same unit.
-struct stPair
-{
-    double dValue = 0;
-    double dFloor = 0;
-};
+/// The middle value, of an even number the mean of the two; one value at least.
+double Median(Samples samples);
 
-/// The medians of iRuns (1 or more) values and floors, measured in turns, so that a machine that is busy for a while is
-/// so for both.
-stPair MedianPair(int iRuns, const std::function<double()>& value, const std::function<double()>& floor);
-
-/// The median of iRuns (1 or more) values.
-double MedianOf(int iRuns, const std::function<double()>& value);
+/// Takes each measurement iRuns times, in the order given and then in the reverse one, so that none always follows the
+/// same other.
+void TakeInTurns(int iRuns, const std::vector<std::function<void()>>& listMeasurement);
 
 /// Handles events until the condition, asked every few milliseconds, holds; ends the program, with pWhat, after a
 /// minute in vain.

@@ -1,25 +1,23 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
-#include "DesktopBenchmarks.h"
+#include "Benchmarks.h"
 
-#include "BenchOptions.h"
 #include "BenchPrinters.h"
 #include "Figures.h"
 #include "MeasuredProcess.h"
-#include "Sampling.h"
 #include "Tool.h"
 #include "TrayHost.h"
 
 namespace {
 
-double ExitSeconds(int iQuietMSec)
+double ExitSeconds(bool bQuick)
 {
     Tool tool;
     QElapsedTimer timer;
     timer.start();
     tool.Start();
-    WaitUntilIdle(static_cast<pid_t>(tool.Process().processId()), timer, iQuietMSec);
+    WaitUntilIdle(static_cast<pid_t>(tool.Process().processId()), timer, bQuick ? 150 : 1000);
     const TrayHost tray(TrayHost::enTint2);
     WaitUntil([&] { return tray.HasIcon(tool); }, "a tray icon");
     if (!tray.OpenMenu(tool)) {
@@ -37,14 +35,12 @@ double ExitSeconds(int iQuietMSec)
 
 } // namespace
 
-void BenchExit(const BenchOptions& options, Figures& figures)
+void BenchExit(bool bQuick)
 {
-    const int iPrinters = options.FullOrQuick(1000, 20);
+    qputenv("VORA_REAL_TIME", "1"); // the workers' pauses are most of it
+    const int iPrinters = bQuick ? 20 : 1000;
     WriteBenchPrinters(iPrinters);
-    figures.Add({u"exit"_s,
-                 u"exit with %1 printers"_s.arg(iPrinters),
-                 u"s"_s,
-                 MedianOf(options.m_iRuns, [&] { return ExitSeconds(options.FullOrQuick(2000, 150)); }),
-                 {},
-                 stBudget{stBudget::enValue, 0.8}});
+    Samples seconds;
+    TakeInTurns(bQuick ? 1 : 10, {[&] { seconds.push_back(ExitSeconds(bQuick)); }});
+    PrintFigure(enExit, seconds);
 }
