@@ -18,9 +18,9 @@ struct stStarts
     Samples wallMSec;
     Samples memoryMB;
 
-    void Take(const QString& strProgram, const QStringList& listArgument, bool bQuick)
+    void Take(bool bQuick, const char* pProgram, const QStringList& listArgument = {})
     {
-        MeasuredProcess process(strProgram, listArgument);
+        MeasuredProcess process(QString::fromLocal8Bit(pProgram), listArgument);
         const stStart start = process.WaitUntilIdle(bQuick ? 150 : 1000);
         cpuMSec.push_back(start.dCpuMSec);
         wallMSec.push_back(start.dWallMSec);
@@ -30,16 +30,6 @@ struct stStarts
     }
 };
 
-stStarts TakeStarts(int iPrinters, int iRuns, bool bQuick)
-{
-    WriteBenchPrinters(iPrinters);
-    stStarts starts;
-    for (int i = 0; i < iRuns; ++i) {
-        starts.Take(QStringLiteral(VORA_TOOL), {}, bQuick);
-    }
-    return starts;
-}
-
 } // namespace
 
 void BenchStart(bool bQuick)
@@ -47,9 +37,8 @@ void BenchStart(bool bQuick)
     WriteBenchPrinters(c_iFewPrinters);
     stStarts tool;
     stStarts floor;
-    TakeInTurns(bQuick ? 1 : 20,
-                {[&] { tool.Take(QStringLiteral(VORA_TOOL), {}, bQuick); },
-                 [&] { floor.Take(QStringLiteral(VORA_EMPTY_TRAY), {QStringLiteral(VORA_ICON)}, bQuick); }});
+    TakeInTurns(bQuick ? 1 : 20, {[&] { tool.Take(bQuick, VORA_TOOL); },
+                                  [&] { floor.Take(bQuick, VORA_EMPTY_TRAY, {QStringLiteral(VORA_ICON)}); }});
     PrintFigure(enStartCpu, tool.cpuMSec, floor.cpuMSec);
     PrintFigure(enStartChildren, tool.childrenMSec);
     PrintFigure(enStartWall, tool.wallMSec, floor.wallMSec);
@@ -59,13 +48,17 @@ void BenchStart(bool bQuick)
 void BenchScale(bool bQuick)
 {
     const int iPrinters = bQuick ? 30 : 1000;
-    const int iRuns = bQuick ? 1 : 6;
-    const double dFewMB = Median(TakeStarts(c_iFewPrinters, iRuns, bQuick).memoryMB);
-    const stStarts many = TakeStarts(iPrinters, iRuns, bQuick);
+    stStarts few;
+    stStarts many;
+    const auto take = [bQuick](int iCount, stStarts& starts) {
+        WriteBenchPrinters(iCount);
+        starts.Take(bQuick, VORA_TOOL);
+    };
+    TakeInTurns(bQuick ? 1 : 6, {[&] { take(c_iFewPrinters, few); }, [&] { take(iPrinters, many); }});
     PrintFigure(enManyWall, many.wallMSec);
     Samples kBPerPrinter;
-    for (const double dMB : many.memoryMB) {
-        kBPerPrinter.push_back((dMB - dFewMB) * 1024 / (iPrinters - c_iFewPrinters));
+    for (std::size_t i = 0; i < many.memoryMB.size(); ++i) {
+        kBPerPrinter.push_back((many.memoryMB[i] - few.memoryMB[i]) * 1024 / (iPrinters - c_iFewPrinters));
     }
     PrintFigure(enMemoryPerPrinter, kBPerPrinter);
 }
