@@ -5,11 +5,8 @@
 #include "Scenario.h"
 #include "ScenarioLibrary.h"
 #include "Seeds.h"
-#include "ToolError.h"
 
 #include <QDir>
-
-#include <cstdio>
 
 namespace {
 
@@ -45,25 +42,20 @@ void Write(const QString& strFolder, const QMap<QString, QByteArray>& contents)
 
 } // namespace
 
-/// The argument is the folder into which the seeds of all fuzzers go: reply/, printer-list/ and scenario/.
+/// The argument is the folder into which the seeds of all fuzzers go: reply/, printer-list/ and scenario/. A ToolError
+/// ends the program.
 int main(int argc, char** argv)
 {
     const QString strFolder = QString::fromLocal8Bit(argc == 2 ? argv[1] : ".");
-    try {
-        Write(strFolder + u"/reply"_s, ReplySeeds());
-        Write(strFolder + u"/printer-list"_s, PrinterListSeeds());
-        for (const QString& strName : BuiltInScenarios()) {
-            const QByteArray json = BuiltInScenario(strName);
-            Write(strFolder + u"/scenario"_s, {{strName, json}});
-            QList<stPrinterInfo> listPrinter;
-            for (const auto& printer : ReadScenario(json, strName).listPrinter.mid(0, 5)) {
-                listPrinter.append(printer.info);
-            }
-            DriverFolder(strFolder + u"/printer-list/"_s + strName).WritePrinterList(listPrinter);
+    Write(strFolder + u"/reply"_s, ReplySeeds());
+    Write(strFolder + u"/printer-list"_s, PrinterListSeeds());
+    for (const QString& strName : BuiltInScenarios()) {
+        const QByteArray json = BuiltInScenario(strName);
+        Write(strFolder + u"/scenario"_s, {{strName, json}});
+        QList<stPrinterInfo> listPrinter;
+        for (const auto& printer : ReadScenario(json, strName).listPrinter.mid(0, 5)) {
+            listPrinter.append(printer.info);
         }
-    } catch (const ToolError& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
+        DriverFolder(strFolder + u"/printer-list/"_s + strName).WritePrinterList(listPrinter);
     }
-    return 0;
 }

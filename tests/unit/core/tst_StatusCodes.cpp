@@ -61,8 +61,8 @@ void CompareTexts(const Table& table, LookUp lookUp, const QList<stGoldenCode>& 
     for (int i = 0; i < iRows; ++i) {
         QCOMPARE(table[i][0], listCode.at(i).strEnglish);
         QCOMPARE(table[i][1], listCode.at(i).strChinese);
-        QCOMPARE(lookUp(i, 0), listCode.at(i).strEnglish);
-        QCOMPARE(lookUp(i, 1), listCode.at(i).strChinese);
+        QCOMPARE(lookUp(i, enLanguageEnglish), listCode.at(i).strEnglish);
+        QCOMPARE(lookUp(i, enLanguageChinese), listCode.at(i).strChinese);
     }
     const int iMin = std::numeric_limits<int>::min();
     const int iMax = std::numeric_limits<int>::max();
