@@ -16,13 +16,14 @@ class tst_PrinterCommon : public QObject
     Q_OBJECT
 
 private slots:
-    void pathsOfTheDriverPackage()
+    void pathsAndNumbersOfTheDriverPackage()
     {
         QCOMPARE(c_strToolPath, u"/opt/vora/vora-printer-k507/tool/"_s);
         QCOMPARE(c_strCfgPath, u"/opt/vora/vora-printer-k507/cfg/"_s);
         QCOMPARE(c_strBinPath, u"/opt/vora/vora-printer-k507/bin/"_s);
         QCOMPARE(c_strPrinterListName, u"printerlist.ini"_s);
         QCOMPARE(c_strStatusFileSuffix, u".dat"_s);
+        QCOMPARE(c_iConnectUsb, 1);
     }
 
     void resetInfo()

@@ -3,10 +3,9 @@
 
 #include "HandMadeReply.h"
 #include "OpenHook.h"
+#include "Rows.h"
 #include "RunningWorker.h"
 #include "StatusFolder.h"
-
-#include <QtTest>
 
 #include <stdexcept>
 
@@ -191,26 +190,13 @@ private slots:
         QCOMPARE(worker.m_iSignals.load(), 0);
     }
 
-    void listThatChangesMeanwhile_data()
-    {
-        QTest::addColumn<QString>("rebuilt"); // null: taken away from the worker
-        QTest::addColumn<QString>("expected");
-        const auto add = [](const char* pName, const char* pRebuilt, const char* pExpected) {
-            QTest::newRow(pName) << QString::fromLatin1(pRebuilt) << QString::fromLatin1(pExpected);
-        };
-        add("other name", "First Other|RA7QX|2|192.0.2.7|ipp://a", "2 2");
-        add("other URI", "First Queue|RA7QX|2|192.0.2.7|ipp://b", "2 2");
-        add("printer moved up", "Queue|RA7QX|2|192.0.2.7|ipp://a", "2");
-        add("empty", "", "");
-        add("taken away", nullptr, "3 2");
-        // The state is the printer's all the same, and the list's identity stays.
-        add("other model, connection and port", "First Queue|RB9X|3|10.0.0.99|ipp://a", "2 3");
-    }
-
+    /// The list, which is taken away from the worker where there is none, and its states afterwards: a new one for the
+    /// same queue, whose other identity stays.
+    void listThatChangesMeanwhile_data() { AddRows(u"list-rebuilds.json"_s, {"rebuilt", "states"}); }
     void listThatChangesMeanwhile()
     {
         QFETCH(QString, rebuilt);
-        QFETCH(QString, expected);
+        QFETCH(QString, states);
         WriteReply(ReadyReply());
         PrinterList listPrinter{ListedPrinter(u"First"_s, 3), ListedPrinter(c_strName, 2)};
         CountedWorker worker(1, &listPrinter);
@@ -231,14 +217,14 @@ private slots:
         RunOnePass(worker);
         QVERIFY(bFree); // no lock is held while a file is read
         QCOMPARE(Text(worker.m_printerManager.printerState), c_strReadyState + u"0"_s); // it did read
-        QCOMPARE(worker.m_iSignals.load(), expected == u"2 3"_s ? 1 : 0);
+        QCOMPARE(worker.m_iSignals.load(), states == u"2 3"_s ? 1 : 0);
         QStringList listIdentity;
         QStringList listState;
         for (const stPrinterManager& printer : std::as_const(listPrinter)) {
             listIdentity.append(Text(printer.printerInfo));
             listState.append(QString::number(printer.printerState.enCurrentStatus));
         }
-        QCOMPARE(listState.join(QLatin1Char(' ')), expected);
+        QCOMPARE(listState.join(QLatin1Char(' ')), states);
         QVERIFY(rebuilt.isNull() || listIdentity == Texts(Printers(rebuilt)));
     }
 
