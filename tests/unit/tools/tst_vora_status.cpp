@@ -77,6 +77,8 @@ private slots:
         for (const stGoldenKey& key : GoldenKeys()) {
             const QJsonObject reply = Decoded(ReplyWithSupplies({{key.wKey, "A"}}));
             QCOMPARE(reply.value(key.strName), key.iBytes == 0 ? QJsonValue(u"A"_s) : QJsonValue(65));
+            QVERIFY(key.iBytes == 0 ||
+                    MakeSuppliesRecord(static_cast<enSuppliesKey>(key.wKey), 1).data.size() == key.iBytes);
             const stReplyLabel* pLabel = SuppliesLabel(key.wKey);
             QVERIFY2(pLabel != nullptr, qPrintable(key.strName));
             QCOMPARE(pLabel->Key(), key.strName);
