@@ -52,9 +52,12 @@ private slots:
         }
     }
 
-    void rowsAreNumbered()
+    void rowsAreNumberedAndScrolledWhenMany()
     {
+        ShowPrinters(*m_pWindow, MakePrinters(2));
+        QTRY_VERIFY(!Table()->verticalScrollBar()->isVisible());
         ShowPrinters(*m_pWindow, MakePrinters(c_iPrinters));
+        QTRY_VERIFY(Table()->verticalScrollBar()->isVisible());
         const QHeaderView* pNumbers = Table()->verticalHeader();
         QVERIFY(pNumbers->isVisible());
         QTRY_VERIFY(pNumbers->width() >= pNumbers->fontMetrics().horizontalAdvance(u"100"_s));
@@ -76,14 +79,6 @@ private slots:
         QCOMPARE(Table()->selectionMode(), QAbstractItemView::ExtendedSelection);
         QCOMPARE(Table()->selectionBehavior(), QAbstractItemView::SelectItems);
         QCOMPARE(Table()->focusPolicy(), Qt::StrongFocus);
-    }
-
-    void scrollBarIsThereWhenRowsAreManyAlone()
-    {
-        ShowPrinters(*m_pWindow, MakePrinters(2));
-        QTRY_VERIFY(!Table()->verticalScrollBar()->isVisible());
-        ShowPrinters(*m_pWindow, MakePrinters(c_iPrinters));
-        QTRY_VERIFY(Table()->verticalScrollBar()->isVisible());
     }
 
     void placeAndSizesStayWithANewList_data()
