@@ -33,25 +33,6 @@ QStringList CancelCalls()
     return QString::fromUtf8(ReadFile(c_strCalls)).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
-#define SERVER_FOLDER "/tmp/print-server"
-
-constexpr char c_configuration[] = "Listen " SERVER_FOLDER "/socket\n"
-                                   "Browsing Off\n"
-                                   "DefaultAuthType None\n"
-                                   "<Location />\nAllow all\n</Location>\n"
-                                   "<Policy default>\n<Limit All>\nAllow all\n</Limit>\n</Policy>\n";
-
-constexpr char c_files[] = "FileDevice Yes\n"
-                           "AccessLog " SERVER_FOLDER "/access.log\n"
-                           "ErrorLog " SERVER_FOLDER "/error.log\n"
-                           "PageLog " SERVER_FOLDER "/page.log\n"
-                           "CacheDir " SERVER_FOLDER "/cache\n"
-                           "RequestRoot " SERVER_FOLDER "/spool\n"
-                           "ServerBin " SERVER_FOLDER "/bin\n"
-                           "ServerRoot " SERVER_FOLDER "/root\n"
-                           "StateDir " SERVER_FOLDER "/state\n"
-                           "TempDir " SERVER_FOLDER "/spool/tmp\n";
-
 /// A print server of the test's own, without queues at first; its jobs are numbered from 1. Killed with this object.
 class PrintServer
 {
@@ -65,13 +46,13 @@ public:
         for (const char* pName : {"cache", "spool/tmp", "bin", "root", "state"}) {
             QDir(m_strFolder).mkpath(QLatin1String(pName));
         }
-        if (!WriteFile(m_strFolder + u"/cupsd.conf"_s, c_configuration) ||
-            !WriteFile(m_strFolder + u"/cups-files.conf"_s, c_files) || !WriteFile(m_strDocument, "a page\n")) {
+        if (!WriteFile(m_strDocument, "a page\n")) {
             return false;
         }
         QFile::link(u"/usr/lib/cups/daemon"_s, m_strFolder + u"/bin/daemon"_s);
-        m_process.start(u"cupsd"_s, {u"-f"_s, u"-c"_s, m_strFolder + u"/cupsd.conf"_s, u"-s"_s,
-                                     m_strFolder + u"/cups-files.conf"_s});
+        const QString strConfiguration = QStringLiteral(VORA_PRINT_SERVER "/");
+        m_process.start(u"cupsd"_s, {u"-f"_s, u"-c"_s, strConfiguration + u"cupsd.conf"_s, u"-s"_s,
+                                     strConfiguration + u"cups-files.conf"_s});
         return QTest::qWaitFor(
             [] { return Desktop::Run(u"lpstat"_s, {u"-r"_s}) == QLatin1String("scheduler is running\n"); });
     }
@@ -114,7 +95,7 @@ public:
     }
 
 private:
-    const QString m_strFolder = QStringLiteral(SERVER_FOLDER);
+    const QString m_strFolder = u"/tmp/print-server"_s;
     const QString m_strDocument = m_strFolder + u"/document"_s;
     QProcess m_process;
 };
@@ -130,7 +111,7 @@ private slots:
     void initTestCase()
     {
         // The tool takes its surroundings from here.
-        qputenv("CUPS_SERVER", SERVER_FOLDER "/socket");
+        qputenv("CUPS_SERVER", "/tmp/print-server/socket");
         qputenv("PATH", qgetenv("PATH") + ":/usr/sbin"); // with the server's programs
         qputenv("LC_ALL", "C.UTF-8");                    // the answers of the print system's commands are read
         const QByteArray realCancel = QStandardPaths::findExecutable(u"cancel"_s).toLocal8Bit();

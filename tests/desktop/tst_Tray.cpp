@@ -22,10 +22,16 @@ public slots:
     }
 
 private slots:
-    void clickShowsTheWindow_data() { AddTrayHosts(); }
+    void clickShowsTheWindow_data()
+    {
+        menuDoesWhatItSays_data();
+        QTest::newRow("trayer") << TrayHost::enTrayer;
+    }
+
     void clickShowsTheWindow()
     {
-        StartWithRowsTray();
+        QFETCH(const TrayHost::enKind, kind);
+        StartWithTray(kind);
         const Tool& tool = *m_tool;
         QTRY_COMPARE(Desktop::ActiveWindow(), WindowId());
 
@@ -69,16 +75,17 @@ private slots:
 
     void menuDoesWhatItSays_data()
     {
-        QTest::addColumn<int>("iHost"); // trayer's menu is the same window of ours as tint2's
-        QTest::newRow("tint2") << int(TrayHost::enTint2);
-        QTest::newRow("xfce4-panel") << int(TrayHost::enXfcePanel);
+        QTest::addColumn<TrayHost::enKind>("kind"); // trayer's menu is the same window of ours as tint2's
+        QTest::newRow("tint2") << TrayHost::enTint2;
+        QTest::newRow("xfce4-panel") << TrayHost::enXfcePanel;
     }
     void menuDoesWhatItSays()
     {
         m_tool->Access().HearFocus(this,
                                    SLOT(Hear(QDBusMessage))); // before the start: Qt 5 asks for listeners but once
         m_listHeard.clear();
-        StartWithRowsTray();
+        QFETCH(const TrayHost::enKind, kind);
+        StartWithTray(kind);
         Tool& tool = *m_tool;
         QVERIFY(m_tray->OpenMenu(tool));
         // A key may come before the menu listens, hence once round until the last entry, which the first one follows.

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 
 #include "DesktopTest.h"
-#include "GoldenColumns.h"
 
 #include <algorithm>
 
@@ -14,7 +13,6 @@ enum enColumn
 {
     enColumnName = 0,
     enColumnConnection = 1,
-    enColumnInk = 2,
     enColumnState = 3
 };
 
@@ -86,64 +84,6 @@ private slots:
         QVERIFY(m_tray->ShowWindow(*m_tool));
     }
 
-    void columnsHaveTheirHeadersAndWidths()
-    {
-        m_tool->Start();
-        const Accessibility& access = m_tool->Access();
-        QTRY_COMPARE(access.ColumnHeaders(m_tool->Class()).size(), GoldenColumns().size());
-        const QList<AccessibleNode> listHeader = access.ColumnHeaders(m_tool->Class());
-        for (int i = 0; i < listHeader.size(); ++i) {
-            const stGoldenColumn column = GoldenColumns().at(i);
-            QCOMPARE(access.Name(listHeader.at(i)), column.strHeader);
-            const int iWidth = access.Extents(listHeader.at(i)).width();
-            QVERIFY2(i + 1 < listHeader.size() ? iWidth == column.iWidth : iWidth >= column.iWidth,
-                     qPrintable(QString::number(iWidth)));
-        }
-
-        // The last column reaches the table's right edge but for its frame.
-        const QRect table = access.Extents(*access.Find(m_tool->Class(), u"table"_s));
-        QCOMPARE(table, QRect(m_tool->MainWindow()->geometry.topLeft() + QPoint(20, 20), QSize(820, 260)));
-        QVERIFY(table.right() - access.Extents(listHeader.last()).right() <= 2);
-    }
-
-    /// The printers are off-line at first, so that every cell gets another text than it had.
-    void textsFitTheirCells()
-    {
-        const QList<QPair<quint8, QString>> listState = {{0x00, u"就绪"_s},         {0x01, u"初始化"_s},
-                                                         {0x11, u"正在扫描"_s},     {0x13, u"正在打印报告"_s},
-                                                         {0x22, u"打印机任务中"_s}, {0x23, u"正在打印Debug报告"_s}};
-        QList<stPrinterInfo> listPrinter;
-        for (const auto& state : listState) {
-            listPrinter.append({state.second, QString(), 1, QString(), QString()});
-        }
-        WritePrinters(listPrinter);
-        Desktop::MoveMouse({0, 0});
-        m_tool->Start();
-        QTRY_COMPARE(m_tool->RowCount(), static_cast<int>(listState.size()));
-        QCOMPARE(m_tool->Cell(0, enColumnState), u"脱机"_s);
-        QList<QImage> listBefore;
-        const auto areWhole = [](const QList<QImage>& listCell) {
-            return std::all_of(listCell.begin(), listCell.end(), IsWhole);
-        };
-        QTRY_VERIFY(areWhole(listBefore = InkAndStatePictures()));
-
-        for (const auto& state : listState) {
-            stStatusReply reply = Reply(state.first);
-            reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlueInk, 39), MakeSuppliesRecord(enSuppliesRedInk, 30),
-                                  MakeSuppliesRecord(enSuppliesYellowInk, 20),
-                                  MakeSuppliesRecord(enSuppliesBlackInk, 16)};
-            WriteStatus(state.second, reply);
-        }
-        for (int iRow = 0; iRow < listState.size(); ++iRow) {
-            QTRY_COMPARE(m_tool->Cell(iRow, enColumnState), listState.at(iRow).second);
-            QCOMPARE(m_tool->Cell(iRow, enColumnInk), u"青色：较低   红色：较低   黄色：较低   黑色：较低"_s);
-        }
-        QList<QImage> listAfter;
-        QTRY_VERIFY(std::equal(listBefore.begin(), listBefore.end(), (listAfter = InkAndStatePictures()).begin(),
-                               std::not_equal_to<>())); // all painted anew
-        QVERIFY(areWhole(listAfter));
-    }
-
     void toolTipsCarryWholeTexts()
     {
         const QString strLongName = QString(u"彩色打印机Office"_s).repeated(6).left(60);
@@ -201,17 +141,6 @@ private:
             qWarning() << strHints;
         }
         return bFunction;
-    }
-
-    QList<QImage> InkAndStatePictures() const
-    {
-        QList<QImage> listPicture;
-        const QImage screen = Desktop::Screen();
-        for (int iRow = 0; iRow < m_tool->RowCount(); ++iRow) {
-            listPicture << m_tool->CellPicture(iRow, enColumnInk, screen)
-                        << m_tool->CellPicture(iRow, enColumnState, screen);
-        }
-        return listPicture;
     }
 
     QStringList ToolTipAt(int iRow, int iColumn) const

@@ -90,20 +90,20 @@ private slots:
 
     void iconFollowsPanel_data()
     {
-        QTest::addColumn<int>("host");
+        QTest::addColumn<TrayHost::enKind>("kind");
         QTest::addColumn<QString>("window"); // of the panel
-        QTest::newRow("tint2") << int(TrayHost::enTint2) << u"tint2"_s;
-        QTest::newRow("trayer") << int(TrayHost::enTrayer) << u"trayer"_s;
-        QTest::newRow("xfce4-panel") << int(TrayHost::enXfcePanel) << u"wrapper-2.0"_s;
+        QTest::newRow("tint2") << TrayHost::enTint2 << u"tint2"_s;
+        QTest::newRow("trayer") << TrayHost::enTrayer << u"trayer"_s;
+        QTest::newRow("xfce4-panel") << TrayHost::enXfcePanel << u"wrapper-2.0"_s;
     }
 
     void iconFollowsPanel()
     {
-        QFETCH(const int, host);
+        QFETCH(const TrayHost::enKind, kind);
         QFETCH(const QString, window);
         for (const bool bEarly : {true, false}) {
             Login login;
-            m_tray = std::make_unique<TrayHost>(static_cast<TrayHost::enKind>(host));
+            m_tray = std::make_unique<TrayHost>(kind);
             if (!bEarly) {
                 login.start();
                 QVERIFY(Sleeps(login, 1000));

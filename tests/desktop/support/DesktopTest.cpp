@@ -5,10 +5,6 @@
 
 #include <QDir>
 
-namespace {
-const QString c_strCancelRuns = u"/tmp/cancel-runs"_s;
-} // namespace
-
 stStatusReply DesktopTest::Reply(quint8 byStatus, const QList<quint16>& listError, const QList<quint16>& listWarning)
 {
     stStatusReply reply;
@@ -86,20 +82,6 @@ bool DesktopTest::WaitForTrayIcon() const
     });
 }
 
-void DesktopTest::AddTrayHosts()
-{
-    QTest::addColumn<int>("iHost");
-    QTest::newRow("tint2") << int(TrayHost::enTint2);
-    QTest::newRow("trayer") << int(TrayHost::enTrayer);
-    QTest::newRow("xfce4-panel") << int(TrayHost::enXfcePanel);
-}
-
-void DesktopTest::StartWithRowsTray()
-{
-    QFETCH(int, iHost);
-    StartWithTray(static_cast<TrayHost::enKind>(iHost));
-}
-
 void DesktopTest::HideWindow() const
 {
     QVERIFY(m_tool->MainWindow());
@@ -128,23 +110,6 @@ void DesktopTest::FakeProgram(const QString& strName, const QByteArray& script)
     if (!path.startsWith(strFolder.toLocal8Bit())) {
         qputenv("PATH", strFolder.toLocal8Bit() + ':' + path);
     }
-}
-
-void DesktopTest::FakeHangingCancel()
-{
-    QFile::remove(c_strCancelRuns);
-    Desktop::Run(u"mkfifo"_s, {u"/tmp/nobody-writes"_s});
-    FakeProgram(u"cancel"_s, "touch " + c_strCancelRuns.toLocal8Bit() + "\nread line < /tmp/nobody-writes\n");
-}
-
-bool DesktopTest::IsCancelRunning()
-{
-    return QFile::exists(c_strCancelRuns);
-}
-
-void DesktopTest::EndHangingCancel()
-{
-    Desktop::Run(u"sh"_s, {u"-c"_s, u"echo > /tmp/nobody-writes"_s});
 }
 
 void DesktopTest::Preload(const char* pModule)

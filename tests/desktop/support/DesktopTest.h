@@ -32,12 +32,6 @@ protected:
     /// Starts the tray host and the tool, and waits for its window and its icon.
     void StartWithTray(TrayHost::enKind enKind = TrayHost::enTint2);
 
-    /// Data rows, one for each tray host, with the column "iHost".
-    static void AddTrayHosts();
-
-    /// StartWithTray with the current row's host.
-    void StartWithRowsTray();
-
     /// Closes the main window and waits until it has gone.
     void HideWindow() const;
 
@@ -52,11 +46,6 @@ protected:
 
     /// Puts an executable shell script in front of the system's program of that name. It is gone with the test program.
     static void FakeProgram(const QString& strName, const QByteArray& script);
-
-    /// A "cancel" that hangs until it is told to go on.
-    static void FakeHangingCancel();
-    static bool IsCancelRunning();
-    static void EndHangingCancel();
 
     /// Programs that start after this have a module of ours in them, until LD_PRELOAD is unset.
     static void Preload(const char* pModule);

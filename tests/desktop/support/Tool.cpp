@@ -83,7 +83,7 @@ std::optional<Desktop::Window> Tool::Popup() const
     return SmallWindow({60, 50}, {700, 300});
 }
 
-QImage Tool::CellPicture(int iRow, int iColumn, const QImage& screen) const
+QImage Tool::CellPicture(int iRow, int iColumn) const
 {
-    return screen.copy(m_accessibility.CellRect(m_strClass, iRow, iColumn).adjusted(2, 2, -2, -2));
+    return Desktop::Screen().copy(m_accessibility.CellRect(m_strClass, iRow, iColumn).adjusted(2, 2, -2, -2));
 }

@@ -37,7 +37,7 @@ public:
     QString Cell(int iRow, int iColumn) const { return m_accessibility.Cell(m_strClass, iRow, iColumn); }
 
     /// What is painted in a cell, without the lines and the focus frame at its border.
-    QImage CellPicture(int iRow, int iColumn, const QImage& screen = Desktop::Screen()) const;
+    QImage CellPicture(int iRow, int iColumn) const;
     int RowCount() const { return m_accessibility.RowCount(m_strClass); }
 
     Accessibility& Access() { return m_accessibility; }

@@ -23,31 +23,6 @@ const QString c_strWatcher = u"org.kde.StatusNotifierWatcher"_s;
 constexpr int c_iMenuEntries = 4;
 const QString c_strPlugin = u"wrapper-2.0"_s; // the panel runs its tray in a process of this name
 
-/// A panel with nothing but a tray, so that the plugin's one window is the icon.
-bool ConfigureXfcePanel()
-{
-    const QString strFolder = QDir::homePath() + u"/.config/xfce4/xfconf/xfce-perchannel-xml"_s;
-    return WriteFile(strFolder + u"/xfce4-panel.xml"_s, R"(<?xml version="1.0" encoding="UTF-8"?>
-<channel name="xfce4-panel" version="1.0">
-  <property name="configver" type="int" value="2"/>
-  <property name="panels" type="array">
-    <value type="int" value="1"/>
-    <property name="panel-1" type="empty">
-      <property name="position" type="string" value="p=6;x=0;y=0"/>
-      <property name="length" type="uint" value="100"/>
-      <property name="size" type="uint" value="26"/>
-      <property name="plugin-ids" type="array">
-        <value type="int" value="1"/>
-      </property>
-    </property>
-  </property>
-  <property name="plugins" type="empty">
-    <property name="plugin-1" type="string" value="systray"/>
-  </property>
-</channel>
-)");
-}
-
 bool IsWatched()
 {
     QDBusMessage get = QDBusMessage::createMethodCall(c_strWatcher, u"/StatusNotifierWatcher"_s,
@@ -76,7 +51,8 @@ bool TrayHost::Start()
     case enTint2: m_process.start(u"tint2"_s, QStringList()); break;
     case enTrayer: m_process.start(u"trayer"_s, {u"--widthtype"_s, u"request"_s, u"--height"_s, u"24"_s}); break;
     case enXfcePanel:
-        if (!ConfigureXfcePanel()) {
+        if (!WriteFile(QDir::homePath() + u"/.config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml"_s,
+                       ReadFile(QStringLiteral(VORA_PANEL)))) {
             return false;
         }
         m_process.start(u"xfce4-panel"_s, {u"--disable-wm-check"_s});

@@ -65,3 +65,5 @@ private:
     enKind m_enKind;
     QProcess m_process;
 };
+
+Q_DECLARE_METATYPE(TrayHost::enKind)
