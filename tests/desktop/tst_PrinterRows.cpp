@@ -7,10 +7,8 @@ namespace {
 
 const QString c_strReady = u"就绪"_s;
 const QString c_strNoPaper = u"进纸托盘处无纸,请放入纸张"_s;
-const QString c_strInk = u"青色：高   红色：中   黄色：较低   黑色：低"_s;
 
 constexpr int c_iTimeOutMSec = 15000;
-constexpr int c_iOfflineTimeOutMSec = 40000; // eleven reads
 
 } // namespace
 
@@ -108,50 +106,6 @@ private slots:
             QTRY_COMPARE(Ink(i), u"青色：无   红色：无   黄色：无   黑色：高"_s);
             QCOMPARE(State(i), listCase.at(i).strState);
         }
-    }
-
-    void failedReadsMakeOffline()
-    {
-        WriteReadyPrinters({u"Gone"_s, u"Kept"_s});
-        WriteStatus(u"Gone"_s, Reply(0x10, {0x6100}, {0x6160}));
-        m_tool->Start();
-        QTRY_COMPARE(State(0), c_strNoPaper);
-        QTRY_COMPARE(State(1), c_strReady);
-
-        QElapsedTimer timer;
-        timer.start();
-        m_folder.RemoveStatus(u"Gone"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(State(0), u"脱机"_s, c_iOfflineTimeOutMSec);
-        QVERIFY2(timer.elapsed() >= 10 * Tool::PauseMSec(), // between eleven reads
-                 qPrintable(QString::number(timer.elapsed())));
-        QCOMPARE(Ink(0), c_strInk);
-        QCOMPARE(State(1), c_strReady); // a file that stays as it is is no failure
-
-        WriteStatus(u"Gone"_s, Reply());
-        QTRY_COMPARE(State(0), c_strReady);
-    }
-
-    void rejectedReplyLeavesTheRow()
-    {
-        const QString strName = u"Office"_s;
-        WriteReadyPrinters({strName});
-        m_tool->Start();
-        QTRY_COMPARE(State(0), c_strReady);
-
-        const QByteArray reply = EncodeStatusReply(Reply(0x10, {0x6100}));
-        // When the last is read, the one before has been dealt with.
-        for (const QByteArray& rejected : {reply.chopped(1), reply.left(7), QByteArray(), reply.left(8)}) {
-            m_folder.WriteStatus(strName, rejected);
-            const auto wasRead = [&] {
-                const QFileInfo file(m_folder.StatusPath(strName));
-                return file.lastRead() > file.lastModified();
-            };
-            QTRY_VERIFY(wasRead());
-        }
-        QCOMPARE(State(0), c_strReady);
-        QCOMPARE(Ink(0), c_strInk);
-        m_folder.WriteStatus(strName, reply);
-        QTRY_COMPARE(State(0), c_strNoPaper);
     }
 
 private:
