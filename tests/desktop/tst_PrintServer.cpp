@@ -75,11 +75,10 @@ public:
     /// The numbers of the jobs of all queues that have not ended, in rising order.
     QList<int> Jobs() const
     {
-        static const QRegularExpression c_number(u"^\\S+-(\\d+) "_s, QRegularExpression::MultilineOption);
         QList<int> listJob;
-        QRegularExpressionMatchIterator match = c_number.globalMatch(Desktop::Run(u"lpstat"_s, {u"-o"_s}));
-        while (match.hasNext()) {
-            listJob.append(match.next().captured(1).toInt());
+        const QStringList listLine = Desktop::Run(u"lpstat"_s, {u"-o"_s}).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        for (const QString& strLine : listLine) { // "Queue-7   user   size ..."
+            listJob.append(strLine.section(QLatin1Char(' '), 0, 0).section(QLatin1Char('-'), -1).toInt());
         }
         std::sort(listJob.begin(), listJob.end());
         return listJob;

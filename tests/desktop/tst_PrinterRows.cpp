@@ -48,20 +48,6 @@ private slots:
         QCOMPARE(m_tool->Process().state(), QProcess::Running);
     }
 
-    void namesAreShownAsTheyAre()
-    {
-        const QStringList listName = {u"书房打印机"_s, u"Off,ice"_s, u"a$(x);b"_s, u"a b"_s, u"100%s"_s,
-                                      u"<b>A&B"_s,     u"\"q'"_s,    u"-a"_s,      u"a\\b"_s};
-        WriteReadyPrinters(listName);
-        QStringList listRow;
-        for (const QString& strName : listName) {
-            listRow.append(strName + u": 就绪"_s);
-        }
-        m_tool->Start();
-        QTRY_COMPARE_WITH_TIMEOUT(Rows(), listRow, c_iTimeOutMSec);
-        QCOMPARE(m_tool->Cell(0, 1), u"网络(192.168.1.20)"_s);
-    }
-
     void stateFollowsTheReply()
     {
         struct stCase

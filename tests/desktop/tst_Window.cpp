@@ -16,24 +16,6 @@ enum enColumn
     enColumnState = 3
 };
 
-bool IsOfOneColour(const QImage& image)
-{
-    QImage plain = image;
-    plain.fill(image.pixel(0, 0));
-    return plain == image;
-}
-
-QImage RightEnd(const QImage& picture)
-{
-    return picture.copy(picture.rect().adjusted(picture.width() - 20, 0, 0, 0));
-}
-
-/// Whether a text is painted in a cell and ends 20 pixels or more before it does.
-bool IsWhole(const QImage& cell)
-{
-    return !IsOfOneColour(cell) && IsOfOneColour(RightEnd(cell));
-}
-
 } // namespace
 
 /// The main window as the window manager and the user's eye find it.
@@ -97,12 +79,6 @@ private slots:
         const QString strWarning = u"正在打印("_s + c_strLongError + QLatin1Char(')');
         QTRY_COMPARE(m_tool->Cell(0, enColumnState), c_strLongError);
         QTRY_COMPARE(m_tool->Cell(1, enColumnState), strWarning);
-        for (const QPoint cell : {QPoint(0, enColumnName), QPoint(0, enColumnConnection), QPoint(0, enColumnState),
-                                  QPoint(1, enColumnState)}) {
-            QTRY_VERIFY(!IsOfOneColour(RightEnd(m_tool->CellPicture(cell.x(), cell.y())))); // cut
-        }
-        QVERIFY(IsWhole(m_tool->CellPicture(1, enColumnName)));
-
         QTRY_COMPARE(ToolTipAt(0, enColumnState), QStringList{c_strLongError});
         QTRY_COMPARE(ToolTipAt(1, enColumnState), QStringList{strWarning});
         QTRY_COMPARE(ToolTipAt(0, enColumnName), QStringList{strLongName});

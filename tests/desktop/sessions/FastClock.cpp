@@ -21,11 +21,6 @@ Function* Real(const char* pName)
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, pName));
 }
 
-timespec FromNSec(long long iNSec)
-{
-    return {static_cast<time_t>(iNSec / c_iNSecPerSec), static_cast<long>(iNSec % c_iNSecPerSec)};
-}
-
 [[gnu::constructor]] void KeepFromChildren()
 {
     ::unsetenv("LD_PRELOAD");
@@ -40,25 +35,16 @@ extern "C" int clock_gettime(clockid_t iClock, timespec* pTime) noexcept
     const int iResult = s_real(iClock, pTime);
     if (iClock == CLOCK_MONOTONIC) {
         static const timespec s_start = *pTime;
-        *pTime =
-            FromNSec(((pTime->tv_sec - s_start.tv_sec) * c_iNSecPerSec + pTime->tv_nsec - s_start.tv_nsec) * c_iFaster);
+        const long long iNSec =
+            ((pTime->tv_sec - s_start.tv_sec) * c_iNSecPerSec + pTime->tv_nsec - s_start.tv_nsec) * c_iFaster;
+        *pTime = {static_cast<time_t>(iNSec / c_iNSecPerSec), static_cast<long>(iNSec % c_iNSecPerSec)};
     }
     return iResult;
 }
 
-extern "C" int ppoll(pollfd* pFds, nfds_t iCount, const timespec* pTimeOut, const sigset_t* pMask)
-{
-    static const auto s_real = Real<int(pollfd*, nfds_t, const timespec*, const sigset_t*)>("ppoll");
-    if (pTimeOut == nullptr) {
-        return s_real(pFds, iCount, nullptr, pMask);
-    }
-    const timespec slower = FromNSec((pTimeOut->tv_sec * c_iNSecPerSec + pTimeOut->tv_nsec) / c_iFaster);
-    return s_real(pFds, iCount, &slower, pMask);
-}
-
 extern "C" int poll(pollfd* pFds, nfds_t iCount, int iMSec)
 {
-    const timespec timeOut = FromNSec(iMSec * 1000000LL);
-    return ppoll(pFds, iCount, iMSec < 0 ? nullptr : &timeOut, nullptr);
+    static const auto s_real = Real<int(pollfd*, nfds_t, int)>("poll");
+    return s_real(pFds, iCount, iMSec < 0 ? iMSec : iMSec / c_iFaster);
 }
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)

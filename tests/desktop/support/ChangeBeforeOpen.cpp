@@ -15,9 +15,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace {
-
-int OpenTooLate(const char* pRealName, const char* pPath, int iFlags, va_list arguments)
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library names them otherwise
+extern "C" int open(const char* pPath, int iFlags, ...)
 {
     if (std::strstr(pPath, "/Changing.dat") != nullptr ||
         (std::strstr(pPath, "/printerlist.ini") != nullptr && ::access("/tmp/list-too", F_OK) == 0)) {
@@ -29,29 +28,13 @@ int OpenTooLate(const char* pRealName, const char* pPath, int iFlags, va_list ar
             ::mkfifo(pPath, 0666);
         }
     }
-    const auto realOpen = reinterpret_cast<int (*)(const char*, int, ...)>(::dlsym(RTLD_NEXT, pRealName));
+    va_list arguments;
+    va_start(arguments, iFlags);
     const mode_t iMode = (iFlags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
+    va_end(arguments);
+    const auto realOpen = reinterpret_cast<int (*)(const char*, int, ...)>(::dlsym(RTLD_NEXT, "open64"));
     return realOpen(pPath, iFlags, iMode);
 }
 
-} // namespace
-
-// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library names them otherwise
-extern "C" int open(const char* pPath, int iFlags, ...)
-{
-    va_list arguments;
-    va_start(arguments, iFlags);
-    const int iFd = OpenTooLate("open", pPath, iFlags, arguments);
-    va_end(arguments);
-    return iFd;
-}
-
-extern "C" int open64(const char* pPath, int iFlags, ...)
-{
-    va_list arguments;
-    va_start(arguments, iFlags);
-    const int iFd = OpenTooLate("open64", pPath, iFlags, arguments);
-    va_end(arguments);
-    return iFd;
-}
+extern "C" int open64(const char* pPath, int iFlags, ...) __attribute__((alias("open")));
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)
