@@ -21,57 +21,44 @@ public:
     }
 
     /// Programs that are made (class Tool) after this belong to the session.
-    bool Start()
+    void Start()
     {
         // It starts the session's programs with its own address. This one passes that on.
         const QString strAddress = u"/tmp/session-manager"_s;
         QFile::remove(strAddress);
-        if (!WriteScript(u"/tmp/session"_s, "echo $SESSION_MANAGER > /tmp/session-manager.new\n"
-                                            "mv /tmp/session-manager.new /tmp/session-manager\n") ||
-            !WriteFile(QDir::homePath() + u"/.xsmstartup"_s, "/tmp/session\n")) {
-            return false;
-        }
+        QVERIFY(WriteScript(u"/tmp/session"_s, "echo $SESSION_MANAGER > /tmp/session-manager.new\n"
+                                               "mv /tmp/session-manager.new /tmp/session-manager\n"));
+        QVERIFY(WriteFile(QDir::homePath() + u"/.xsmstartup"_s, "/tmp/session\n"));
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"SM_SAVE_DIR"_s, m_folder.path()); // no session of an earlier test to choose
         m_process.setProcessEnvironment(environment);
         m_process.setProcessChannelMode(QProcess::MergedChannels);
         m_process.setStandardOutputFile(m_strOutput);
         m_process.start(u"stdbuf"_s, {u"-oL"_s, u"xsm"_s, u"-verbose"_s});
-        if (!QTest::qWaitFor([&] { return Window().has_value() && QFile::exists(strAddress); })) {
-            return false;
-        }
+        QTRY_VERIFY(Window() && QFile::exists(strAddress));
         qputenv("SESSION_MANAGER", ReadFile(strAddress).trimmed());
-        return true;
     }
 
     /// How often a text stands in its report.
     int Count(const char* pText) const { return static_cast<int>(ReadFile(m_strOutput).count(pText)); }
 
     /// What its user does to log out: drags the mouse from the button to its menu's first entry, and names the session.
-    bool LogOut() const
+    void LogOut() const
     {
-        const std::optional<Desktop::Window> window = Window();
-        if (!window) {
-            return false;
-        }
-        Desktop::Run(u"wmctrl"_s, {u"-i"_s, u"-a"_s, window->strId});
-        if (!QTest::qWaitFor([&] { return Desktop::ActiveWindow() == window->strId; })) {
-            return false;
-        }
-        const int iY = window->geometry.height();
+        const Desktop::Window window = Window().value_or(Desktop::Window());
+        Desktop::Run(u"wmctrl"_s, {u"-i"_s, u"-a"_s, window.strId});
+        QTRY_COMPARE(Desktop::ActiveWindow(), window.strId);
+        const int iY = window.geometry.height();
         const QString strDrag =
             u"mousemove --window %1 %2 %3 mousedown 1 mousemove --window %1 %2 %4 sleep 0.3 mouseup 1"_s;
-        Desktop::Run(u"xdotool"_s, strDrag.arg(window->strId)
-                                       .arg(window->geometry.width() * 2 / 3)
+        Desktop::Run(u"xdotool"_s, strDrag.arg(window.strId)
+                                       .arg(window.geometry.width() * 2 / 3)
                                        .arg(iY * 7 / 10)
                                        .arg(iY * 7 / 6)
                                        .split(QLatin1Char(' ')));
-        if (!QTest::qWaitFor([] { return Desktop::FindWindow(u"xsm"_s, u"Shutdown"_s, {}, {999, 999}).has_value(); })) {
-            return false;
-        }
+        QTRY_VERIFY(Desktop::FindWindow(u"xsm"_s, u"Shutdown"_s, {}, {999, 999}));
         Desktop::PressKey(u"a"_s);
         Desktop::PressKey(u"Return"_s);
-        return true;
     }
 
     QProcess& Process() { return m_process; }
@@ -181,14 +168,14 @@ private slots:
     {
         QFETCH(const QStringList, arguments);
         SessionManager manager;
-        QVERIFY(manager.Start());
+        manager.Start();
         m_tool = std::make_unique<Tool>(); // with the manager's address
         WriteReadyPrinters({u"Office"_s});
         m_tool->Start(arguments);
         QTRY_COMPARE(manager.Count("received SAVE YOURSELF DONE"), 1); // that of its registration
         QTRY_COMPARE(m_tool->MainWindow().has_value(), arguments.isEmpty());
 
-        QVERIFY(manager.LogOut());
+        manager.LogOut();
         QTRY_COMPARE(manager.Count("Shutdown = True, Interact Style = Any"), 1);
         CheckEnd(5000);
         QVERIFY(manager.Process().waitForFinished(5000));

@@ -40,21 +40,18 @@ public:
     ~PrintServer() { Kill(); }
 
     /// Starts the server and waits until it answers.
-    bool Start()
+    void Start()
     {
         QDir(m_strFolder).removeRecursively();
         for (const char* pName : {"cache", "spool/tmp", "bin", "root", "state"}) {
             QDir(m_strFolder).mkpath(QLatin1String(pName));
         }
-        if (!WriteFile(m_strDocument, "a page\n")) {
-            return false;
-        }
+        QVERIFY(WriteFile(m_strDocument, "a page\n"));
         QFile::link(u"/usr/lib/cups/daemon"_s, m_strFolder + u"/bin/daemon"_s);
         const QString strConfiguration = QStringLiteral(VORA_PRINT_SERVER "/");
         m_process.start(u"cupsd"_s, {u"-f"_s, u"-c"_s, strConfiguration + u"cupsd.conf"_s, u"-s"_s,
                                      strConfiguration + u"cups-files.conf"_s});
-        return QTest::qWaitFor(
-            [] { return Desktop::Run(u"lpstat"_s, {u"-r"_s}) == QLatin1String("scheduler is running\n"); });
+        QTRY_COMPARE(Desktop::Run(u"lpstat"_s, {u"-r"_s}), u"scheduler is running\n"_s);
     }
 
     /// A stopped one, whose jobs wait for ever.
@@ -122,7 +119,8 @@ private slots:
     void cancelsTheFirstWaitingJobOfItsQueue()
     {
         PrintServer server;
-        QVERIFY(server.Start() && server.AddQueue(c_strOther) && server.AddQueue(c_strOffice));
+        server.Start();
+        QVERIFY(server.AddQueue(c_strOther) && server.AddQueue(c_strOffice));
         for (const QString& strQueue : {c_strOther, c_strOffice, c_strOffice, c_strOffice, c_strOther}) {
             QVERIFY(server.AddJob(strQueue) > 0);
         }
@@ -150,7 +148,8 @@ private slots:
         const QStringList listNoQueue = {u"Other'"_s, u"\"Other\""_s, u"'; x; cancel -a; '"_s, u"no queue"_s};
 
         PrintServer server;
-        QVERIFY(server.Start() && server.AddQueue(c_strOther));
+        server.Start();
+        QVERIFY(server.AddQueue(c_strOther));
         QList<int> listStays = {server.AddJob(c_strOther), server.AddJob(c_strOther), server.AddJob(c_strOther)};
         for (const QString& strQueue : listQueue) {
             QVERIFY(server.AddQueue(strQueue));
@@ -178,7 +177,8 @@ private slots:
     void haltedOrAbsentServerHangsNoWindow()
     {
         PrintServer server;
-        QVERIFY(server.Start() && server.AddQueue(c_strOffice) && server.AddJob(c_strOffice) == 1);
+        server.Start();
+        QVERIFY(server.AddQueue(c_strOffice) && server.AddJob(c_strOffice) == 1);
         StartWithPrinters({c_strOffice, c_strOther});
         const QImage picture = m_tool->CellPicture(1, c_iStateColumn);
         server.Signal(SIGSTOP);
