@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "DesktopTest.h"
+#include "StatusFolder.h"
 
 namespace {
 const QString c_strCalls = u"/tmp/cancel-calls"_s;
@@ -26,7 +27,7 @@ private slots:
         qputenv("LOCPATH", strFolder.toUtf8());
     }
 
-    void chineseQueueIsFollowedAndCancelled_data()
+    void chineseQueueIsFollowedCancelledAndLogged_data()
     {
         QTest::addColumn<QByteArray>("locale");
         for (const char* pLocale : {"C", "zh_CN.UTF-8", "zh_CN.GB18030"}) {
@@ -34,13 +35,14 @@ private slots:
         }
     }
 
-    void chineseQueueIsFollowedAndCancelled()
+    void chineseQueueIsFollowedCancelledAndLogged()
     {
         QFETCH(QByteArray, locale);
         const QString strName = u"书房"_s;
         QFile::remove(c_strCalls);
         WriteReadyPrinters({strName});
         QVERIFY(QFile::exists(m_folder.StatusPath(strName)));
+        m_tool = std::make_unique<Tool>(QStringLiteral(VORA_SUPPORT_BUILD));
         const QByteArray old = qgetenv("LC_ALL");
         qputenv("LC_ALL", locale);
         m_tool->Start();
@@ -50,6 +52,7 @@ private slots:
         WriteStatus(strName, Reply(0x03));
         QTRY_COMPARE(m_tool->Cell(0, 3), u"正在取消任务"_s);
         QCOMPARE(ReadFile(c_strCalls), QByteArray("\xE4\xB9\xA6\xE6\x88\xBF\n"));
+        QVERIFY(LogText().contains(" CancelJobs) cancel by printer \xE4\xB9\xA6\xE6\x88\xBF\n"));
     }
 };
 
