@@ -139,16 +139,15 @@ void Compare(const std::vector<stPeer*>& listPeer, stPeer& lpstat, bool bQuick)
 void BenchPeers(bool bQuick)
 {
     WriteBenchPrinters(c_iPrinters);
-    qputenv("CUPS_SERVER", PrintServer::Address().toLocal8Bit());
+    PrintServer server;
     qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + c_strSystemBus.toLocal8Bit());
     Desktop::Run(u"dbus-update-activation-environment"_s, {u"CUPS_SERVER"_s, u"DBUS_SYSTEM_BUS_ADDRESS"_s});
     const MeasuredProcess systemBus(u"dbus-daemon"_s,
                                     {u"--session"_s, u"--nofork"_s, u"--address=unix:path="_s + c_strSystemBus});
     WaitUntil([] { return QFile::exists(c_strSystemBus); }, "a system bus");
-    PrintServer server;
     bool bReady = server.Start();
     for (int i = 0; i < c_iPrinters; ++i) {
-        bReady = bReady && server.AddQueue(BenchPrinterName(i), PrintServer::enQueuePrinting);
+        bReady = bReady && server.AddPrintingQueue(BenchPrinterName(i));
     }
 
     stPeer tool{u"VoraPrinterTool: window and icon"_s, QStringLiteral(VORA_TOOL)};

@@ -2,12 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "DesktopTest.h"
+#include "PrintServer.h"
 
-#include <QRegularExpression>
 #include <QStandardPaths>
-
-#include <algorithm>
-#include <csignal>
 
 namespace {
 
@@ -33,69 +30,6 @@ QStringList CancelCalls()
     return QString::fromUtf8(ReadFile(c_strCalls)).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
-/// A print server of the test's own, without queues at first; its jobs are numbered from 1. Killed with this object.
-class PrintServer
-{
-public:
-    ~PrintServer() { Kill(); }
-
-    /// Starts the server and waits until it answers.
-    void Start()
-    {
-        QDir(m_strFolder).removeRecursively();
-        for (const char* pName : {"cache", "spool/tmp", "bin", "root", "state"}) {
-            QDir(m_strFolder).mkpath(QLatin1String(pName));
-        }
-        QVERIFY(WriteFile(m_strDocument, "a page\n"));
-        QFile::link(u"/usr/lib/cups/daemon"_s, m_strFolder + u"/bin/daemon"_s);
-        const QString strConfiguration = QStringLiteral(VORA_PRINT_SERVER "/");
-        m_process.start(u"cupsd"_s, {u"-f"_s, u"-c"_s, strConfiguration + u"cupsd.conf"_s, u"-s"_s,
-                                     strConfiguration + u"cups-files.conf"_s});
-        QTRY_COMPARE(Desktop::Run(u"lpstat"_s, {u"-r"_s}), u"scheduler is running\n"_s);
-    }
-
-    /// A stopped one, whose jobs wait for ever.
-    bool AddQueue(const QString& strQueue) const
-    {
-        return QProcess::execute(u"lpadmin"_s, {u"-p"_s, strQueue, u"-v"_s, u"file:/dev/null"_s, u"-m"_s, u"raw"_s,
-                                                u"-o"_s, u"printer-is-accepting-jobs=true"_s}) == 0;
-    }
-
-    /// Gives a queue a job and returns the job's number, 0 when the server does not take it.
-    int AddJob(const QString& strQueue) const
-    {
-        const QString strAnswer = Desktop::Run(u"lp"_s, {u"-d"_s, strQueue, m_strDocument});
-        static const QRegularExpression c_number(u"^request id is .*-(\\d+) \\(1 file"_s);
-        return c_number.match(strAnswer).captured(1).toInt();
-    }
-
-    /// The numbers of the jobs of all queues that have not ended, in rising order.
-    QList<int> Jobs() const
-    {
-        QList<int> listJob;
-        const QStringList listLine = Desktop::Run(u"lpstat"_s, {u"-o"_s}).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-        for (const QString& strLine : listLine) { // "Queue-7   user   size ..."
-            listJob.append(strLine.section(QLatin1Char(' '), 0, 0).section(QLatin1Char('-'), -1).toInt());
-        }
-        std::sort(listJob.begin(), listJob.end());
-        return listJob;
-    }
-
-    /// SIGSTOP makes it take connections and never answer.
-    void Signal(int iSignal) const { ::kill(static_cast<pid_t>(m_process.processId()), iSignal); }
-
-    void Kill()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-
-private:
-    const QString m_strFolder = u"/tmp/print-server"_s;
-    const QString m_strDocument = m_strFolder + u"/document"_s;
-    QProcess m_process;
-};
-
 } // namespace
 
 /// What the program does to the jobs of a real print server.
@@ -106,10 +40,6 @@ class tst_PrintServer : public DesktopTest
 private slots:
     void initTestCase()
     {
-        // The tool takes its surroundings from here.
-        qputenv("CUPS_SERVER", "/tmp/print-server/socket");
-        qputenv("PATH", qgetenv("PATH") + ":/usr/sbin"); // with the server's programs
-        qputenv("LC_ALL", "C.UTF-8");                    // the answers of the print system's commands are read
         const QByteArray realCancel = QStandardPaths::findExecutable(u"cancel"_s).toLocal8Bit();
         QVERIFY(!realCancel.isEmpty());
         FakeProgram(u"cancel"_s, "echo \"$@\" >> " + c_strCalls.toLocal8Bit() + "\nexec " + realCancel + " \"$@\"\n");
@@ -119,7 +49,7 @@ private slots:
     void cancelsTheFirstWaitingJobOfItsQueue()
     {
         PrintServer server;
-        server.Start();
+        QVERIFY(server.Start());
         QVERIFY(server.AddQueue(c_strOther) && server.AddQueue(c_strOffice));
         for (const QString& strQueue : {c_strOther, c_strOffice, c_strOffice, c_strOffice, c_strOther}) {
             QVERIFY(server.AddJob(strQueue) > 0);
@@ -148,7 +78,7 @@ private slots:
         const QStringList listNoQueue = {u"Other'"_s, u"\"Other\""_s, u"'; x; cancel -a; '"_s, u"no queue"_s};
 
         PrintServer server;
-        server.Start();
+        QVERIFY(server.Start());
         QVERIFY(server.AddQueue(c_strOther));
         QList<int> listStays = {server.AddJob(c_strOther), server.AddJob(c_strOther), server.AddJob(c_strOther)};
         for (const QString& strQueue : listQueue) {
@@ -177,7 +107,7 @@ private slots:
     void haltedOrAbsentServerHangsNoWindow()
     {
         PrintServer server;
-        server.Start();
+        QVERIFY(server.Start());
         QVERIFY(server.AddQueue(c_strOffice) && server.AddJob(c_strOffice) == 1);
         StartWithPrinters({c_strOffice, c_strOther});
         const QImage picture = m_tool->CellPicture(1, c_iStateColumn);

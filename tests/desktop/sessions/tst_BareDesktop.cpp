@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "DesktopTest.h"
+#include "StatusFolder.h"
 
 #include <QScopeGuard>
 
@@ -61,7 +62,7 @@ private slots:
         QCOMPARE(tool.exitCode(), SIGABRT);
         const QByteArray output = tool.readAll();
         QVERIFY2(output.contains("could not connect to display " + display + '\n'), output);
-        QVERIFY(!QFile::exists(c_strToolPath)); // it has done nothing yet
+        QVERIFY(!QFile::exists(ToolPath())); // it has done nothing yet
     }
 
     void starterWaitsWithoutDisplayAndBus()
