@@ -5,10 +5,15 @@
 
 #include "UtilPrinterList.h"
 
+#include <QThread>
+
 #include <algorithm>
 #include <utility>
 
 namespace {
+
+// Longer than a writer stands still between emptying the file and filling it, on a machine that is busy.
+constexpr unsigned long c_dwSettledMSec = 50;
 
 bool IsSamePrinter(const stPrinterInfo& left, const stPrinterManager& right)
 {
@@ -75,8 +80,8 @@ void TrdDeviceManage::SlotThreadQuit()
     m_bThreadQuit = true;
 }
 
-/// A file that cannot be read just now, or changes while it is read, leaves the printers as they were until the next
-/// pass.
+/// A file that cannot be read just now, or changes while it is read or soon after, leaves the printers as they were
+/// until the next pass.
 void TrdDeviceManage::ReadChangedList()
 {
     const FileStamp stamp = StampOfFile(PrinterListPath());
@@ -84,7 +89,9 @@ void TrdDeviceManage::ReadChangedList()
         return;
     }
     m_listStamp.reset();
-    if (const std::optional<QList<stPrinterInfo>> listPrinterInfo = ReadPrinterList()) {
+    const std::optional<QList<stPrinterInfo>> listPrinterInfo = ReadPrinterList();
+    QThread::msleep(c_dwSettledMSec);
+    if (listPrinterInfo && StampOfFile(PrinterListPath()) == stamp) {
         m_listPrinterInfo = *listPrinterInfo;
         m_listStamp = stamp;
     }

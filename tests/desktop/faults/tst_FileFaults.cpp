@@ -4,8 +4,10 @@
 #include "DesktopTest.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <thread>
 
 #include <fcntl.h>
 #include <linux/capability.h>
@@ -19,6 +21,8 @@ const QString c_strReady = u"就绪"_s;
 const QString c_strOffline = u"脱机"_s;
 
 constexpr int c_iTimeOutMSec = 40000; // eleven failed reads
+
+constexpr int c_iRewritten = 100; // printers of a list
 
 const QString c_strHanging = u"/tmp/hanging"_s;
 const QString c_strDestroyed = u"/tmp/globals-destroyed"_s;
@@ -154,6 +158,40 @@ private slots:
         CheckAnswersAndExit();
     }
 
+    /// A list that changes while it is read, or between two looks, is not believed: the old one stays.
+    void listRewrittenWithoutPauseIsWholeOrTheOldOne()
+    {
+        QStringList listOther = {u"Neighbour"_s};
+        for (int i = 0; i < c_iRewritten; ++i) {
+            listOther.append(u"Other%1"_s.arg(i));
+        }
+        WriteReadyPrinters(listOther);
+        const QByteArray otherList = ReadFile(m_folder.ListPath());
+        StartBeside(QStringList(listOther).replaceInStrings(u"Other"_s, u"Office"_s).mid(1));
+        const QByteArray officeList = ReadFile(m_folder.ListPath());
+        std::atomic<bool> bEnd{false};
+        std::thread writer([&] {
+            while (!bEnd) {
+                RewriteInHalves(officeList);
+                RewriteInHalves(otherList);
+            }
+        });
+        QElapsedTimer timer;
+        timer.start();
+        QSet<int> setRows;
+        bool bNamed = true;
+        while (timer.elapsed() < 30 * Tool::PauseMSec()) { // ten passes
+            setRows.insert(m_tool->RowCount());
+            bNamed = bNamed && !m_tool->Cell(c_iRewritten, 0).isEmpty();
+        }
+        bEnd = true;
+        writer.join();
+        QCOMPARE(setRows, QSet<int>{c_iRewritten + 1});
+        QVERIFY(bNamed);
+        QTRY_COMPARE_WITH_TIMEOUT(m_tool->Cell(c_iRewritten, 0), listOther.last(), c_iTimeOutMSec);
+        CheckAnswersAndExit();
+    }
+
     void hangingListHoldsUpNeitherWindowNorExit_data()
     {
         QTest::addColumn<QString>("place");
@@ -235,6 +273,16 @@ private:
             const QString strScript = u"F=$1.new; rm $1 && "_s + fault.strCommand + u"; mv -T $F $1"_s;
             const QStringList listArgument = {u"-ec"_s, strScript, u"sh"_s, m_folder.StatusPath(fault.strName)};
             QCOMPARE(QProcess::execute(u"sh"_s, listArgument), 0);
+        }
+    }
+
+    /// Over what is there.
+    void RewriteInHalves(const QByteArray& content) const
+    {
+        QFile file(m_folder.ListPath());
+        if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
+            file.write(content.left(content.size() / 2));
+            file.write(content.mid(content.size() / 2));
         }
     }
 
