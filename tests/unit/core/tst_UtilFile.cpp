@@ -182,6 +182,16 @@ private slots:
             QCOMPARE(file.enResult, enFileUnreadable);
             QCOMPARE(file.iError, EACCES);
         }
+        const QByteArray folder = QFile::encodeName(m_pFolder->path());
+        QCOMPARE(::chmod(folder.constData(), 0), 0);
+        const bool bRoot = ::geteuid() == 0; // who can look everywhere
+        QVERIFY(!bRoot || ::seteuid(65534) == 0);
+        const stFileContent hidden = ReadRegularFile(Path("a"), 4);
+        QVERIFY(!bRoot || ::seteuid(0) == 0);
+        QCOMPARE(::chmod(folder.constData(), 0700), 0);
+        QCOMPARE(hidden.enResult, enFileUnreadable);
+        QCOMPARE(hidden.iError, EACCES);
+
         const ReadFault fault(EIO);
         const stFileContent file = ReadRegularFile(Path("a"), 4);
         QCOMPARE(file.enResult, enFileUnreadable);
