@@ -177,6 +177,12 @@ private slots:
 
         const QByteArray withStep = R"({"description": "d", "printers": [{"name": "A"}], "timeline": [{"at": 5}]})";
         QCOMPARE(Read(withStep).iDurationMSec, 7000);
+
+        const QByteArray withWalk = R"({"description": "d", "printers": [{"name": "A", "walk": {"every": 0.1006}}]})";
+        const stWalk walk = Read(withWalk).listPrinter.constFirst().walk;
+        QCOMPARE(walk.iEveryMSec, 101);
+        QCOMPARE(walk.iChance, 20);
+        QCOMPARE(walk.iInk, 0);
     }
 
     void countMakesPrinters()
