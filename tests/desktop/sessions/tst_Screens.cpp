@@ -83,7 +83,9 @@ private slots:
         QFETCH(QSize, screen);
         QFETCH(bool, whole);
         QVERIFY(SetScreen(u"%1x%2"_s.arg(screen.width()).arg(screen.height())));
-        StartWith({{"QT_SCALE_FACTOR", QByteArray::number(scale)}});
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
+        m_tool->Start();
+        qunsetenv("QT_SCALE_FACTOR");
         const QSize size = QSize(860, 300) * scale;
         const auto window = [&] { return Desktop::FindWindow(m_tool->Class(), u"星原喷墨打印机助手"_s, size, size); };
         QTRY_VERIFY(window());
@@ -96,7 +98,11 @@ private slots:
     {
         QVERIFY(SetScreen(u"1280x800"_s));
         WriteReadyPrinters({u"Office"_s});
-        StartWith({{"QT_FONT_DPI", "144"}, {"QT_ENABLE_HIGHDPI_SCALING", "0"}});
+        qputenv("QT_FONT_DPI", "144");
+        qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
+        m_tool->Start();
+        qunsetenv("QT_FONT_DPI");
+        qunsetenv("QT_ENABLE_HIGHDPI_SCALING");
         QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
         const Accessibility& access = m_tool->Access();
         const QRect cell = access.CellRect(m_tool->Class(), 0, 2);
@@ -123,17 +129,6 @@ private:
         return QTest::qWaitFor([&] {
             return Desktop::Run(u"xprop"_s, {u"-root"_s, u"_NET_DESKTOP_GEOMETRY"_s}).contains(strSize);
         });
-    }
-
-    void StartWith(const QList<QPair<const char*, QByteArray>>& listVariable)
-    {
-        for (const auto& variable : listVariable) {
-            qputenv(variable.first, variable.second);
-        }
-        m_tool->Start();
-        for (const auto& variable : listVariable) {
-            qunsetenv(variable.first);
-        }
     }
 
     /// Whether the title bar can be taken hold of.

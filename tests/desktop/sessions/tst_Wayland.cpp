@@ -28,7 +28,10 @@ private slots:
         qputenv("WAYLAND_DISPLAY", "vora");
         qputenv("QT_QPA_PLATFORM", "wayland");
         m_tool = std::make_unique<Tool>();
+        const QByteArray display = qgetenv("DISPLAY");
+        qunsetenv("DISPLAY");
         m_tool->Start();
+        qputenv("DISPLAY", display);
         QVERIFY(WaitForTrayIcon());
         QTRY_VERIFY(IsWindowVisible(strTitle));
         QVERIFY(!m_tool->MainWindow()); // not on the X display
