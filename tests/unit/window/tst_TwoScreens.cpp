@@ -48,6 +48,19 @@ private slots:
         BringToScreen(window);
         QCOMPARE(window.pos(), after);
     }
+
+    void addedScreenIsFollowed()
+    {
+        QWidget window;
+        window.resize(860, 300);
+        SetUpFixedWindow(window, QString());
+        QScreen* pScreen = QGuiApplication::screens().last();
+        QVERIFY(pScreen->disconnect(&window)); // as one that has not been there
+        emit qGuiApp->screenAdded(pScreen);
+        window.move(20, 39);
+        emit pScreen->geometryChanged(pScreen->geometry());
+        QTRY_COMPARE(window.pos(), QPoint(230, 290));
+    }
 };
 
 QTEST_MAIN(tst_TwoScreens)
