@@ -40,12 +40,6 @@ inline void LetSessionEnd()
 {
     QGuiApplication::setFallbackSessionManagementEnabled(false);
 }
-
-/// Qt 5 draws icons at their size without the scale and stretches them, unless told otherwise.
-inline void DrawIconsInFull()
-{
-    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-}
 #endif
 
 #else
@@ -60,8 +54,5 @@ void SetIniUtf8(Settings&)
 
 /// Qt 6 leaves the windows alone at the session's end.
 inline void LetSessionEnd() {}
-
-/// Qt 6 draws icons with all pixels of the screen.
-inline void DrawIconsInFull() {}
 
 #endif

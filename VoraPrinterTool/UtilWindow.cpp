@@ -71,7 +71,6 @@ void SetUpFixedWindow(QWidget& window, const QString& strTitle)
 {
     Q_INIT_RESOURCE(res); // the linker drops a static library's resources unless they are asked for
     if (QGuiApplication::windowIcon().isNull()) {
-        DrawIconsInFull();
         QGuiApplication::setWindowIcon(ProgramIcon()); // every window's, decoded once
     }
     window.setWindowFlags(window.windowFlags() & ~Qt::WindowMaximizeButtonHint);
