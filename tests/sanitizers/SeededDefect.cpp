@@ -59,7 +59,7 @@ void StartAProgramBesideAThread()
 
 [[gnu::noinline]] void Leak()
 {
-    char* volatile pLost = new char[8];
+    [[maybe_unused]] char* volatile pLost = new char[8];
     pLost = nullptr;
 }
 
