@@ -7,7 +7,7 @@
 #include "Desktop.h"
 #include "DriverFolder.h"
 #include "Figures.h"
-#include "FullReply.h"
+#include "HandMadeReply.h"
 #include "MeasuredProcess.h"
 #include "TestFiles.h"
 
@@ -17,7 +17,7 @@ void BenchStatusReader(bool bQuick)
     const DriverFolder folder(c_strCfgPath);
     QStringList listPath;
     for (int i = 0; i < iFiles; ++i) {
-        WriteBenchStatus(i, EncodeStatusReply(FullReply()));
+        WriteBenchStatus(i, HandMadeReply());
         listPath.append(folder.StatusPath(BenchPrinterName(i)));
     }
     const QString strReader = QStringLiteral(VORA_STATUS);

@@ -18,23 +18,6 @@ namespace {
 
 std::atomic<const OpenHook*> s_pOpenHook{nullptr};
 
-bool IsRefused(const char* pPath)
-{
-    const OpenHook* pHook = s_pOpenHook;
-    return pHook != nullptr && (pHook->m_path.isEmpty() || pHook->m_path == pPath) && !pHook->m_beforeOpen();
-}
-
-int HookedOpen(const char* pRealName, const char* pPath, int iFlags, va_list arguments)
-{
-    if (IsRefused(pPath)) {
-        errno = EACCES;
-        return -1;
-    }
-    const auto realOpen = reinterpret_cast<int (*)(const char*, int, ...)>(::dlsym(RTLD_NEXT, pRealName));
-    const mode_t iMode = (iFlags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
-    return realOpen(pPath, iFlags, iMode);
-}
-
 } // namespace
 
 OpenHook::OpenHook(const QString& strPath, std::function<bool()> beforeOpen)
@@ -51,21 +34,20 @@ OpenHook::~OpenHook()
 // The program's own definitions come before the C library's.
 
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library names them otherwise
-extern "C" int open(const char* pPath, int iFlags, ...)
-{
-    va_list arguments;
-    va_start(arguments, iFlags);
-    const int iFd = HookedOpen("open", pPath, iFlags, arguments);
-    va_end(arguments);
-    return iFd;
-}
-
 extern "C" int open64(const char* pPath, int iFlags, ...)
 {
+    const OpenHook* pHook = s_pOpenHook;
+    if (pHook != nullptr && (pHook->m_path.isEmpty() || pHook->m_path == pPath) && !pHook->m_beforeOpen()) {
+        errno = EACCES;
+        return -1;
+    }
     va_list arguments;
     va_start(arguments, iFlags);
-    const int iFd = HookedOpen("open64", pPath, iFlags, arguments);
+    const mode_t iMode = (iFlags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    return iFd;
+    const auto realOpen = reinterpret_cast<int (*)(const char*, int, ...)>(::dlsym(RTLD_NEXT, "open64"));
+    return realOpen(pPath, iFlags, iMode);
 }
+
+extern "C" int open(const char* pPath, int iFlags, ...) __attribute__((alias("open64")));
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)
