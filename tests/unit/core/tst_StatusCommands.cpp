@@ -124,12 +124,9 @@ private slots:
 
     void cancelGetsTheNameAsOneArgument()
     {
-        for (
-            const QString& strName :
-            u"Off,ice~it's~''\"''~$(touch owned)~`touch owned`~a;touch owned~line\nbreak~星原 一号~*~a\\~100%s%n~a -a"_s
-                .split(QLatin1Char('~'))) {
-            QCOMPARE(CancelCalls(strName), (Calls{{strName.toUtf8()}}));
-        }
+        // Others: tst_UtilShell.
+        const QString strName = u"Off,ice it's \"$(touch owned)\" -a; touch owned\n星原 %s*\\"_s;
+        QCOMPARE(CancelCalls(strName), (Calls{{strName.toUtf8()}}));
         QVERIFY(!QFile::exists(u"owned"_s));
     }
 
@@ -148,33 +145,20 @@ private slots:
         }
     }
 
-    void cancelIsLoggedOnce_data()
-    {
-        QTest::addColumn<QString>("strName");
-        QTest::addColumn<bool>("bRun");
-        QTest::newRow("queue") << u"100%s 星原"_s << true;
-        QTest::newRow("every job of every queue") << u"-a"_s << false;
-        QTest::newRow("standard input") << u"-"_s << false;
-        QTest::newRow("empty") << QString() << false;
-    }
-
     void cancelIsLoggedOnce()
     {
-        QFETCH(QString, strName);
-        QFETCH(bool, bRun);
-        const FakeCommand cancel(u"cancel"_s);
-        Queue queue(strName);
-        SetLogEnable(true);
-        for (int i = 0; i < 3; ++i) {
-            RunOnePass(queue);
+        for (const QString& strName : {u"100%s 星原"_s, u"-a"_s, u"-"_s, QString()}) {
+            init();
+            const QByteArray name = strName.toUtf8();
+            const Calls calls = name.size() > 2 ? Calls{{name}} : Calls(); // the others are no queues
+            SetLogEnable(true);
+            QCOMPARE(CancelCalls(strName), calls);
+            SetLogEnable(false);
+            const QByteArray text = LogText();
+            QCOMPARE(text.count("CancelJobs) cancel by printer " + name + '\n'), 1);
+            QCOMPARE(text.count("CancelJobs) not cancelled, no queue name: " + name + '\n'), 1 - calls.size());
+            QCOMPARE(text.count('\n'), 2 - calls.size());
         }
-        SetLogEnable(false);
-        QCOMPARE(cancel.Calls(), bRun ? (Calls{{strName.toUtf8()}}) : Calls());
-        QCOMPARE(queue.m_iSignals.load(), 1);
-        QCOMPARE(queue.m_listPrinter.at(0).printerState.enCurrentStatus, 6);
-        QCOMPARE(LogText().count("CancelJobs) cancel by printer " + strName.toUtf8() + '\n'), 1);
-        QCOMPARE(LogText().count("CancelJobs) not cancelled, no queue name: " + strName.toUtf8() + '\n'), bRun ? 0 : 1);
-        QCOMPARE(LogText().count('\n'), bRun ? 1 : 2);
     }
 
     void listIsFreeAndCanBeTakenAwayWhileCancelHangs()
@@ -201,17 +185,17 @@ private slots:
     void onlyAReadyNetworkPrinterAsksThePrintSystem()
     {
         const FakeCommand lpstat(u"lpstat"_s);
-        stPrinterManager usb = ListedPrinter(c_strName, 3);
-        usb.printerInfo.iConnectType = 1;
-        QCOMPARE(NeededInterval(usb), 100);
-        usb.printerState.enCurrentStatus = 2;
-        QCOMPARE(NeededInterval(usb), 100);
-        stPrinterManager neither = ListedPrinter(c_strName, 5);
-        neither.printerInfo.iConnectType = 0;
-        QCOMPARE(NeededInterval(neither), 1000);
-        QCOMPARE(NeededInterval(ListedPrinter(c_strName, 2)), 10000);
-        QCOMPARE(NeededInterval(ListedPrinter(c_strName, 0)), 1000);
-        QCOMPARE(NeededInterval(ListedPrinter(c_strName, 8)), 1000);
+        const auto interval = [](int iConnectType, int iStatus) {
+            stPrinterManager printer = ListedPrinter(c_strName, iStatus);
+            printer.printerInfo.iConnectType = iConnectType;
+            return NeededInterval(printer);
+        };
+        QCOMPARE(interval(1, 3), 100);
+        QCOMPARE(interval(1, 2), 100);
+        QCOMPARE(interval(0, 5), 1000);
+        QCOMPARE(interval(2, 2), 10000);
+        QCOMPARE(interval(2, 0), 1000);
+        QCOMPARE(interval(2, 8), 1000);
         QVERIFY(lpstat.Calls().isEmpty());
     }
 

@@ -102,11 +102,8 @@ private slots:
 
     void readsTheFileAndWritesNothing()
     {
-        const QByteArray content =
-            "; by hand\n[Main]\nCount = 2\n\n"
-            "[printer_0]\nName=Office\nModel=RA7QX\nConnectType=1\nPort=001\nURI=usb://Vora\n"
-            "[printer_1]\nName=办公室🖨\nModel=RB9X\nConnectType=2\nPort=10.0.0.7\nURI=ipp://a\n";
-        QVERIFY(WriteFile(c_strListPath, content));
+        WriteList(u"Office|RA7QX|1|001|usb://Vora 办公室🖨|RB9X|2|10.0.0.7|ipp://a"_s);
+        const QByteArray content = ReadFile(c_strListPath);
         const QDateTime time = QFileInfo(c_strListPath).lastModified();
         for (const bool bUnused : {false, true}) {
             QCOMPARE(Texts(TrdDeviceManage().GetPrinterInfo(bUnused)),
@@ -114,27 +111,25 @@ private slots:
         }
         QCOMPARE(ReadFile(c_strListPath), content);
         QCOMPARE(QFileInfo(c_strListPath).lastModified(), time);
-        QCOMPARE(
-            QDir(QFileInfo(c_strListPath).path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-            QStringList{u"printerlist.ini"_s});
+        QCOMPARE(QDir(c_strCfgPath).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 QStringList{c_strPrinterListName});
     }
 
     void content_data()
     {
         AddRows(u"printer-lists.json"_s, {"content", "printers"});
-        const auto add = [](const char* pName, const QByteArray& content, const QByteArray& printers) {
-            QTest::newRow(pName) << QString::fromLatin1(content) << QString::fromLatin1(printers);
-        };
-        QByteArray descending = "[Main]\nCount=2147483647\n";
-        QByteArray thousand;
-        for (int i = 0; i < 3000; ++i) {
-            descending += "[printer_" + QByteArray::number(3000 - i) + "]\nName=" + QByteArray::number(3000 - i) + '\n';
-            thousand += i < 1000 ? ' ' + QByteArray::number(i + 1) + "||0||" : QByteArray();
+        QString strDescending = u"[Main]\nCount=2147483647\n"_s;
+        QStringList listThousand;
+        for (int i = 3000; i > 0; --i) {
+            strDescending += u"[printer_%1]\nName=%1\n"_s.arg(i);
+            if (i <= 1000) {
+                listThousand.prepend(QString::number(i) + u"||0||"_s);
+            }
         }
-        add("first thousand of a huge Count", descending, thousand.mid(1));
-        add("record for each of a plausible Count", "[Main]\nCount=1000\n", QByteArray(" ||0||").repeated(1000).mid(1));
-
-        add("zeros", QByteArray(4096, '\0'), "");
+        QTest::newRow("first thousand of a huge Count") << strDescending << listThousand.join(QLatin1Char(' '));
+        QTest::newRow("record for each of a plausible Count")
+            << u"[Main]\nCount=1000\n"_s << u" ||0||"_s.repeated(1000).mid(1);
+        QTest::newRow("zeros") << QString(4096, QChar(0)) << QString();
     }
 
     void content()
@@ -170,7 +165,7 @@ private slots:
     void otherThanAFileGivesNoPrinters()
     {
         QCOMPARE(ReadList(), QStringList());
-        for (const QString& strTarget : {QString(), u"."_s, u"/opt"_s, u"/dev/zero"_s, u"/nowhere"_s, c_strListPath}) {
+        for (const QString& strTarget : {QString(), u"."_s, u"/dev/zero"_s, u"/nowhere"_s}) {
             QVERIFY(Plant(c_strListPath, strTarget));
             QVERIFY2(ReadList().isEmpty(), qPrintable(strTarget));
             QVERIFY(QFile::remove(c_strListPath) || QDir().rmdir(c_strListPath));
