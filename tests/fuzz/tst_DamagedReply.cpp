@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vora Printer Tool authors
 // SPDX-License-Identifier: MIT
 
-#include "Seeds.h"
+#include "TestFiles.h"
 #include "Verdict.h"
 
 #include <QtTest>
@@ -28,9 +28,10 @@ private slots:
     void everyPrefixIsRejected_data()
     {
         QTest::addColumn<QByteArray>("reply");
-        const QMap<QString, QByteArray> seeds = ReplySeeds();
-        for (auto seed = seeds.begin(); seed != seeds.end(); ++seed) {
-            QTest::newRow(qPrintable(seed.key())) << seed.value();
+        const QFileInfoList listSeed = QDir(QStringLiteral(VORA_REPLY_SEEDS)).entryInfoList(QDir::Files);
+        QVERIFY(listSeed.size() > 20);
+        for (const QFileInfo& seed : listSeed) {
+            QTest::newRow(qPrintable(seed.fileName())) << ReadFile(seed.filePath());
         }
     }
 

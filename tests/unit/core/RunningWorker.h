@@ -72,12 +72,6 @@ inline QStringList SharedTexts(const QList<stPrinterManager>& listPrinter)
     return Texts(listPrinter);
 }
 
-inline stPrinterState SharedState(const QList<stPrinterManager>& listPrinter, int iIndex = 0)
-{
-    const std::lock_guard lock(g_mutexPrinterList);
-    return listPrinter.at(iIndex).printerState;
-}
-
 /// Tries from a thread of its own: a mutex that this thread holds must not be tried here.
 inline bool IsListFree()
 {

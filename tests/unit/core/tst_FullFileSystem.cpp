@@ -18,8 +18,11 @@ private slots:
         const auto log = [](const char* pText) { WriteStringLog(__FILE__, __LINE__, "log", u"%s"_s, pText); };
         SetLogEnable(true);
         log("first");
-        const qint64 iFilled = Fill();
-        QVERIFY(iFilled > 0 && iFilled < 64 * 1024);
+        QFile filler(ToolPath() + u"filler"_s);
+        QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        while (filler.write(QByteArray(512, 'x')) == 512) {
+        }
+        QVERIFY(filler.size() > 0 && filler.size() < 64 * 1024);
         const int iBefore = DescriptorCount();
         const QByteArray lost(1000, 'l');
         for (int i = 0; i < 100; ++i) { // the first ones may fit into the last page
@@ -29,22 +32,10 @@ private slots:
         QVERIFY(LogText().size() < 8192);
         QVERIFY(LogText().contains(" log) first\n"));
 
-        QVERIFY(QFile::remove(ToolPath() + u"filler"_s));
+        QVERIFY(filler.remove());
         log("room again"); // each line tries again
         SetLogEnable(false);
         QVERIFY2(LogText().endsWith(" log) room again\n"), LogText().constData());
-    }
-
-private:
-    /// Takes all the room that is left; returns how much that was.
-    static qint64 Fill()
-    {
-        QFile file(ToolPath() + u"filler"_s);
-        file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
-        const QByteArray bytes(512, 'x');
-        while (file.write(bytes) == bytes.size()) {
-        }
-        return file.size();
     }
 };
 

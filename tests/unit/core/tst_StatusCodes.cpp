@@ -21,17 +21,16 @@ constexpr uLong c_dwAllBits = std::numeric_limits<uLong>::max();
 void CompareWithCount(const QList<stGoldenCode>& listCode, int iCount)
 {
     QCOMPARE(static_cast<int>(listCode.size()), iCount);
-    QSet<QString> setName;
-    QSet<int> setRawCode;
+    QSet<QString> setName{QString()};
     for (int i = 0; i < iCount; ++i) {
         QCOMPARE(listCode.at(i).iValue, i);
         setName.insert(listCode.at(i).strName);
-        QVERIFY(!listCode.at(i).strName.isEmpty());
     }
+    QCOMPARE(static_cast<int>(setName.size()), iCount + 1);
+    QSet<int> setRawCode;
     for (const stGoldenCode& code : Sent(listCode)) {
         setRawCode.insert(code.iRawCode);
     }
-    QCOMPARE(static_cast<int>(setName.size()), iCount);
     QCOMPARE(setRawCode.size(), Sent(listCode).size());
 }
 

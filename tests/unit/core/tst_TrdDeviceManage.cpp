@@ -78,8 +78,8 @@ private slots:
         QCOMPARE(meta.superClass(), &UtilThreadBase::staticMetaObject);
         QStringList listMethod;
         for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-            const QString strKind = meta.method(i).methodType() == QMetaMethod::Signal ? u"signal "_s : u"slot "_s;
-            listMethod.append(strKind + QString::fromLatin1(meta.method(i).methodSignature()));
+            const char* pKind = meta.method(i).methodType() == QMetaMethod::Signal ? "signal " : "slot ";
+            listMethod.append(QString::fromLatin1(pKind + meta.method(i).methodSignature()));
         }
         QCOMPARE(listMethod, (QStringList{u"signal SgnUpdatePrinterList()"_s, u"slot SlotTaskStart()"_s,
                                           u"slot SlotThreadQuit()"_s}));
@@ -138,19 +138,17 @@ private slots:
         QTEST(Texts(ParsePrinterList(content.toStdString())).join(QLatin1Char(' ')), "printers");
     }
 
+    void everyTextSurvivesTheFile_data()
+    {
+        AddRows(u"printer-texts.json"_s, {"text"});
+        QTest::newRow("long") << QString(5000, QChar(0x58A8));
+    }
+
     void everyTextSurvivesTheFile()
     {
-        QList<stPrinterInfo> listPrinter;
-        for (const QString& strText :
-             u"Office~~办公室🖨~two words~ blanks outside ~it's~\"quoted\"~say "
-             u"\"hi\"~$(reboot)~`reboot`~a;b~a/b~../a~a\\b~"
-             "a\\~50%~%s%n~%5F~#1~a=b~[x]~-a~Off,ice~a, b~@home~@Invalid()~line\nbreak~tab\t~\x01~é~2"_s.split(
-                 QLatin1Char('~')) +
-                 QStringList{QString(5000, QChar(0x58A8))}) {
-            listPrinter.append({strText, strText, 7, strText, strText});
-        }
-        StatusFolder().WritePrinterList(listPrinter);
-        QCOMPARE(ReadList(), Texts(listPrinter));
+        QFETCH(const QString, text);
+        StatusFolder().WritePrinterList({{text, text, 7, text, text}});
+        QCOMPARE(ReadList(), Texts(QList<stPrinterInfo>{{text, text, 7, text, text}}));
     }
 
     void fileOfMoreThanAMebibyteGivesNoPrinters()

@@ -19,8 +19,6 @@
 
 namespace {
 
-constexpr int c_iMaxLogSize = 1048576;
-
 const QString c_strFolder = u"/opt/vora/vora-printer-k507/tool"_s;
 const QString c_strVictim = u"/opt/vora/victim"_s;
 
@@ -173,7 +171,6 @@ private slots:
             const QString strPath = StartLog();
             QVERIFY(QFile::resize(strPath, iSize));
             Log("second");
-            QCOMPARE(LogFiles().size(), 1 + iIndex);
             QVERIFY(ReadFile(WithIndex(strPath, iIndex)).endsWith(" (f@1 f) second\n"));
             Log("third");
             QCOMPARE(LogFiles().size(), 2);
@@ -185,7 +182,7 @@ private slots:
     void rotationTakesOneStepPerLineAndEnablingStartsAnew()
     {
         const QString strPath = StartLog();
-        QVERIFY(QFile::resize(strPath, c_iMaxLogSize + 1));
+        QVERIFY(QFile::resize(strPath, 1048577));
         QVERIFY(QFile::copy(strPath, WithIndex(strPath, 1)));
         Log("second");
         QVERIFY(ReadFile(WithIndex(strPath, 1)).endsWith(" (f@1 f) second\n"));

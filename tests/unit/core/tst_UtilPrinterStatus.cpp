@@ -268,13 +268,6 @@ private slots:
 
         m_state.iReadFailCount = 4;
         m_state.enSpplyType = 9;
-        const QString strBefore = Text(m_state);
-        stStatusReply reply;
-        reply.vendorName = "Other";
-        reply.listSupplies = {MakeSuppliesRecord(enSuppliesBlackInk, 1)};
-        QCOMPARE(Check(m_worker, EncodeStatusReply(reply).chopped(1)), -1); // rejected: nothing changes
-        QCOMPARE(Text(m_state), strBefore);
-
         QCOMPARE(Check(m_worker, ReplyInState(c_iNoState)), 0);
         QCOMPARE(Text(m_worker.m_printerManager), u"Queue||0|| |0|||||||0|0 0 0 0 0 0 0 0 0 0 0 0|0"_s);
     }
