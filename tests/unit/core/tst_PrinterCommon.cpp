@@ -48,13 +48,6 @@ private slots:
         QCOMPARE(Text(stPrinterManager()), u"||0|| "_s + c_strResetState);
     }
 
-    void countersAreUnsigned64Bit()
-    {
-        stPrinterState state;
-        state.dwPrinterNumOfPrint = 0xFFFFFFFFFFFFFFFFul;
-        QCOMPARE(QString::asprintf("%lu", state.dwPrinterNumOfPrint), u"18446744073709551615"_s);
-    }
-
     void catalogue_data()
     {
         const QList<stGoldenModel> listModel = GoldenModels();

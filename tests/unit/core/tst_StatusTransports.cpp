@@ -190,10 +190,6 @@ private slots:
         QCOMPARE(m_worker.GetPrinterStatusUSB(QString()), 1);
         QCOMPARE(Read(), 1);
         QCOMPARE(m_state.enCurrentStatus, 2);
-
-        StatusFolder().RemoveStatus(c_strName);
-        QCOMPARE(m_worker.GetPrinterStatusUSB(strOther), -1);
-        QVERIFY(m_worker.m_dtLastModified.isNull());
     }
 
     void exceptionCountsAsDecoded()

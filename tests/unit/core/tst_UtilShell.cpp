@@ -31,13 +31,6 @@ private slots:
         QCOMPARE(Output(), "1:" + text.toUtf8());
     }
 
-    void quotedWordsStandSideBySide()
-    {
-        RunShellCommand("printf '<%s>' " + QuoteForShell(u"a 'b'"_s) + ' ' + QuoteForShell(QString()) + ' ' +
-                        QuoteForShell(u"c"_s) + " > " + OutputPath());
-        QCOMPARE(Output(), QByteArray("<a 'b'><><c>"));
-    }
-
     void runWaitsForTheEnd()
     {
         QElapsedTimer timer;

@@ -54,16 +54,6 @@ private slots:
         s_afterPause = [] {};
     }
 
-    void startsWithBothFlagsClear()
-    {
-        const UtilThreadBase worker;
-        QVERIFY(!worker.m_bTaskRunning && !worker.m_bThreadQuit);
-        QCOMPARE(worker.parent(), nullptr);
-        QObject parent;
-        const auto child = new UtilThreadBase(&parent);
-        QCOMPARE(child->parent(), &parent);
-    }
-
     void metaObjectOnlyNamesTheClass()
     {
         const QMetaObject& meta = UtilThreadBase::staticMetaObject;
@@ -72,9 +62,6 @@ private slots:
         QCOMPARE(meta.methodCount(), meta.methodOffset());
         QCOMPARE(meta.propertyCount(), meta.propertyOffset());
         QCOMPARE(meta.enumeratorCount(), meta.enumeratorOffset());
-        UtilThreadBase worker;
-        QCOMPARE(worker.qt_metacast("UtilThreadBase"), &worker);
-        QCOMPARE(worker.qt_metacast("TrdDeviceManage"), nullptr);
     }
 
     void zeroAndNegativeReturnAtOnce()
