@@ -44,14 +44,9 @@ QString Word(const std::vector<unsigned long>& listNumber)
 template <std::size_t iSize>
 QString Word(const std::array<char, iSize>& text)
 {
-    QByteArray bytes(text.data(), static_cast<int>(iSize));
-    if (iSize <= 5) {
-        return QString::fromLatin1(bytes.toHex());
-    }
-    while (bytes.endsWith('\0')) {
-        bytes.chop(1);
-    }
-    return QString::fromLatin1(bytes);
+    const QByteArray bytes(text.data(), static_cast<int>(iSize));
+    return iSize <= 5 ? QString::fromLatin1(bytes.toHex())
+                      : QString::fromLatin1(bytes).remove(QRegularExpression(u"\\x00+\\z"_s));
 }
 
 template <typename... Fields>
