@@ -98,6 +98,7 @@ private slots:
                         {u"everyday"_s, u"--root"_s, u"/tmp/root"_s, u"--udp"_s, u"127.0.0.1"_s, u"--misbehave"_s,
                          u"--speed"_s, u"0.1"_s}); // so that nothing else is due soon
         QTRY_VERIFY(simulator.canReadLine());
+        QTRY_VERIFY(Count("poll", 15000, 20000) >= 1); // until the first step, after two seconds of the scenario
         QCOMPARE(Count("poll", 1400, 1500), 0);
         sockaddr_in address{};
         address.sin_family = AF_INET;
