@@ -4,79 +4,17 @@
 #include "HandMadeReply.h"
 #include "VoraStatusTest.h"
 
-#include <cstdio>
-
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+/// What needs a terminal or a pipe of its own; transcripts/status/watch.txt has the rest.
 class tst_vora_status_watch : public VoraStatusTest
 {
     Q_OBJECT
 
 private slots:
-    void file()
-    {
-        WriteFile(u"reply.dat"_s, ReplyInState(0x00));
-        Watcher watcher({u"--fields"_s, u"--watch"_s, u"reply.dat"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().endsWith("0 (not in the reply)\n"), c_iPatience);
-        QVERIFY(watcher.Output().startsWith("reply.dat: 33 bytes\n"));
-        QVERIFY(watcher.Output().contains("  state: 0x00 Ready\n"));
-
-        WriteFile(u"reply.dat"_s, ReplyInState(0x10));
-        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("\n\nreply.dat: 33 bytes\n"), c_iPatience);
-        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  state: 0x10 Printing\n"), c_iPatience);
-
-        QVERIFY(QFile::remove(u"reply.dat"_s));
-        QTRY_COMPARE_WITH_TIMEOUT(watcher.Messages(), QByteArray("vora-status: reply.dat: there is no such file\n"),
-                                  c_iPatience);
-        WriteFile(u"reply.dat"_s, WithError(0x6100));
-        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  error: 0x6100"), c_iPatience);
-        // Nothing was printed but what changed.
-        QCOMPARE(watcher.Output().count("reply.dat: "), 3);
-        QCOMPARE(watcher.EndBy(SIGINT), 1);
-    }
-
-    void driverFolder()
-    {
-        const DriverFolder folder = StatusFolder();
-        const stPrinterInfo one{u"one"_s, u"RA7QX"_s, 1, QString(), QString()};
-        const stPrinterInfo two{u"two"_s, u"RA7QX"_s, 1, QString(), QString()};
-        folder.WritePrinterList({one});
-        folder.WriteStatus(u"one"_s, ReplyInState(0x00));
-        folder.WriteStatus(u"two"_s, ReplyInState(0x11));
-        Watcher watcher({u"--fields"_s, u"--watch"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("one: 33 bytes\n"), c_iPatience);
-        folder.WritePrinterList({one, two});
-        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  state: 0x11 Scanning\n"), c_iPatience);
-        // The printer that came is followed too.
-        folder.WriteStatus(u"two"_s, ReplyInState(0x12));
-        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  state: 0x12 Copying\n"), c_iPatience);
-        QCOMPARE(watcher.EndBy(SIGINT), 0);
-    }
-
-    void json()
-    {
-        WriteFile(u"reply.dat"_s, ReplyInState(0x00));
-        Watcher watcher({u"--watch"_s, u"--json"_s, u"reply.dat"_s});
-        QTRY_COMPARE_WITH_TIMEOUT(watcher.Output().count('\n'), 1, c_iPatience);
-        // The same contents in a new file are no change.
-        QVERIFY(QFile::remove(u"reply.dat"_s));
-        WriteFile(u"reply.dat"_s, ReplyInState(0x00));
-        WriteFile(u"next.dat"_s, ReplyInState(0x03));
-        const QDateTime start = QDateTime::currentDateTime();
-        QTRY_VERIFY_WITH_TIMEOUT(start.msecsTo(QDateTime::currentDateTime()) > 2200, c_iPatience); // two looks
-        QCOMPARE(std::rename("next.dat", "reply.dat"), 0);
-        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("Canceling job"), c_iPatience);
-        const QList<QByteArray> listLine = watcher.Output().trimmed().split('\n');
-        QCOMPARE(listLine.size(), 2);
-        for (const QByteArray& line : listLine) {
-            QCOMPARE(QJsonDocument::fromJson(line).object().value(u"format"_s).toInt(), 1);
-        }
-        QCOMPARE(watcher.EndBy(SIGTERM), 0);
-    }
-
     void terminal_data()
     {
         QTest::addColumn<QString>("arguments");
@@ -97,17 +35,6 @@ private slots:
         WriteFile(u"reply.dat"_s, ReplyInState(0x10));
         QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("Printing"), c_iPatience);
         QCOMPARE(watcher.Output().count("\033[H\033[2J" + start), watcher.Output().count(start));
-    }
-
-    /// The overview, which tells them, changes with them.
-    void ages()
-    {
-        WriteFile(u"reply.dat"_s, ReplyInState(0x00));
-        Watcher watcher({u"--watch"_s, u"reply.dat"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains(" 0\n\nQUEUE"), c_iPatience);
-        SetModificationTime(u"reply.dat"_s, QDateTime::currentDateTime().addSecs(-200));
-        QTRY_VERIFY_WITH_TIMEOUT(watcher.Output().contains("  3 min "), c_iPatience);
-        QCOMPARE(watcher.EndBy(SIGINT), 0);
     }
 
     void endsThoughNobodyReads_data()
