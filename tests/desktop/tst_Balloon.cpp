@@ -24,7 +24,7 @@ private slots:
         WriteReadyPrinters({c_strPrinter});
         StartWithTray();
         const auto labels = [&] {
-            QStringList listText = m_tool->Access().Names(m_tool->Class(), u"label"_s);
+            QStringList listText = m_tool->Access().Names(u"label"_s);
             listText.removeAll(QString());
             return listText;
         };

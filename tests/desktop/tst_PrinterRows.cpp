@@ -25,7 +25,7 @@ private slots:
         WriteStatus(u"C"_s, Reply(0x12));
         WritePrinters({});
         m_tool->Start();
-        QTRY_COMPARE(m_tool->Access().ColumnHeaders(m_tool->Class()).size(), 4);
+        QTRY_COMPARE(m_tool->Access().ColumnHeaders().size(), 4);
         QCOMPARE(m_tool->RowCount(), 0);
         for (const char* pNames : {"AB", "ABC", "A", "ABC", "CBA"}) {
             QList<stPrinterInfo> listPrinter;

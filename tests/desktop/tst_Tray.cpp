@@ -3,23 +3,12 @@
 
 #include "DesktopTest.h"
 
-#include <QDBusMessage>
 #include <QScopeGuard>
 
 /// The icon and its menu in the trays of three desktops, and a desktop without one.
 class tst_Tray : public DesktopTest
 {
     Q_OBJECT
-
-public slots:
-    void Hear(const QDBusMessage& message)
-    {
-        const QString strName = m_tool->Access().Name({message.service(), message.path()});
-        const bool bGained = message.arguments().value(1).toInt() == 1;
-        if (bGained && !strName.isEmpty()) {
-            m_listHeard.append(strName);
-        }
-    }
 
 private slots:
     void clickShowsTheWindow_data()
@@ -81,22 +70,21 @@ private slots:
     }
     void menuDoesWhatItSays()
     {
-        m_tool->Access().HearFocus(this,
-                                   SLOT(Hear(QDBusMessage))); // before the start: Qt 5 asks for listeners but once
-        m_listHeard.clear();
+        m_tool->Access().HearFocus();
+        QStringList& listHeard = m_tool->Access().m_listHeard;
         QFETCH(const TrayHost::enKind, kind);
         StartWithTray(kind);
         Tool& tool = *m_tool;
         QVERIFY(m_tray->OpenMenu(tool));
         // A key may come before the menu listens, hence once round until the last entry, which the first one follows.
-        for (int i = 0; i < 10 && !m_listHeard.contains(u"退出"_s); ++i) {
+        for (int i = 0; i < 10 && !listHeard.contains(u"退出"_s); ++i) {
             PressDown();
         }
-        m_listHeard.clear();
+        listHeard.clear();
         for (int i = 0; i < 4; ++i) {
             PressDown();
         }
-        QTRY_COMPARE(m_listHeard, (QStringList{u"显示主界面"_s, u"打印机更新助手"_s, u"设置"_s, u"退出"_s}));
+        QTRY_COMPARE(listHeard, (QStringList{u"显示主界面"_s, u"打印机更新助手"_s, u"设置"_s, u"退出"_s}));
         Desktop::PressKey(u"Escape"_s);
         QTRY_VERIFY(!m_tray->Menu(tool));
 
@@ -138,14 +126,13 @@ private:
 
     void PressDown() const
     {
-        const auto iHeard = m_listHeard.size();
+        const QStringList& listHeard = m_tool->Access().m_listHeard;
+        const auto iHeard = listHeard.size();
         Desktop::PressKey(u"Down"_s);
-        [[maybe_unused]] const bool bHeard = QTest::qWaitFor([&] { return m_listHeard.size() > iHeard; }, 1000);
+        (void)QTest::qWaitFor([&] { return listHeard.size() > iHeard; }, 1000);
     }
 
     QString WindowId() const { return m_tool->MainWindow().value_or(Desktop::Window()).strId; }
-
-    QStringList m_listHeard; ///< what a screen reader would say
 };
 
 QTEST_GUILESS_MAIN(tst_Tray)

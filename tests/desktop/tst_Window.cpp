@@ -121,8 +121,8 @@ private:
 
     QStringList ToolTipAt(int iRow, int iColumn) const
     {
-        Desktop::MoveMouse(m_tool->Access().CellRect(m_tool->Class(), iRow, iColumn).center());
-        return m_tool->Access().Names(m_tool->Class(), u"tool tip"_s);
+        Desktop::MoveMouse(m_tool->Access().Cell(iRow, iColumn).Extents().center());
+        return m_tool->Access().Names(u"tool tip"_s);
     }
 };
 

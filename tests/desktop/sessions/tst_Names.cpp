@@ -54,7 +54,7 @@ private slots:
         HideWindow();
         if (file) {
             WriteStatus(name, Reply(0x03, {0x6100}));
-            QTRY_VERIFY(m_tool->Access().Find(m_tool->Class(), u"label"_s, u"进纸托盘处无纸,请放入纸张"_s));
+            QTRY_VERIFY(m_tool->Access().Find(u"label"_s, u"进纸托盘处无纸,请放入纸张"_s));
             QTRY_VERIFY(!Desktop::Windows(m_tool->Class()).isEmpty());
             const QRect screen(0, 0, 1280, 800);
             for (const Desktop::Window& window : Desktop::Windows(m_tool->Class())) {

@@ -105,12 +105,12 @@ private slots:
         qunsetenv("QT_ENABLE_HIGHDPI_SCALING");
         QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
         const Accessibility& access = m_tool->Access();
-        const QRect cell = access.CellRect(m_tool->Class(), 0, 2);
+        const QRect cell = access.Cell(0, 2).Extents();
         QCOMPARE(cell.width(), 344); // and the grid's line
-        std::optional<AccessibleNode> tip;
-        QTRY_VERIFY((Desktop::MoveMouse(cell.center()), tip = access.Find(m_tool->Class(), u"tool tip"_s)));
-        QCOMPARE(access.Name(*tip), u"青色：高   红色：中   黄色：较低   黑色：低"_s);
-        const QRect extents = access.Extents(*tip);
+        AccessibleNode tip;
+        QTRY_VERIFY((Desktop::MoveMouse(cell.center()), tip = access.Find(u"tool tip"_s)));
+        QCOMPARE(tip.Name(), u"青色：高   红色：中   黄色：较低   黑色：低"_s);
+        const QRect extents = tip.Extents();
         QVERIFY(extents.width() > cell.width());
         QVERIFY(QRect(0, 0, 1280, 800).contains(extents));
     }

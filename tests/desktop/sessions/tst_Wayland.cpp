@@ -61,9 +61,7 @@ private slots:
 private:
     bool IsWindowVisible(const QString& strTitle) const
     {
-        const Accessibility& access = m_tool->Access();
-        const std::optional<AccessibleNode> window = access.Find(m_tool->Class(), u"filler"_s, strTitle);
-        return window && access.IsVisible(*window);
+        return m_tool->Access().Find(u"filler"_s, strTitle).IsVisible();
     }
 
     QProcess m_compositor;

@@ -85,5 +85,5 @@ std::optional<Desktop::Window> Tool::Popup() const
 
 QImage Tool::CellPicture(int iRow, int iColumn) const
 {
-    return Desktop::Screen().copy(m_accessibility.CellRect(m_strClass, iRow, iColumn).adjusted(2, 2, -2, -2));
+    return Desktop::Screen().copy(m_accessibility.Cell(iRow, iColumn).Extents().adjusted(2, 2, -2, -2));
 }

@@ -34,11 +34,11 @@ public:
     std::optional<Desktop::Window> Popup() const; ///< the tray menu or a balloon
 
     /// What stands in a cell of the table; empty when there is no such cell.
-    QString Cell(int iRow, int iColumn) const { return m_accessibility.Cell(m_strClass, iRow, iColumn); }
+    QString Cell(int iRow, int iColumn) const { return m_accessibility.Cell(iRow, iColumn).Name(); }
 
     /// What is painted in a cell, without the lines and the focus frame at its border.
     QImage CellPicture(int iRow, int iColumn) const;
-    int RowCount() const { return m_accessibility.RowCount(m_strClass); }
+    int RowCount() const { return m_accessibility.RowCount(); }
 
     Accessibility& Access() { return m_accessibility; }
     const Accessibility& Access() const { return m_accessibility; }
@@ -48,6 +48,6 @@ private:
 
     QString m_strProgram;
     QString m_strClass;
-    Accessibility m_accessibility;
+    Accessibility m_accessibility{m_strClass};
     QProcess m_process;
 };

@@ -40,7 +40,7 @@ bool KnowsItsFocus(const Tool& tool)
     const QList<Desktop::Window> listWindow = Desktop::Windows(tool.Class());
     const bool bActive = std::any_of(listWindow.begin(), listWindow.end(),
                                      [&](const Desktop::Window& window) { return window.strId == strActive; });
-    return tool.Access().HasActiveWindow(tool.Class()) == bActive;
+    return tool.Access().HasActiveWindow() == bActive;
 }
 
 } // namespace
