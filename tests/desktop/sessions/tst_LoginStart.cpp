@@ -3,10 +3,9 @@
 
 #include "DesktopTest.h"
 #include "ProcFile.h"
+#include "StatusNotifierWatcher.h"
 
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
-#include <QDir>
+#include <functional>
 
 namespace {
 
@@ -36,44 +35,6 @@ bool IsTool(const QProcess& process)
 
 } // namespace
 
-/// A desktop's list of tray icons, by StatusNotifier alone; the panel that shows them may come later than the list.
-class StatusNotifierWatcher : public QObject
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
-    Q_PROPERTY(bool IsStatusNotifierHostRegistered MEMBER m_bHost)
-
-public:
-    StatusNotifierWatcher()
-    {
-        QDBusConnection bus = QDBusConnection::sessionBus();
-        bus.registerObject(u"/StatusNotifierWatcher"_s, this,
-                           QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSignals |
-                               QDBusConnection::ExportAllSlots);
-        bus.registerService(c_strService);
-    }
-    ~StatusNotifierWatcher() override { QDBusConnection::sessionBus().unregisterService(c_strService); }
-
-    void RegisterHost()
-    {
-        m_bHost = true;
-        emit StatusNotifierHostRegistered();
-    }
-
-    int Icons() const { return m_iIcons; }
-
-public slots:
-    void RegisterStatusNotifierItem(const QString& /*strService*/) { ++m_iIcons; }
-
-signals:
-    void StatusNotifierHostRegistered();
-
-private:
-    const QString c_strService = u"org.kde.StatusNotifierWatcher"_s;
-    bool m_bHost = false;
-    int m_iIcons = 0;
-};
-
 /// A login: the desktop starts the tool's starter, and its panel before, after or never.
 class tst_LoginStart : public DesktopTest
 {
@@ -101,47 +62,26 @@ private slots:
     {
         QFETCH(const TrayHost::enKind, kind);
         QFETCH(const QString, window);
-        for (const bool bEarly : {true, false}) {
-            Login login;
+        const auto startPanel = [&](const QProcess& /*login*/) {
             m_tray = std::make_unique<TrayHost>(kind);
-            if (!bEarly) {
-                login.start();
-                QVERIFY(Sleeps(login, 1000));
-            }
             QVERIFY(m_tray->Start());
             QTRY_VERIFY_WITH_TIMEOUT(!Desktop::Windows(window).isEmpty(), 20000);
-            if (bEarly) {
-                login.start();
-            }
-            const int iTimeOutMSec = bEarly ? 5000 : 2000;
-            QTRY_VERIFY_WITH_TIMEOUT(m_tray->HasIcon(*m_tool), iTimeOutMSec);
-            QVERIFY(IsTool(login));
-            QVERIFY(!m_tool->MainWindow());
-        }
+        };
+        CheckFollows(
+            startPanel, [&] { return m_tray->HasIcon(*m_tool); }, [&] { m_tray.reset(); });
     }
 
     /// The panels above have an XEmbed tray, too.
     void followsStatusNotifierHost()
     {
-        for (const bool bEarly : {true, false}) {
-            Login login;
-            if (!bEarly) {
-                login.start();
-                QVERIFY(Sleeps(login, 1000));
-            }
-            StatusNotifierWatcher watcher;
-            if (!bEarly) {
-                QVERIFY(!QTest::qWaitFor([&] { return IsTool(login); }, 1000)); // nobody shows the icons yet
-            }
-            watcher.RegisterHost();
-            if (bEarly) {
-                login.start();
-            }
-            const int iTimeOutMSec = bEarly ? 5000 : 2000;
-            QTRY_COMPARE_WITH_TIMEOUT(watcher.Icons(), 1, iTimeOutMSec);
-            QVERIFY(IsTool(login));
-            QVERIFY(!m_tool->MainWindow());
-        }
+        std::unique_ptr<StatusNotifierWatcher> watcher;
+        const auto startPanel = [&](const QProcess& login) {
+            watcher = std::make_unique<StatusNotifierWatcher>(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
+            QVERIFY(!QTest::qWaitFor([&] { return IsTool(login); }, 1000)); // nobody shows the icons yet
+            watcher->RegisterHost();
+        };
+        CheckFollows(
+            startPanel, [&] { return watcher->m_iIcons == 1; }, [&] { watcher.reset(); });
     }
 
     /// After a minute, twenty seconds of which are one here.
@@ -180,6 +120,27 @@ private slots:
     }
 
 private:
+    /// A panel that is there before the starter, and one that comes while the starter waits.
+    void CheckFollows(const std::function<void(const QProcess&)>& startPanel, const std::function<bool()>& hasIcon,
+                      const std::function<void()>& endPanel)
+    {
+        for (const bool bEarly : {true, false}) {
+            endPanel();
+            Login login;
+            if (bEarly) {
+                startPanel(login);
+            }
+            login.start();
+            if (!bEarly) {
+                QVERIFY(Sleeps(login, 1000));
+                startPanel(login);
+            }
+            QTRY_VERIFY_WITH_TIMEOUT(hasIcon(), bEarly ? 5000 : 2000);
+            QVERIFY(IsTool(login));
+            QVERIFY(!m_tool->MainWindow());
+        }
+    }
+
     /// Whether the starter waits so long and does nothing else once it has looked around.
     static bool Sleeps(const QProcess& login, int iMSec)
     {

@@ -3,6 +3,7 @@
 
 #include "DesktopTest.h"
 #include "ProcFile.h"
+#include "StatusNotifierWatcher.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusContext>
@@ -72,30 +73,6 @@ public slots:
 
 private:
     enKind m_enKind;
-};
-
-/// The part of a StatusNotifier panel that takes icons.
-class Watcher : public QObject
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
-    Q_PROPERTY(bool IsStatusNotifierHostRegistered MEMBER m_bHost)
-
-public:
-    bool Start(const QString& strAddress)
-    {
-        QDBusConnection bus = QDBusConnection::connectToBus(strAddress, u"watcher"_s);
-        return bus.registerService(u"org.kde.StatusNotifierWatcher"_s) &&
-               bus.registerObject(u"/StatusNotifierWatcher"_s, this,
-                                  QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties);
-    }
-    ~Watcher() override { QDBusConnection::disconnectFromBus(u"watcher"_s); }
-
-    int m_iIcons = 0;
-    bool m_bHost = true;
-
-public slots:
-    void RegisterStatusNotifierItem(const QString&) { ++m_iIcons; }
 };
 
 /// A session whose other programs fail, or which is halted.
@@ -218,8 +195,8 @@ private slots:
             QFile::remove(strSocket);
         };
         QVERIFY(!atFirst || startBus());
-        Watcher watcher;
-        QVERIFY(!notifier || watcher.Start(strAddress));
+        StatusNotifierWatcher watcher(notifier ? strAddress : QString());
+        watcher.RegisterHost();
         WriteReadyPrinters({c_strPrinter});
         const QByteArray old = qgetenv("DBUS_SESSION_BUS_ADDRESS");
         qputenv("DBUS_SESSION_BUS_ADDRESS", strAddress.toUtf8());

@@ -11,9 +11,9 @@
 
 #include <QtTest>
 
-/// Base of the tests that run the built program on a desktop: each test function starts with an empty driver package
-/// folder, without tray host and without tool. One that fails leaves its picture, the program's output and the driver
-/// folder under build/desktop-failures/.
+/// Base of the tests that run the built program on a desktop. Each test function starts with an empty driver package
+/// folder and without panel; one that fails leaves a picture, the program's output and that folder under
+/// build/desktop-failures/.
 class DesktopTest : public QObject
 {
     Q_OBJECT
