@@ -9,13 +9,6 @@ namespace {
 
 const QString c_strLongError = u"纸张尺寸不匹配，请选择匹配的纸张，按OK键取消任务"_s;
 
-enum enColumn
-{
-    enColumnName = 0,
-    enColumnConnection = 1,
-    enColumnState = 3
-};
-
 } // namespace
 
 /// The main window as the window manager and the user's eye find it.
@@ -38,11 +31,11 @@ private slots:
         TryToResize();
 
         // The close button hides it; what it shows is followed all the same.
-        QTRY_COMPARE(m_tool->Cell(0, enColumnState), u"就绪"_s);
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"就绪"_s);
         HideWindow();
         WriteStatus(u"Office"_s, Reply(0x11));
         QVERIFY(m_tray->ShowWindow(*m_tool));
-        QTRY_COMPARE(m_tool->Cell(0, enColumnState), u"正在扫描"_s);
+        QTRY_COMPARE(m_tool->Cell(0, 3), u"正在扫描"_s);
         QVERIFY(HasMaximiseButton());
         TryToResize();
     }
@@ -77,13 +70,13 @@ private slots:
         WriteStatus(strTagName, Reply(0x10, {}, {0x6105}));
         m_tool->Start();
         const QString strWarning = u"正在打印("_s + c_strLongError + QLatin1Char(')');
-        QTRY_COMPARE(m_tool->Cell(0, enColumnState), c_strLongError);
-        QTRY_COMPARE(m_tool->Cell(1, enColumnState), strWarning);
-        QTRY_COMPARE(ToolTipAt(0, enColumnState), QStringList{c_strLongError});
-        QTRY_COMPARE(ToolTipAt(1, enColumnState), QStringList{strWarning});
-        QTRY_COMPARE(ToolTipAt(0, enColumnName), QStringList{strLongName});
-        QTRY_COMPARE(ToolTipAt(0, enColumnConnection), QStringList{u"网络("_s + strLongPort + QLatin1Char(')')});
-        QTRY_COMPARE(ToolTipAt(1, enColumnName), QStringList{strTagName}); // a text that fits has one too
+        QTRY_COMPARE(m_tool->Cell(0, 3), c_strLongError);
+        QTRY_COMPARE(m_tool->Cell(1, 3), strWarning);
+        QTRY_COMPARE(ToolTipAt(0, 3), QStringList{c_strLongError});
+        QTRY_COMPARE(ToolTipAt(1, 3), QStringList{strWarning});
+        QTRY_COMPARE(ToolTipAt(0, 0), QStringList{strLongName});
+        QTRY_COMPARE(ToolTipAt(0, 1), QStringList{u"网络("_s + strLongPort + QLatin1Char(')')});
+        QTRY_COMPARE(ToolTipAt(1, 0), QStringList{strTagName}); // a text that fits has one too
     }
 
 private:
