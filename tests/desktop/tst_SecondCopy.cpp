@@ -123,6 +123,7 @@ private slots:
         row("trailing blanks", c_ownLine + "101 ? 00:00:00 VoraPrinterTool   \n", true);
         row("trailing tab and carriage return", c_ownLine + "101 ? 00:00:00 VoraPrinterTool\t\r\n", true);
         row("no line end", c_ownLine + "101 ? 00:00:00 VoraPrinterTool", true);
+        row("behind nearly a megabyte of others", c_ownLine + megabyte.left(33 * 31000) + c_ownLine, true);
         row("behind a megabyte of others", c_ownLine + megabyte + "101 ? 00:00:00 VoraPrinterTool\n", false);
     }
 

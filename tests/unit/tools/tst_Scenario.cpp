@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "CodeNames.h"
-#include "FullReply.h"
 #include "GoldenTable.h"
+#include "HandMadeReply.h"
 #include "JsonReader.h"
 #include "Player.h"
 #include "ReplyFields.h"
@@ -225,7 +225,7 @@ private slots:
 
     void contentIsWhatItsNameSays()
     {
-        const QByteArray reply = EncodeStatusReply(FullReply());
+        const QByteArray reply = HandMadeReply();
         QRandomGenerator random(7);
         std::set<QByteArray> setTruncated;
         for (int i = 0; i < 200; ++i) {
