@@ -306,5 +306,3 @@ int TrdGetPrinterStatus::TakeReply(const unsigned char* pBuffer, unsigned long d
     m_printerManager.printerState = DecodedState(reply);
     return 0;
 }
-
-#include "moc_TrdGetPrinterStatus.cpp"
