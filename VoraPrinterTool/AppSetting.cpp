@@ -4,7 +4,6 @@
 #include "AppSetting.h"
 
 #include "QtCompat.h"
-
 #include "UtilWindow.h"
 #include "ui_AppSetting.h"
 

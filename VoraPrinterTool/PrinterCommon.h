@@ -3,9 +3,8 @@
 
 #pragma once
 
-#include "SuppliesKeys.h"
-
 #include "QtCompat.h"
+#include "SuppliesKeys.h"
 
 #include <QList>
 #include <QString>

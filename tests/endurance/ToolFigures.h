@@ -4,7 +4,6 @@
 #pragma once
 
 #include "Desktop.h"
-
 #include "QtCompat.h"
 
 #include <QDir>

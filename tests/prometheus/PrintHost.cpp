@@ -4,7 +4,6 @@
 #include "PrintHost.h"
 
 #include "QtCompat.h"
-
 #include "TestFiles.h"
 
 #include <QtTest>

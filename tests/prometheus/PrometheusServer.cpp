@@ -4,7 +4,6 @@
 #include "PrometheusServer.h"
 
 #include "QtCompat.h"
-
 #include "TestFiles.h"
 
 #include <QJsonDocument>

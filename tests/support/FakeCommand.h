@@ -4,7 +4,6 @@
 #pragma once
 
 #include "QtCompat.h"
-
 #include "TestFiles.h"
 
 #include <QByteArrayList>

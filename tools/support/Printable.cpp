@@ -4,7 +4,6 @@
 #include "Printable.h"
 
 #include "QtCompat.h"
-
 #include "UtilText.h"
 
 namespace {

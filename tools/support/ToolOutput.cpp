@@ -3,10 +3,9 @@
 
 #include "ToolOutput.h"
 
-#include "QtCompat.h"
-
 #include "EndSignals.h"
 #include "Printable.h"
+#include "QtCompat.h"
 #include "ToolError.h"
 
 #include <QCoreApplication>

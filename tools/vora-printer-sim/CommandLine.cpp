@@ -3,9 +3,8 @@
 
 #include "CommandLine.h"
 
-#include "QtCompat.h"
-
 #include "Printable.h"
+#include "QtCompat.h"
 #include "ToolError.h"
 #include "ToolOutput.h"
 

@@ -4,7 +4,6 @@
 #include "StatusResponder.h"
 
 #include "QtCompat.h"
-
 #include "ToolError.h"
 
 #include <QNetworkDatagram>

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 
 #include "EncodeCommand.h"
-
 #include "PlayCommand.h"
 #include "QtCompat.h"
 #include "ToolError.h"

@@ -3,9 +3,8 @@
 
 #include "Accessibility.h"
 
-#include "QtCompat.h"
-
 #include "Desktop.h"
+#include "QtCompat.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>

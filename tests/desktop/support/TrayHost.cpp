@@ -4,7 +4,6 @@
 #include "TrayHost.h"
 
 #include "QtCompat.h"
-
 #include "TestFiles.h"
 #include "Tool.h"
 

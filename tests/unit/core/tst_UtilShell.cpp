@@ -4,7 +4,6 @@
 #include "UtilShell.h"
 
 #include "QtCompat.h"
-
 #include "Rows.h"
 
 #include <QTemporaryDir>

@@ -4,7 +4,6 @@
 #include "UtilText.h"
 
 #include "QtCompat.h"
-
 #include "Rows.h"
 
 class tst_UtilText : public QObject

@@ -4,9 +4,8 @@
 // Types the commands of each transcript anew and compares what comes of them with what stands below them, byte by byte.
 // prelude.sh beside the transcripts of this folder explains what they consist of.
 
-#include "QtCompat.h"
-
 #include "HandMadeReply.h"
+#include "QtCompat.h"
 #include "TestFiles.h"
 
 #include <QProcess>

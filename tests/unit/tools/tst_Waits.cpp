@@ -3,9 +3,8 @@
 
 // How long the programs of the desktop and the shell wait: what they ask for, not how long it took.
 
-#include "StatusEncoder.h"
-
 #include "QtCompat.h"
+#include "StatusEncoder.h"
 #include "TestFiles.h"
 
 #include <QProcess>
