@@ -8,10 +8,12 @@ namespace {
 
 const QString c_strTrace = u"/tmp/calls.txt"_s;
 constexpr int c_iPrinters = 10;
+constexpr int c_iPausesOfPass = 2;
 
-qint64 Waits(qint64 iPid)
+/// How often a thread has slept; -1 when there is none.
+qint64 Sleeps(qint64 iPid, const QByteArray& thread)
 {
-    return ProcNumber(ReadProcFile(u"/proc/%1/task/%1/status"_s.arg(iPid)), "voluntary_ctxt_switches");
+    return ProcNumber(ReadProcFile(u"/proc/%1/task/%2/status"_s.arg(iPid).arg(QLatin1String(thread))), "voluntary_ctxt_switches");
 }
 
 /// The thread of that name; empty when there is none.
@@ -86,16 +88,19 @@ private slots:
         QTest::newRow("hidden") << QStringList(u"-hide"_s);
     }
 
-    /// While the workers look at their files twenty times and more.
+    /// While a worker looks at its file twenty times.
     void windowSleeps()
     {
         QFETCH(const QStringList, arguments);
         Start(QStringList(QStringLiteral(VORA_TOOL)) + arguments);
         const qint64 iPid = m_process.processId();
-        const auto sleepsThrough = [iPid] {
-            const qint64 iBefore = Waits(iPid);
-            QTest::qWait(20 * Tool::PauseMSec());
-            return iBefore > 0 && Waits(iPid) == iBefore;
+        const QByteArray window = QByteArray::number(iPid);
+        const QByteArray worker = ThreadOf(iPid, "vora-status-0");
+        const auto sleepsThrough = [=] {
+            const qint64 iBefore = Sleeps(iPid, window);
+            const qint64 iEnough = Sleeps(iPid, worker) + 20 * c_iPausesOfPass;
+            return QTest::qWaitFor([=] { return Sleeps(iPid, worker) >= iEnough; }) && iBefore > 0 &&
+                   Sleeps(iPid, window) == iBefore;
         };
         QVERIFY(QTest::qWaitFor(sleepsThrough, 12000)); // once all is painted
     }

@@ -48,14 +48,16 @@ public:
         const Desktop::Window window = Window().value_or(Desktop::Window());
         Desktop::Run(u"wmctrl"_s, {u"-i"_s, u"-a"_s, window.strId});
         QTRY_COMPARE(Desktop::ActiveWindow(), window.strId);
-        const int iY = window.geometry.height();
-        const QString strDrag =
-            u"mousemove --window %1 %2 %3 mousedown 1 mousemove --window %1 %2 %4 sleep 0.3 mouseup 1"_s;
-        Desktop::Run(u"xdotool"_s, strDrag.arg(window.strId)
-                                       .arg(window.geometry.width() * 2 / 3)
-                                       .arg(iY * 7 / 10)
-                                       .arg(iY * 7 / 6)
-                                       .split(QLatin1Char(' ')));
+        const QRect& place = window.geometry;
+        const QPoint button(place.left() + place.width() * 2 / 3, place.top() + place.height() * 7 / 10);
+        const QPoint entry(button.x(), place.top() + place.height() * 7 / 6); // below the window
+        const auto menu = [&entry] { return Desktop::Screen().copy({entry - QPoint(30, 8), QSize(60, 16)}); };
+        const QImage before = menu();
+        Desktop::MoveMouse(button);
+        Desktop::Run(u"xdotool"_s, {u"mousedown"_s, u"1"_s});
+        QTRY_VERIFY(menu() != before);
+        Desktop::MoveMouse(entry);
+        Desktop::Run(u"xdotool"_s, {u"mouseup"_s, u"1"_s});
         QTRY_VERIFY(Desktop::FindWindow(u"xsm"_s, u"Shutdown"_s, {}, {999, 999}));
         Desktop::PressKey(u"a"_s);
         Desktop::PressKey(u"Return"_s);

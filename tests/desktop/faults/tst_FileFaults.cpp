@@ -211,12 +211,8 @@ private slots:
             LinkThere(m_folder.ListPath());
             CheckNeighbour();
         }
-        QElapsedTimer timer;
-        timer.start();
-        while (timer.elapsed() < 4 * Tool::PauseMSec()) { // the list's worker hangs by then as well
-            QCOMPARE(State(1), u"就绪"_s);
-            QTest::qWait(10);
-        }
+        const auto isLost = [this] { return State(1) != u"就绪"_s; };
+        QVERIFY(!QTest::qWaitFor(isLost, 4 * Tool::PauseMSec())); // the list's worker hangs by then as well
         CheckAnswersAndExit();
         QVERIFY(!QFile::exists(c_strDestroyed)); // which a worker that is left behind may still use
     }

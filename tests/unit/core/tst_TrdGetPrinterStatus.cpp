@@ -154,6 +154,22 @@ private slots:
         QCOMPARE(worker.m_iSignals.load(), 3);
     }
 
+    void exceptionEndsThePassAlone()
+    {
+        WriteReply(ReadyReply());
+        PrinterList listPrinter{ListedPrinter(c_strName, 8)};
+        listPrinter[0].printerState.iReadFailCount = 4;
+        const QStringList listBefore = Texts(listPrinter);
+        CountedWorker worker(0, &listPrinter);
+        {
+            const OpenHook fail(StatusFolder().StatusPath(c_strName),
+                                []() -> bool { throw std::runtime_error("no file"); });
+            RunOnePass(worker);
+        }
+        QCOMPARE(Texts(listPrinter), listBefore);
+        QCOMPARE(worker.m_iSignals.load(), 0);
+    }
+
     /// The list, which is taken away from the worker where there is none, and its states afterwards: a new one for the
     /// same queue, whose other identity stays.
     void listThatChangesMeanwhile_data() { AddRows(u"list-rebuilds.json"_s, {"rebuilt", "states"}); }
