@@ -104,7 +104,7 @@ void Player::Advance()
 {
     const qint64 iNow = NextMSec();
     while (m_iNextStep < m_scenario.listStep.size() &&
-           m_iRoundMSec + m_scenario.listStep.at(m_iNextStep).iAtMSec == iNow && !m_mustStop()) {
+           m_iRoundMSec + m_scenario.listStep.at(m_iNextStep).iAtMSec == iNow) {
         PlayStep(m_scenario.listStep.at(m_iNextStep++));
     }
     for (int i = 0; i < m_listLive.size(); ++i) {

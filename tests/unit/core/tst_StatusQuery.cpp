@@ -12,6 +12,7 @@
 #include <QtTest>
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 
@@ -99,6 +100,7 @@ private slots:
         const UdpResponder responder({HandMadeReply()});
         const NoStandardInput none;
         QCOMPARE(m_worker.GetPrinterStatusUDP(c_strLocal), 0);
+        QCOMPARE(::fcntl(STDIN_FILENO, F_GETFD), -1); // closed again
     }
 
     void refusesWhatIsNoAddress()
@@ -107,6 +109,7 @@ private slots:
         for (const QString& strAddress :
              u"|nonsense|localhost|999.1.1.1|127.0.0.1 |127.1|::1|１２７.0.0.1"_s.split(QLatin1Char('|'))) {
             QVERIFY2(m_worker.GetPrinterStatusUDP(strAddress) == -1, qPrintable(strAddress));
+            QCOMPARE(QueryStatus(strAddress, m_worker.m_buffer), -1);
         }
         QVERIFY(responder.Requests().isEmpty());
     }
