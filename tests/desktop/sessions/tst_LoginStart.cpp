@@ -135,7 +135,8 @@ private:
                 QVERIFY(Sleeps(login, 1000));
                 startPanel(login);
             }
-            QTRY_VERIFY_WITH_TIMEOUT(hasIcon(), bEarly ? 5000 : 2000);
+            const int iLimitMSec = bEarly ? 5000 : 2000; // the macro has no parentheses around it
+            QTRY_VERIFY_WITH_TIMEOUT(hasIcon(), iLimitMSec);
             QVERIFY(IsTool(login));
             QVERIFY(!m_tool->MainWindow());
         }
