@@ -45,10 +45,6 @@ void SetValue(stRawPrinter& printer, const QString& strKey, std::string_view val
 int PrinterIndex(const QString& strGroup)
 {
     const QString strPrefix = u"printer_"_s;
-    constexpr int c_iMaxDigits = 10;
-    if (strGroup.size() > strPrefix.size() + c_iMaxDigits) {
-        return -1;
-    }
     bool bNumber = false;
     const int iIndex = strGroup.mid(strPrefix.size()).toInt(&bNumber);
     return bNumber && iIndex >= 0 && strGroup == strPrefix + QString::number(iIndex) ? iIndex : -1;

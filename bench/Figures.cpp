@@ -86,8 +86,7 @@ void PrintHeader(const QStringList& listColumn)
 {
     std::puts("");
     PrintRow(listColumn);
-    const QByteArray columns = QByteArray(" ---: |").repeated(static_cast<int>(listColumn.size()) - 1);
-    std::printf("| --- |%s\n", columns.constData());
+    PrintRow(QStringList(listColumn).fill(u"---"_s));
 }
 
 void PrintFigure(enFigure enMeasured, const Samples& value, const Samples& floor)

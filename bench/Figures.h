@@ -28,7 +28,7 @@ enum enFigure
 
 void PrintRow(const QStringList& listCell);
 
-/// Begins a table: the names of its columns, of which the first holds text and the others figures.
+/// Begins a table.
 void PrintHeader(const QStringList& listColumn);
 
 /// The first begins the table. The floor is in the same unit; none: the figure has no floor.
