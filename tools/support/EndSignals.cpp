@@ -8,7 +8,6 @@
 
 #include <poll.h>
 #include <sys/signalfd.h>
-#include <unistd.h>
 
 EndSignals::EndSignals()
 {
@@ -20,13 +19,6 @@ EndSignals::EndSignals()
     m_iFd = ::signalfd(-1, &signalSet, SFD_CLOEXEC);
     if (m_iFd >= 0) { // else they would end nothing any more
         sigprocmask(SIG_BLOCK, &signalSet, nullptr);
-    }
-}
-
-EndSignals::~EndSignals()
-{
-    if (m_iFd >= 0) {
-        ::close(m_iFd);
     }
 }
 

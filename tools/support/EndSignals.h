@@ -5,12 +5,11 @@
 
 /// SIGINT, SIGTERM and SIGHUP as something to ask for, so that what is running can be ended in order. Made once, in the
 /// main thread, before any other is started; from then on these signals no longer end the process, not even without
-/// this object. When the system has no file descriptor left, they end it as ever.
+/// this object, and its descriptor stays open. When the system has no file descriptor left, they end it as ever.
 class EndSignals
 {
 public:
     EndSignals();
-    ~EndSignals();
     EndSignals(const EndSignals&) = delete;
     EndSignals& operator=(const EndSignals&) = delete;
 
