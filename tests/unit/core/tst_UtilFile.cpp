@@ -10,12 +10,30 @@
 
 #include <QtTest>
 
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
+
+namespace {
+bool s_bSlow = false;
+} // namespace
+
+/// While it is slow: a byte at a time, and interrupted before each.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the C library names them otherwise
+extern "C" ssize_t pread(int iFd, void* pBytes, size_t iSize, off_t iOffset)
+{
+    static int s_iCalls = 0;
+    if (s_bSlow && ++s_iCalls % 2 != 0) {
+        errno = EINTR;
+        return -1;
+    }
+    return ::syscall(SYS_pread64, iFd, pBytes, s_bSlow ? std::min(iSize, size_t(1)) : iSize, iOffset);
+}
 
 class tst_UtilFile : public QObject
 {
@@ -131,6 +149,7 @@ private slots:
             const stFileContent file = ReadRegularFile(m_pFolder->filePath(strName), 4);
             QCOMPARE(file.enResult, listMissing.contains(strName) ? enFileMissing : enFileNotRegular);
             QVERIFY(file.content.isEmpty() && file.iSize == 0 && file.iModified == 0);
+            QCOMPARE(file.iError == 0, listNotRegular.contains(strName));
         }
         QVERIFY(!bOpened); // opening alone makes some devices act
     }
@@ -144,7 +163,19 @@ private slots:
             const stFileContent file = ReadRegularFile(Path("a"), 4);
             QCOMPARE(file.enResult, strTarget == u"/nowhere"_s ? enFileUnreadable : enFileNotRegular);
             QCOMPARE(file.content, QByteArray());
+            QCOMPARE(file.iError, strTarget == u"/nowhere"_s ? ENOENT : 0);
         }
+    }
+
+    void slowFileIsReadToItsEnd()
+    {
+        QVERIFY(WriteFile(Path("a"), "abcd"));
+        s_bSlow = true;
+        const QByteArray part = ReadRegularFile(Path("a"), 3).content;
+        const QByteArray all = ReadRegularFile(Path("a"), 10).content;
+        s_bSlow = false;
+        QCOMPARE(part, QByteArray("abc"));
+        QCOMPARE(all, QByteArray("abcd"));
     }
 
     void fileThatCannotBeReadTellsWhy()
@@ -182,6 +213,7 @@ private slots:
             QCOMPARE(file.handle(), STDIN_FILENO);
         }
         QCOMPARE(ReadRegularFile(Path("a"), 4).enResult, enFileRead);
+        QCOMPARE(::fcntl(STDIN_FILENO, F_GETFD), -1); // closed again
     }
 
 private:
