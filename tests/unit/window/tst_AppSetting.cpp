@@ -61,6 +61,7 @@ private slots:
 
     void formHasItsWidgets()
     {
+        QVERIFY(!Box()->isTristate());
         QStringList listSeen;
         for (const auto* pButton : m_pWindow->findChildren<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly)) {
             const QRect place = pButton->geometry();

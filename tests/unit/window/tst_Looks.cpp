@@ -162,6 +162,7 @@ private slots:
         QCOMPARE(QProcess::execute(u"rsvg-convert"_s, {u"-w"_s, strSide, u"-h"_s, strSide, u"-o"_s, strPath,
                                                        QStringLiteral(VORA_DRAWING)}),
                  0);
+        QCOMPARE(qAlpha(QImage(strPath).pixel(0, 0)), 0); // nor white on a dark panel
         const QImage drawing = OnWhite(QImage(strPath));
         const std::vector<QRgb> listPixel = Pixels(drawing);
         QVERIFY(QSet<QRgb>(listPixel.begin(), listPixel.end()).size() > 50);
@@ -175,6 +176,7 @@ private slots:
              {QImage(u":/Icon/Resource/Vora.png"_s), m_pWindow->windowIcon().pixmap(c_iSize).toImage(),
               m_pWindow->m_pTrayIcon->icon().pixmap(c_iSize).toImage()}) {
             QVERIFY(image.width() >= c_iSize); // not blown up on any display
+            QCOMPARE(qAlpha(image.pixel(0, 0)), 0);
             const double dDifference = Difference(OnWhite(image), drawing);
             QVERIFY2(dDifference < c_dAlike, QByteArray::number(dDifference));
         }
