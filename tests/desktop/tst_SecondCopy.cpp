@@ -131,6 +131,7 @@ private slots:
     {
         QFETCH(const QByteArray, lines);
         QFETCH(const bool, running);
+        QDir(u"/opt/vora"_s).removeRecursively(); // as before the driver package came
         StartBeside(lines);
         QCOMPARE(m_tool->MainWindow().has_value(), !running);
         QCOMPARE(ReadFile(u"/tmp/arguments"_s), QByteArray("-A\n"));

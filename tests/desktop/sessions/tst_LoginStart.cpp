@@ -117,6 +117,7 @@ private slots:
         display.waitForFinished();
         QTRY_COMPARE(login.state(), QProcess::NotRunning);
         QCOMPARE(login.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(login.exitCode(), 0);
     }
 
 private:

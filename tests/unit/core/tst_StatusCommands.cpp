@@ -165,8 +165,11 @@ private slots:
     {
         const FakeCommand cancel(u"cancel"_s, "until [ -e /tmp/gate ]; do sleep 0.02; done");
         Queue queue;
+        SetLogEnable(true);
         RunningWorker running(queue);
         QTRY_COMPARE(cancel.Calls().size(), 1);
+        SetLogEnable(false);
+        QCOMPARE(LogText().count("cancel by printer"), 1); // so that a hanging command is seen
         QVERIFY(IsListFree());
         QCOMPARE(queue.m_iSignals.load(), 0); // the signal follows the command
         queue.Init(-1, nullptr);
@@ -175,6 +178,7 @@ private slots:
 
         QVERIFY(WriteFile(u"/tmp/gate"_s, QByteArray()));
         QTRY_COMPARE(queue.m_iSignals.load(), 1);
+        QCOMPARE(queue.m_iLastIndex.load(), 0); // the row that was written
         QVERIFY(running.EndWithin(5000));
         RunOnePass(queue); // with the list, it would read the new file
         QCOMPARE(queue.m_listPrinter.at(0).printerState.enCurrentStatus, 2);

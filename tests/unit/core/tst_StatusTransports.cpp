@@ -230,7 +230,7 @@ private slots:
 
     void fatalReplyNamesItsPrinterAndFile()
     {
-        const QString strName = u"a\nb"_s;
+        const QString strName = u"书\nb"_s;
         StatusFolder().WriteStatus(strName, ReplyWithSupplies({{0x7777, QByteArray(66, 'x')}}));
         const auto read = [&] {
             ::dup2(::open("/tmp/standard-error", O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600), STDERR_FILENO);
@@ -239,8 +239,8 @@ private slots:
         QCOMPARE(EndingSignal(read), SIGABRT);
         // An emulator of another machine says something, too.
         QCOMPARE(ReadFile(u"/tmp/standard-error"_s).split('\n').first(),
-                 "VoraPrinterTool: ended by the status reply of printer \"a\\x0Ab\" "
-                 "(/opt/vora/vora-printer-k507/cfg/a\\x0Ab.dat): a supplies record of more than 65 bytes");
+                 "VoraPrinterTool: ended by the status reply of printer \"书\\x0Ab\" "
+                 "(/opt/vora/vora-printer-k507/cfg/书\\x0Ab.dat): a supplies record of more than 65 bytes");
     }
 
 private:

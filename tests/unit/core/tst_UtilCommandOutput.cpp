@@ -12,6 +12,7 @@
 
 #include <memory>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -53,6 +54,7 @@ private slots:
         {
             const UtilCommandOutput output(Path("a"));
             QVERIFY(output.IsOpen());
+            QCOMPARE(::fcntl(output.ShellPath().split('/').last().toInt(), F_GETFD), FD_CLOEXEC);
             QVERIFY(QFileInfo(Path("a")).isFile());
             QCOMPARE(output.Read(100), QByteArray());
             RunShellCommand("printf '1\\n345' > " + output.ShellPath());

@@ -21,6 +21,7 @@
 
 namespace {
 bool s_bSlow = false;
+int s_iDescriptorFlags = 0; // of the last one that was read
 } // namespace
 
 /// While it is slow: a byte at a time, and interrupted before each.
@@ -28,6 +29,7 @@ bool s_bSlow = false;
 extern "C" ssize_t pread(int iFd, void* pBytes, size_t iSize, off_t iOffset)
 {
     static int s_iCalls = 0;
+    s_iDescriptorFlags = ::fcntl(iFd, F_GETFD);
     if (s_bSlow && ++s_iCalls % 2 != 0) {
         errno = EINTR;
         return -1;
@@ -122,6 +124,7 @@ private slots:
              {QByteArray(), QByteArray("abc"), QByteArray("abcd"), QByteArray("abcde"), QByteArray(2, '\0')}) {
             QVERIFY(WriteFile(Path("a"), content));
             QVERIFY(SetModificationTime(Path("a"), QDateTime::fromMSecsSinceEpoch(1700000000123)));
+            QCOMPARE(StampOfFile(Path("link")), StampOfFile(Path("a")));
             for (const char* pName : {"a", "link"}) {
                 const stFileContent file = ReadRegularFile(Path(pName), 4);
                 QCOMPARE(file.enResult, enFileRead);
@@ -176,6 +179,7 @@ private slots:
         s_bSlow = false;
         QCOMPARE(part, QByteArray("abc"));
         QCOMPARE(all, QByteArray("abcd"));
+        QCOMPARE(s_iDescriptorFlags, FD_CLOEXEC);
     }
 
     void fileThatCannotBeReadTellsWhy()

@@ -49,7 +49,9 @@ private slots:
             QCOMPARE(Table()->columnWidth(i), listColumn.at(i).iWidth);
             QVERIFY(!pHeader->isSectionHidden(i));
             QCOMPARE(pHeader->visualIndex(i), i);
+            QCOMPARE(pHeader->sectionResizeMode(i), QHeaderView::Interactive);
         }
+        QVERIFY(!pHeader->sectionsMovable());
     }
 
     void rowsAreNumberedAndScrolledWhenMany()
@@ -79,6 +81,8 @@ private slots:
         QCOMPARE(Table()->selectionMode(), QAbstractItemView::ExtendedSelection);
         QCOMPARE(Table()->selectionBehavior(), QAbstractItemView::SelectItems);
         QCOMPARE(Table()->focusPolicy(), Qt::StrongFocus);
+        QVERIFY(Table()->tabKeyNavigation());
+        QCOMPARE(Table()->textElideMode(), Qt::ElideRight);
     }
 
     void placeAndSizesStayWithANewList_data()
