@@ -19,6 +19,7 @@ private slots:
         QVERIFY(cmake.waitForFinished(60000));
         QCOMPARE(cmake.exitCode(), 0);
         QVERIFY(ReadFile(u"/tmp/fresh/CMakeCache.txt"_s).contains("\nVORA_DIAGNOSTIC_LOG:BOOL=OFF\n"));
+        QVERIFY(ReadFile(u"/tmp/fresh/build.ninja"_s).contains(" -O2 ")); // what README has users build
     }
 
     void writesItsLog_data()
