@@ -118,6 +118,7 @@ private slots:
         QCOMPARE(pWorker->thread(), m_pWindow->m_pManageThread);
         QCOMPARE(m_pWindow->m_pManageThread->objectName(), u"vora-devices"_s);
         QVERIFY(m_pWindow->m_pManageThread->isRunning());
+        QCOMPARE(m_pWindow->m_pManageThread->priority(), QThread::InheritPriority); // a busy machine starves lower ones
         QCOMPARE(pWorker->m_pListPrinterManager, &m_pWindow->m_listPrinterManager);
         CheckStart(*pWorker, *m_pWindow);
     }
