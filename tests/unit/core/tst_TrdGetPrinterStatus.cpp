@@ -8,6 +8,7 @@
 #include "StatusFolder.h"
 
 #include <stdexcept>
+#include <thread>
 
 namespace {
 
@@ -85,6 +86,21 @@ private slots:
         hidden.dwPrintDotsCount = hidden.dwPrinterNumOfPages = hidden.dwPrinterNumOfPrint = 1;
         QVERIFY(!TrdGetPrinterStatus().CheckStatusChange(hidden, State()));
         QVERIFY(!TrdGetPrinterStatus().CheckStatusChange(State(), hidden));
+    }
+
+    void getsAListThatNobodyUses()
+    {
+        TrdGetPrinterStatus worker;
+        std::atomic<bool> bDone{false};
+        std::unique_lock lock(g_mutexPrinterList);
+        std::thread giver([&] {
+            worker.Init(0, nullptr);
+            bDone = true;
+        });
+        const bool bEarly = QTest::qWaitFor([&] { return bDone.load(); }, 50);
+        lock.unlock();
+        giver.join();
+        QVERIFY(!bEarly && bDone);
     }
 
     void indexOutsideTheListOnlySleeps()
