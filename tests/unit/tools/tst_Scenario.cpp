@@ -247,6 +247,7 @@ private slots:
 
             const QByteArray oversized = FileContent(enFileOversized, reply, random);
             QVERIFY(oversized.size() > 2048);
+            QCOMPARE(oversized.mid(12, 2), QByteArray::fromHex("1000")); // the length of the vendor's name
             QVERIFY(!ReplyLayout(oversized.left(2048)).IsAccepted());
 
             const QByteArray trailing = FileContent(enFileTrailing, reply, random);
