@@ -14,8 +14,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-#include <cstdio>
-
 #include <unistd.h>
 
 namespace {
@@ -88,7 +86,6 @@ int main(int argc, char** argv)
     }
     const int iStatus = RunWindow(!CheckIsHide(argc, argv));
     if (VoraPrinterToolWidget::IsWorkerLeftBehind()) {
-        std::fflush(nullptr);
         ::_exit(iStatus);
     }
     return iStatus;

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QStyle>
+#include <QToolTip>
 #include <QtTest>
 
 namespace {
@@ -126,6 +127,24 @@ private slots:
         QStringList listPart = {errors.isEmpty() ? u"warning"_s : u"error"_s, u"Office"_s, balloon};
         listPart.removeAll(QString());
         QTRY_COMPARE(BalloonParts(), listPart);
+    }
+
+    /// To what leaves the balloon on half of the screen, a character at most less.
+    void longTitleIsShortenedInTheMiddle()
+    {
+        stPrinterManager printer = MakePrinter(QString(200, QChar(0x4E66)) + u"end"_s);
+        printer.printerState.listErrorStatus = {enErrorNoPaper};
+        ShowPrinters(*m_pWindow, {printer});
+        m_pWindow->SlotUpdatePrinterStatus(0);
+        QTRY_COMPARE(BalloonParts().size(), 3);
+        const QString strTitle = BalloonParts().at(1);
+        QVERIFY2(strTitle.contains(QChar(0x2026)) && strTitle.endsWith(u"end"_s), qPrintable(strTitle));
+        QFont font = QToolTip::font();
+        font.setBold(true);
+        const QFontMetrics metrics(font);
+        const int iSpare =
+            m_pWindow->screen()->availableSize().width() / 2 - 100 - metrics.horizontalAdvance(strTitle);
+        QVERIFY2(iSpare >= 0 && iSpare < metrics.horizontalAdvance(QChar(0x4E66)), QByteArray::number(iSpare));
     }
 
     void everyReportShowsABalloon()
