@@ -13,7 +13,8 @@ constexpr int c_iPausesOfPass = 2;
 /// How often a thread has slept; -1 when there is none.
 qint64 Sleeps(qint64 iPid, const QByteArray& thread)
 {
-    return ProcNumber(ReadProcFile(u"/proc/%1/task/%2/status"_s.arg(iPid).arg(QLatin1String(thread))), "voluntary_ctxt_switches");
+    return ProcNumber(ReadProcFile(u"/proc/%1/task/%2/status"_s.arg(iPid).arg(QLatin1String(thread))),
+                      "voluntary_ctxt_switches");
 }
 
 /// The thread of that name; empty when there is none.

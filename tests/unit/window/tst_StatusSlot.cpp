@@ -142,8 +142,7 @@ private slots:
         QFont font = QToolTip::font();
         font.setBold(true);
         const QFontMetrics metrics(font);
-        const int iSpare =
-            m_pWindow->screen()->availableSize().width() / 2 - 100 - metrics.horizontalAdvance(strTitle);
+        const int iSpare = m_pWindow->screen()->availableSize().width() / 2 - 100 - metrics.horizontalAdvance(strTitle);
         QVERIFY2(iSpare >= 0 && iSpare < metrics.horizontalAdvance(QChar(0x4E66)), QByteArray::number(iSpare));
     }
 
