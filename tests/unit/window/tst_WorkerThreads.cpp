@@ -88,6 +88,7 @@ private slots:
         m_pWindow = std::make_unique<VoraPrinterToolWidget>();
         QVERIFY(!m_pWindow->m_pManageThread->isRunning());
         QCOMPARE(Table()->rowCount(), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(s_iThreadsLeft <= -2, 10000); // and refused again
 
         SetLogEnable(true);
         s_iThreadsLeft = 1; // for the list worker
