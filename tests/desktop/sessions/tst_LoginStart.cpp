@@ -11,8 +11,19 @@ namespace {
 
 const QString c_strFolder = u"/tmp/login-start"_s;
 
-/// The starter, and the tool that it becomes. Killed with this object.
-class Login : public QProcess
+/// Killed with this object.
+class KilledProcess : public QProcess
+{
+public:
+    ~KilledProcess() override
+    {
+        kill();
+        waitForFinished();
+    }
+};
+
+/// The starter, and the tool that it becomes.
+class Login : public KilledProcess
 {
 public:
     Login()
@@ -20,10 +31,26 @@ public:
         setProgram(c_strFolder + u"/vora-login-start"_s);
         setProcessChannelMode(QProcess::ForwardedChannels);
     }
-    ~Login() override
+};
+
+/// A display of two screens; what is started in it is on one of them.
+class TwoScreens : public KilledProcess
+{
+public:
+    TwoScreens()
     {
-        kill();
-        waitForFinished();
+        // With a number of its own: left to itself, it takes that of the desktop's display away.
+        start(u"Xvfb"_s, u":9 -displayfd 1 -nolisten tcp -nolisten local -noreset -screen 0 640x480x24 "
+                         "-screen 1 640x480x24"_s.split(QLatin1Char(' ')));
+    }
+
+    QProcessEnvironment Environment(const QString& strScreen)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        if (QTest::qWaitFor([this] { return canReadLine(); })) {
+            environment.insert(u"DISPLAY"_s, QLatin1Char(':') + QString::fromLatin1(readLine().trimmed()) + strScreen);
+        }
+        return environment;
     }
 };
 
@@ -84,6 +111,38 @@ private slots:
             startPanel, [&] { return watcher->m_iIcons == 1; }, [&] { watcher.reset(); });
     }
 
+    /// A watcher that is announced when its host is there already.
+    void followsWatcherThatBringsItsHost()
+    {
+        Login login;
+        login.start();
+        QVERIFY(Sleeps(login, 1000));
+        StatusNotifierWatcher watcher(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), true);
+        QTRY_VERIFY_WITH_TIMEOUT(IsTool(login), 2000);
+    }
+
+    void watchesItsOwnScreen_data()
+    {
+        QTest::addColumn<QString>("screen");
+        QTest::newRow("first") << u".0"_s;
+        QTest::newRow("second") << u".1"_s;
+    }
+
+    void watchesItsOwnScreen()
+    {
+        QFETCH(const QString, screen);
+        TwoScreens display;
+        const QProcessEnvironment environment = display.Environment(screen);
+        Login login;
+        login.setProcessEnvironment(environment);
+        login.start();
+        QVERIFY(Sleeps(login, 1000));
+        KilledProcess panel;
+        panel.setProcessEnvironment(environment);
+        panel.start(u"trayer"_s, QStringList());
+        QTRY_VERIFY_WITH_TIMEOUT(IsTool(login), 2000);
+    }
+
     /// After a minute, twenty seconds of which are one here.
     void startsAnywayWithoutPanel()
     {
@@ -103,14 +162,9 @@ private slots:
     /// A session that ends while the starter waits takes it along.
     void endsWithTheDisplay()
     {
-        QProcess display;
-        display.start(u"Xvfb"_s,
-                      {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s, u"-nolisten"_s, u"local"_s, u"-noreset"_s});
-        QTRY_VERIFY(display.canReadLine());
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"DISPLAY"_s, QLatin1Char(':') + QString::fromLatin1(display.readLine().trimmed()));
+        TwoScreens display;
         Login login;
-        login.setProcessEnvironment(environment);
+        login.setProcessEnvironment(display.Environment(QString()));
         login.start();
         QVERIFY(!QTest::qWaitFor([&] { return login.state() == QProcess::NotRunning || IsTool(login); }, 1000));
         display.kill();

@@ -15,7 +15,7 @@ class StatusNotifierWatcher : public QObject
     Q_PROPERTY(bool IsStatusNotifierHostRegistered MEMBER m_bHost)
 
 public:
-    explicit StatusNotifierWatcher(const QString& strAddress)
+    explicit StatusNotifierWatcher(const QString& strAddress, bool bHost = false) : m_bHost(bHost)
     {
         QDBusConnection bus = QDBusConnection::connectToBus(strAddress, c_strConnection);
         bus.registerObject(u"/StatusNotifierWatcher"_s, this, QDBusConnection::ExportAllContents);
@@ -39,5 +39,5 @@ signals:
 
 private:
     const QString c_strConnection = u"watcher"_s;
-    bool m_bHost = false;
+    bool m_bHost;
 };
