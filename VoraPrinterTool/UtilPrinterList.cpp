@@ -45,6 +45,10 @@ void SetValue(stRawPrinter& printer, const QString& strKey, std::string_view val
 int PrinterIndex(const QString& strGroup)
 {
     const QString strPrefix = u"printer_"_s;
+    constexpr int c_iMaxDigits = 10; // a name of a megabyte would be converted again at each of its keys
+    if (strGroup.size() > strPrefix.size() + c_iMaxDigits) {
+        return -1;
+    }
     bool bNumber = false;
     const int iIndex = strGroup.mid(strPrefix.size()).toInt(&bNumber);
     return bNumber && iIndex >= 0 && strGroup == strPrefix + QString::number(iIndex) ? iIndex : -1;
